@@ -1,0 +1,86 @@
+// The transcript file: a frontmatter of known keys and a body of known sections. The reader is a line
+// scanner for the keys and a substring search for the headings; it is neither a YAML nor a Markdown
+// parser and lets pass whatever it does not know. It never fails on a file that has a frontmatter.
+//
+//   ---
+//   title: "Weekly: pricing"
+//   date: 2026-03-02
+//   duration_min: 31
+//   source: Ombrix
+//   participants:
+//     - Ann Jones
+//   ---
+//
+//   ## Notes
+//
+//   - call Tomas back
+//
+//   ## Transcript
+//
+//   **Ann Jones:** We keep the price.
+//
+//   And we say so in April.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace ombrix {
+
+/// One meeting or dictation as its file tells it. A snapshot: it does not follow the file.
+struct TranscriptDocument {
+    struct Turn {
+        std::string speaker;  ///< as it stands between the bold marks; never empty when parsed
+        std::string text;     ///< paragraphs are joined by a blank line; may be empty
+        bool operator==(const Turn&) const = default;
+    };
+
+    std::string title;
+    std::string date;  ///< "YYYY-MM-DD", as text; empty when unknown
+    std::vector<std::string> participants;
+    int durationMin = 0;
+    std::string source;
+    std::string notes;
+    std::vector<Turn> turns;
+    std::string startedAt;  ///< ISO 8601, as text
+    std::string asr;        ///< which recogniser produced the text
+    std::string status;
+    std::string calendarEventID;
+    std::vector<std::string> pendingAudioPaths;
+    double pendingOffsetSeconds = 0;
+    bool hasPendingOffset = false;  ///< the key was there, even with a value that is no number
+    std::string pendingReason;
+    std::string spendID;
+    std::string topicHint;
+    std::string asrSummary;
+    std::string sourceApp;
+    std::vector<std::string> tags;
+    bool isPrivate = false;
+    std::string summary;
+    std::string meetingNotes;
+    std::string actionItems;
+    std::string keyMoments;
+
+    /// What the application writes under "## Notes" until the person types there.
+    static constexpr std::string_view notesPlaceholder =
+        "_(User-added context. Empty until the user types here in the Library window.)_";
+
+    bool isPendingTranscription() const { return status == "pending"; }
+    bool isIncomplete() const { return status == "incomplete"; }
+    bool isRetryable() const { return isPendingTranscription() || isIncomplete(); }
+    /// The notes hold something other than white space and the placeholder.
+    bool hasUserNotes() const;
+
+    bool operator==(const TranscriptDocument&) const = default;
+};
+
+namespace MarkdownTranscriptParser {
+
+/// The document of a file's text; nothing when the text is no transcript, that is, when it does not
+/// begin with a closed frontmatter. CR LF is read as LF. One pass over the header, a search for
+/// headings in the body, no regular expression.
+std::optional<TranscriptDocument> parse(std::string_view text);
+}  // namespace MarkdownTranscriptParser
+}  // namespace ombrix

@@ -1,0 +1,59 @@
+// The one place where text becomes words that can be compared: questions and transcripts go through
+// the same steps, so that a keyword and a spoken word meet as equal stems.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "OmbrixPlatform/ByteRange.h"
+
+namespace ombrix::QueryTokenizer {
+
+struct Word {
+    std::string raw;   ///< folded, without a possessive, letters and numbers only
+    std::string stem;  ///< `raw` without its ending, or the fixed stem of a business word
+    ByteRange range;   ///< where it stands in the given text, also for a rewritten "one on one"
+    bool operator==(const Word&) const = default;
+};
+
+/// The fewest characters that must stay when "ing", "ed" or a final "e" is taken off.
+constexpr std::size_t minStem = 4;
+/// The fewest characters that must stay when a plural ending is taken off.
+constexpr std::size_t minPluralStem = 3;
+
+/// "Café" is "cafe", "Bob's" is "bob", "don't" is "dont", "q3," is "q3".
+std::string normalize(std::string_view word);
+
+/// The stem of a normal form: "stories" is "story", "planning" is "plan", "decisions" is "decid".
+/// Conservative: it leaves a word alone rather than cut too much.
+std::string stem(std::string_view normalForm);
+
+/// The words of a text, in order, "1:1" and "one-on-one" being the word "1o1". Words of fewer than
+/// two characters are left out. Linear.
+std::vector<Word> words(std::string_view text);
+
+/// The stems of `words(text)`, in order; nothing is filtered.
+std::vector<std::string> tokens(std::string_view text);
+
+/// What a question searches for, without repeats, in its order: the stems of its content words, and
+/// each quoted phrase of two words or more as its stems joined by one blank.
+std::vector<std::string> keywords(std::string_view query);
+
+/// False when the word, raw or stemmed, is a stop word, a word of time or a number word.
+bool isContent(const Word& word);
+
+/// The first place in `text` where words with the given stems stand one behind the other: from the
+/// first one's beginning to the last one's end. Nothing for no stems.
+std::optional<ByteRange> firstRange(std::span<const std::string> stems, std::string_view text);
+
+/// How often `phrase` stands in `tokens`; overlapping places count each. 0 for an empty phrase.
+std::size_t count(std::span<const std::string> phrase, std::span<const std::string> tokens);
+
+/// A query cut at white space, with what stands between double quotes, straight or typographic, kept
+/// together and its quotes gone. A quote that is not closed runs to the end.
+std::vector<std::string> terms(std::string_view query);
+}  // namespace ombrix::QueryTokenizer

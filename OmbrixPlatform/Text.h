@@ -1,0 +1,111 @@
+// What the words of our vocabulary mean for a text: trim, split, lower-case, fold, find. Every text
+// is UTF-8; a byte that is not well-formed counts as one U+FFFD and is never a reason to fail.
+// Returned views show the bytes of the argument. All functions are linear unless they say otherwise;
+// ASCII text takes a path of its own that allocates only the result.
+#pragma once
+
+#include <cstddef>
+#include <initializer_list>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "OmbrixPlatform/ByteRange.h"
+
+namespace ombrix::Text {
+
+// ---- one scalar -------------------------------------------------------------------------------
+
+constexpr bool isAsciiDigit(char c) { return c >= '0' && c <= '9'; }
+constexpr bool isAsciiLetter(char c) { return (c | 0x20) >= 'a' && (c | 0x20) <= 'z'; }
+constexpr bool isAsciiAlphanumeric(char c) { return isAsciiDigit(c) || isAsciiLetter(c); }
+constexpr bool isAsciiHexDigit(char c) {
+    return isAsciiDigit(c) || ((c | 0x20) >= 'a' && (c | 0x20) <= 'f');
+}
+constexpr char asciiLowercased(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c | 0x20) : c; }
+
+/// White_Space. The same scalars are what "white space and newlines" are trimmed of.
+bool isWhiteSpace(char32_t scalar);
+/// General category L*, M* or N*: "letter or digit" of a scalar.
+bool isAlphanumeric(char32_t scalar);
+/// Alphabetic, or with a numeric type: what makes the character it begins "a letter or a number".
+bool isLetterOrNumber(char32_t scalar);
+/// Alphabetic: what makes the character it begins a letter.
+bool isLetter(char32_t scalar);
+
+// ---- trim -------------------------------------------------------------------------------------
+
+/// Without white space and newlines at both ends.
+std::string_view trimmed(std::string_view text);
+/// Without blanks of category Zs and tabs at both ends; line feeds stay.
+std::string_view trimmedBlanks(std::string_view text);
+/// Without U+0020 and tabs at both ends.
+std::string_view trimmedSpacesAndTabs(std::string_view text);
+
+// ---- split and join ---------------------------------------------------------------------------
+
+/// The pieces between the occurrences of `separator` (not empty), empty ones included; at least one.
+std::vector<std::string_view> split(std::string_view text, std::string_view separator);
+/// The same without the empty pieces; none for an empty text.
+std::vector<std::string_view> splitDroppingEmpty(std::string_view text, std::string_view separator);
+/// The runs of characters that are not white space. A character is white space by its first scalar,
+/// so marks that stand on a blank go with it.
+std::vector<std::string_view> splitAtWhiteSpace(std::string_view text);
+std::string joined(const std::vector<std::string_view>& pieces, std::string_view separator);
+std::string joined(const std::vector<std::string>& pieces, std::string_view separator);
+
+/// `text` with each occurrence of `from` (not empty), found left to right, replaced by `to`.
+std::string replacingAll(std::string_view text, std::string_view from, std::string_view to);
+/// CR LF as LF; a lone CR stays.
+std::string withLineFeeds(std::string_view text);
+/// U+2019 and U+2018 as a straight apostrophe.
+std::string withStraightApostrophes(std::string_view text);
+
+// ---- case and fold ----------------------------------------------------------------------------
+
+/// Full lower-casing scalar by scalar, root locale, no context: a final sigma is "σ".
+std::string lowercased(std::string_view text);
+/// Full case folding, for tests that ignore case alone.
+std::string caseFolded(std::string_view text);
+/// The fold: canonical decomposition, nonspacing marks dropped, full case folding. "Café" is
+/// "cafe", "ß" is "ss", "ø" stays. Folding twice changes nothing.
+std::string folded(std::string_view text);
+/// The fold of one scalar; empty for a nonspacing mark.
+std::string folded(char32_t scalar);
+
+bool equalsIgnoringCase(std::string_view a, std::string_view b);
+bool startsWithIgnoringAsciiCase(std::string_view text, std::string_view asciiPrefix);
+
+// ---- find -------------------------------------------------------------------------------------
+
+inline bool contains(std::string_view text, std::string_view part) {
+    return text.find(part) != std::string_view::npos;
+}
+
+/// A text made ready for many searches that ignore case and diacritics. Keeps its own fold and the
+/// places it came from: about nine bytes a byte for a text that is not ASCII, one for ASCII.
+class FoldedText {
+  public:
+    explicit FoldedText(std::string_view text);
+
+    /// True when the fold of `part` stands in the fold of the text. An empty part is found nowhere.
+    bool contains(std::string_view part) const;
+    /// The first place that reads as `part`, in bytes of the text that was given. It covers whole
+    /// characters: marks behind the last letter belong to it.
+    std::optional<ByteRange> find(std::string_view part) const;
+
+  private:
+    std::optional<std::size_t> placeOf(std::string_view part) const;
+
+    std::string fold_;
+    std::vector<std::size_t> sources_;  // the source byte of each folded byte; empty for ASCII
+    std::size_t sourceSize_;
+    std::string_view source_;
+};
+
+/// `FoldedText(text).contains(part)`, for one search.
+bool containsFolded(std::string_view text, std::string_view part);
+/// `FoldedText(text).find(part)`, for one search.
+std::optional<ByteRange> findFolded(std::string_view text, std::string_view part);
+}  // namespace ombrix::Text

@@ -1,0 +1,24 @@
+# Build types:
+#   Release   what people run (the default)
+#   Sanitize  the same tests under AddressSanitizer and UndefinedBehaviorSanitizer (g++ or clang++)
+#   Fuzz      libFuzzer targets under the same sanitizers (clang++ only)
+if(NOT CMAKE_BUILD_TYPE)
+    set(CMAKE_BUILD_TYPE Release CACHE STRING "Release, Sanitize or Fuzz" FORCE)
+endif()
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+set(CMAKE_CXX_FLAGS_RELEASE "-O2 -DNDEBUG")
+set(sanitizers "-fsanitize=address,undefined -fno-sanitize-recover=all")
+set(CMAKE_CXX_FLAGS_SANITIZE "-O1 -g1 -fno-omit-frame-pointer ${sanitizers}")
+set(CMAKE_EXE_LINKER_FLAGS_SANITIZE "${sanitizers}")
+set(CMAKE_CXX_FLAGS_FUZZ "-O1 -g1 -fno-omit-frame-pointer ${sanitizers} -fsanitize=fuzzer-no-link")
+set(CMAKE_EXE_LINKER_FLAGS_FUZZ "${sanitizers}")
+
+add_library(OmbrixWarnings INTERFACE)
+target_compile_options(OmbrixWarnings INTERFACE
+    -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wnon-virtual-dtor -Wold-style-cast
+    -Woverloaded-virtual -Werror)
