@@ -1,0 +1,127 @@
+// The command line as a tree of commands, parsed by CLI11 behind this header. A command is a record
+// of options, a function that does the work, and a function that declares it:
+//
+//   void declareFoldersGet(Command parent) {
+//       Command command = parent.subcommand("get", "Return one folder.");
+//       const auto options = command.options<FolderOptions>();
+//       command.positional("id", options->id, "Folder ID");
+//       command.globalOptions(options->global);
+//       command.run([options] { getFolder(*options); });
+//   }
+//
+// Declaring runs nothing. The words of a line are read as follows.
+//   - `--name value` and `--name=value` are the same; `--name=` is an empty value. Of an option
+//   given
+//     twice the last one counts. A flag takes no value. Names are never shortened or bundled.
+//   - A word that begins with "-" is an option, unless it is "-" alone, a number ("-3", "-0.5") or
+//     holds white space before any "="; these are values and positionals. An option's value may not
+//     be such an option word ("missing value"); `--name=-x` says it anyway. "--" ends the options.
+//   - "--help" or "-h" anywhere, not as an option's value and not behind "--", and the word "help"
+//     where a subcommand may stand ("help", "help meetings list", "meetings help list") ask for
+//     help, whatever else is wrong with the line.
+//   - A command with subcommands and no work of its own prints its help.
+//   - Numbers are decimal and strict: "010" is 10, and what does not fit is an error.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "OmbrixCLI/CLIContext.h"
+
+namespace CLI {
+class App;
+class Option;
+}  // namespace CLI
+
+namespace ombrix {
+
+/// The line is not one of ours: an unknown option, a missing value, a validate step that failed.
+class UsageError : public std::runtime_error {
+  public:
+    using std::runtime_error::runtime_error;
+    UsageError(const std::string& problem, std::string usage)
+        : std::runtime_error(problem), usage_(std::move(usage)) {}
+    /// How the command wants to be called, ending in a line feed; empty when nobody knows.
+    const std::string& usage() const { return usage_; }
+
+  private:
+    std::string usage_;
+};
+
+enum class Presence { required, optional };
+
+/// One command while it is being declared: a handle, cheap to copy, valid as long as its
+/// `CommandLine`. Names of options carry their hyphens, names of positionals do not. A target keeps
+/// the value it has now when the line does not name it; it must live as long as the `CommandLine`.
+class Command {
+  public:
+    /// Commands are listed in the order in which they are declared.
+    Command subcommand(const std::string& name, const std::string& abstract) const;
+
+    /// A record of options that lives as long as the handle that is returned or any copy of it.
+    template <typename Options>
+    std::shared_ptr<Options> options() const {
+        return std::make_shared<Options>();
+    }
+
+    void flag(const std::string& name, bool& target, const std::string& help) const;
+
+    void option(const std::string& name, std::int64_t& target, const std::string& help) const;
+    void option(const std::string& name, std::optional<std::int64_t>& target,
+                const std::string& help) const;
+    void option(const std::string& name, double& target, const std::string& help) const;
+    void option(const std::string& name, std::string& target, const std::string& help) const;
+    void option(const std::string& name, std::optional<std::string>& target,
+                const std::string& help) const;
+
+    void positional(const std::string& name, std::int64_t& target, const std::string& help) const;
+    void positional(const std::string& name, std::string& target, const std::string& help,
+                    Presence presence = Presence::required) const;
+
+    /// `--db-path` and `--support-dir`; declared last, so that they stand last in the help.
+    void globalOptions(GlobalOptions& target) const;
+
+    /// Runs when the line has been read and before the work; throws `UsageError` to refuse it.
+    void validate(std::function<void()> check) const;
+    void run(std::function<void()> work) const;
+
+  private:
+    friend class CommandLine;
+    struct Registry;
+    Command(CLI::App& app, Registry& registry) : app_(&app), registry_(&registry) {}
+    CLI::Option& addOption(const std::string& name, const std::string& help, const char* kind,
+                           std::function<bool(const std::string&)> store) const;
+
+    CLI::App* app_;
+    Registry* registry_;
+};
+
+class CommandLine {
+  public:
+    CommandLine(const std::string& name, const std::string& abstract);
+    ~CommandLine();
+    CommandLine(const CommandLine&) = delete;
+    CommandLine& operator=(const CommandLine&) = delete;
+
+    Command root() const;
+
+    /// What a line asks for: a text to print, or work to do.
+    struct Choice {
+        std::optional<std::string> help;  ///< ends in a line feed
+        std::function<void()> work;       ///< empty when there is a help text
+    };
+    /// Reads a line, without argument 0, and runs the validate step of the command it names. Call
+    /// it once. Throws `UsageError`.
+    Choice parse(const std::vector<std::string>& arguments);
+
+  private:
+    std::unique_ptr<CLI::App> app_;
+    std::unique_ptr<Command::Registry> registry_;
+};
+}  // namespace ombrix

@@ -1,0 +1,27 @@
+// The tree of commands, in the order in which the help lists them.
+#pragma once
+
+#include <string>
+
+#include "OmbrixCLI/CommandLine.h"
+
+namespace ombrix {
+
+/// Declares every command below `line`'s root. `argument0` is the path the tool was started by.
+void declareCommands(const CommandLine& line, const std::string& argument0);
+
+// One function a command or group, each in the file of its name.
+void declareSpec(Command root);
+void declareInfo(Command root, const std::string& argument0);
+void declareMeetings(Command root);
+void declareDictations(Command root);
+void declareAnswer(Command root);
+void declareAppState(Command root);
+void declareDebugForceScheduledEnd(Command root);
+void declareDebugForceNotification(Command root);
+void declareDebugForceRecordingChip(Command root);
+void declareDebugSeedUpcoming(Command root);
+void declareDebugCaptureWindow(Command root);
+void declareDebugRoute(Command root);
+void declareDebugWebEval(Command root);
+}  // namespace ombrix

@@ -1,0 +1,65 @@
+// The one JSON text that a command prints. Programs read it, so nothing else goes to standard
+// output unless a command says so.
+#pragma once
+
+#include <cstdint>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "OmbrixCLI/CLIError.h"
+#include "OmbrixPlatform/Json.h"
+
+namespace ombrix {
+
+constexpr std::int64_t envelopeSchemaVersion = 1;
+
+struct MetaBody {
+    std::int64_t schemaVersion = envelopeSchemaVersion;
+    std::string generatedAt;  ///< `yyyy-MM-ddTHH:mm:ssZ`
+    std::string dbPath;       ///< empty in a failure envelope
+    std::vector<std::string> warnings;
+};
+
+struct SuccessEnvelope {
+    std::string command;  ///< the full literal: "ombrix-cli meetings list"
+    Json::Value data;
+    MetaBody meta;
+};
+
+struct FailureEnvelope {
+    std::string command;  ///< the argument vector, argument 0 included, joined by blanks
+    ErrorBody error;
+    MetaBody meta;
+};
+
+Json::Value encode(const SuccessEnvelope& envelope);
+Json::Value encode(const FailureEnvelope& envelope);
+
+/// Prints a success envelope made now. A command calls it once, at its end.
+void emitSuccess(std::string_view command, Json::Value data, std::string_view dbPath,
+                 std::vector<std::string> warnings = {});
+
+/// Prints a failure envelope made now. `main` alone calls it.
+void emitFailure(std::string_view command, const ErrorBody& error, std::string_view dbPath = {});
+
+/// Prints `envelope` and then one line feed. A value that JSON cannot hold prints nothing but one
+/// line on standard error, and the command goes on as if it had been printed.
+void emitJSON(const Json::Value& envelope);
+
+namespace StandardOutput {
+
+/// Standard output is closed, full or gone.
+class Error : public std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+/// Writes all of `text`, unbuffered, so that order holds with what is written later. Throws
+/// `Error`.
+void write(std::string_view text);
+}  // namespace StandardOutput
+
+/// `text` to standard error; what cannot be written there is dropped.
+void writeStandardError(std::string_view text);
+}  // namespace ombrix
