@@ -1,0 +1,95 @@
+// Who promised what in a meeting, found by rules over the spoken turns and the listed action items;
+// no model takes part. A promise is seen from the user: he owes it, it is owed to him, or it is
+// between others. The words stay as they were spoken.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "OmbrixAnswerKit/StructuredAnswer.h"
+#include "OmbrixMarkdownKit/MarkdownTranscript.h"
+
+namespace ombrix {
+
+struct Commitment {
+    /// In the order in which lists show them.
+    enum class Direction { userOwes, owedToUser, other };
+
+    Direction direction = Direction::other;
+    std::optional<std::string> owner;     ///< who owes; for the user the user's display name
+    std::string text;                     ///< the words of the turn or the item, on one line
+    std::optional<std::string> deadline;  ///< the phrase in the text that names one, as written
+    double confidence = 0;                ///< one of the three constants below: which rule found it
+    std::string meetingID;                ///< the id that was handed to `extract`
+    std::string meetingTitle;
+    std::string meetingDate;  ///< "YYYY-MM-DD" as text; empty when unknown
+
+    static constexpr double actionItemConfidence = 0.95;
+    static constexpr double firstPersonConfidence = 0.85;
+    static constexpr double requestConfidence = 0.7;
+
+    /// The raw strings of the directions.
+    static constexpr std::array<std::pair<Direction, std::string_view>, 3> directions = {{
+        {Direction::userOwes, "userOwes"},
+        {Direction::owedToUser, "owedToUser"},
+        {Direction::other, "other"},
+    }};
+
+    bool operator==(const Commitment&) const = default;
+};
+
+namespace CommitmentExtractor {
+
+/// The promises of one document: those of its turns, in order, then those of its action items, in
+/// order. `id` becomes their `meetingID`. `userAliases` are the user's names, the display name
+/// first; "you" and "me" always count as the user, and without another name the display name is
+/// "You". Linear in the document.
+std::vector<Commitment> extract(const TranscriptDocument& document, std::string_view id,
+                                std::span<const std::string> userAliases);
+
+/// The first `cap` commitments of a direction, or of all when none is given: the latest meeting
+/// first, then by direction, then the surest first, then as given. A negative cap counts as 0.
+std::vector<Commitment> select(std::span<const Commitment> commitments,
+                               std::optional<Commitment::Direction> direction, std::int64_t cap);
+
+/// What `select` gives as an answer of the shape `commitments`: one item a commitment, its text
+/// with the number of its meeting behind it ("send the deck [2]"). `citationIDs` are the meetings,
+/// each once, in order.
+StructuredAnswer assemble(std::span<const Commitment> commitments,
+                          std::optional<Commitment::Direction> direction, std::int64_t cap);
+
+/// "2 commitments across 1 meeting, quoted from your transcripts."; nothing when `count` is
+/// below 1.
+std::optional<std::string> summary(std::int64_t count, std::int64_t meetings);
+
+/// The pieces between white space and line ends, joined by single blanks.
+std::string flatten(std::string_view text);
+
+// The tests that the rules consist of. All ignore case and take curly apostrophes for straight
+// ones.
+
+/// The first phrase that names a deadline, as written: "by Friday", "end of the month". The three
+/// kinds of phrase are tried one after the other over the whole text.
+std::optional<std::string> deadline(std::string_view text);
+
+/// True when a recogniser heard the same words on two channels: `text` repeats the turn before it,
+/// word by word or nearly so. False without a turn before it.
+bool isEcho(std::string_view text, const TranscriptDocument::Turn* previous);
+
+/// "I'll send it", "let me check"; not "I can't", "I can see that" or "I'll never".
+bool hasFirstPersonCue(std::string_view text);
+/// "I'll get you the deck", "back to you".
+bool isAddressedToListener(std::string_view text);
+/// "can you ...", "please send ..."; not "please note".
+bool hasRequestCue(std::string_view text);
+/// "Sure", "Will do", or a short promise back that points at what was asked ("I'll do that").
+bool isAcknowledgement(std::string_view text);
+}  // namespace CommitmentExtractor
+}  // namespace ombrix
