@@ -3,9 +3,31 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <string_view>
 
 namespace ombrix::Characters {
+
+/// Steps over the characters of one text. ASCII costs a few instructions a step; the rest asks ICU,
+/// whose iterator is set up once. The text must outlive the cursor.
+class Cursor {
+  public:
+    explicit Cursor(std::string_view text);
+    ~Cursor();
+    Cursor(const Cursor&) = delete;
+    Cursor& operator=(const Cursor&) = delete;
+
+    /// The boundary behind the character that begins at `place`; the size at the end.
+    std::size_t after(std::size_t place);
+    /// The beginning of the character that ends at `place`; 0 at the beginning.
+    std::size_t before(std::size_t place);
+
+  private:
+    struct Iterator;
+    Iterator& iterator();
+    std::string_view text_;
+    std::unique_ptr<Iterator> iterator_;
+};
 
 /// How many characters `text` holds; linear.
 std::size_t count(std::string_view text);

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -34,7 +35,8 @@ class Reader {
                                          std::size_t atMost = static_cast<std::size_t>(-1));
 
   private:
-    std::string buffer_;
+    std::unique_ptr<char[]> buffer_;  // not a string: it would be filled before it is read into
+    std::size_t capacity_ = 0;
 };
 
 /// The bytes of a regular file. Throws `Error`.
@@ -51,9 +53,9 @@ void walk(const std::string& folder, const std::function<void(std::string path)>
 /// Creates the folder and those above it. Throws `Error`.
 void createDirectories(const std::string& path);
 
-/// Writes a temporary file beside `path`, flushes it to disk and renames it over `path`; an existing
-/// file lends its permissions. On failure the old file stands, the temporary one is gone, and
-/// `Error` is thrown.
+/// Writes a temporary file beside `path`, flushes it to disk and renames it over `path`; an
+/// existing file lends its permissions. On failure the old file stands, the temporary one is gone,
+/// and `Error` is thrown.
 void writeAtomically(const std::string& path, std::string_view bytes);
 
 /// True when the file was there and is gone now. Never throws.

@@ -17,7 +17,8 @@ namespace ombrix::Json {
 
 class Value;
 using Array = std::vector<Value>;
-using Members = std::map<std::string, Value, std::less<>>;  // keys in byte order, as they are written
+using Members =
+    std::map<std::string, Value, std::less<>>;  // keys in byte order, as they are written
 
 /// Numbers keep the kind they were written in: an integer that fits 64 signed bits, else a double.
 class Value {
@@ -68,9 +69,9 @@ class DecodingError : public std::runtime_error {
 
 constexpr std::size_t maximalDepth = 512;
 
-/// The value of a whole text. Throws `SyntaxError` for what is not JSON in valid UTF-8, a byte order
-/// mark and anything behind the value included, for nesting deeper than `maximalDepth`, and for a
-/// number outside the range of a double. Of a key given twice the last one counts.
+/// The value of a whole text. Throws `SyntaxError` for what is not JSON in valid UTF-8, a byte
+/// order mark and anything behind the value included, for nesting deeper than `maximalDepth`, and
+/// for a number outside the range of a double. Of a key given twice the last one counts.
 Value parse(std::string_view text);
 
 /// An object that is being decoded, with the path that led to it. Missing and null are both
@@ -100,7 +101,8 @@ class Object {
 
     Object requiredObject(std::string_view key) const;
     std::optional<Object> optionalObject(std::string_view key) const;
-    /// The objects of a list; each carries its path. Throws when it is missing or holds another type.
+    /// The objects of a list; each carries its path. Throws when it is missing or holds another
+    /// type.
     std::vector<Object> requiredObjects(std::string_view key) const;
     /// The same; an empty list when the key is missing or null.
     std::vector<Object> optionalObjects(std::string_view key) const;

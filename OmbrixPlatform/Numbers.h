@@ -28,8 +28,8 @@ std::optional<Integer> parseInteger(std::string_view text) {
 /// not empty: leading white space, hexadecimal forms, "inf" and "nan" included.
 std::optional<double> parseDouble(std::string_view text);
 
-/// The shortest decimal form that reads back as `value`; a whole number has no fraction ("30"), very
-/// large and very small ones an exponent ("1e-05", "1e+22"). `value` is finite.
+/// The shortest decimal form that reads back as `value`; a whole number has no fraction ("30"),
+/// very large and very small ones an exponent ("1e-05", "1e+22"). `value` is finite.
 std::string shortest(double value);
 
 /// The form numbers take in our sentences: as `shortest`, but a whole number shows its fraction

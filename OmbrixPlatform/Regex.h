@@ -1,6 +1,6 @@
-// Regular expressions with ICU's syntax and semantics over UTF-8. An expression is a constant of the
-// program: one that fails to compile ends the process. Make it a function-local static, so that it
-// is compiled on first use. Searching is safe from several threads; texts are never copied.
+// Regular expressions with ICU's syntax and semantics over UTF-8. An expression is a constant of
+// the program: one that fails to compile ends the process. Make it a function-local static, so that
+// it is compiled on first use. Searching is safe from several threads; texts are never copied.
 #pragma once
 
 #include <cstddef>

@@ -1,7 +1,7 @@
 // What the words of our vocabulary mean for a text: trim, split, lower-case, fold, find. Every text
 // is UTF-8; a byte that is not well-formed counts as one U+FFFD and is never a reason to fail.
-// Returned views show the bytes of the argument. All functions are linear unless they say otherwise;
-// ASCII text takes a path of its own that allocates only the result.
+// Returned views show the bytes of the argument. All functions are linear unless they say
+// otherwise; ASCII text takes a path of its own that allocates only the result.
 #pragma once
 
 #include <cstddef>
@@ -23,7 +23,9 @@ constexpr bool isAsciiAlphanumeric(char c) { return isAsciiDigit(c) || isAsciiLe
 constexpr bool isAsciiHexDigit(char c) {
     return isAsciiDigit(c) || ((c | 0x20) >= 'a' && (c | 0x20) <= 'f');
 }
-constexpr char asciiLowercased(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c | 0x20) : c; }
+constexpr char asciiLowercased(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c | 0x20) : c;
+}
 
 /// White_Space. The same scalars are what "white space and newlines" are trimmed of.
 bool isWhiteSpace(char32_t scalar);
@@ -45,7 +47,8 @@ std::string_view trimmedSpacesAndTabs(std::string_view text);
 
 // ---- split and join ---------------------------------------------------------------------------
 
-/// The pieces between the occurrences of `separator` (not empty), empty ones included; at least one.
+/// The pieces between the occurrences of `separator` (not empty), empty ones included; at least
+/// one.
 std::vector<std::string_view> split(std::string_view text, std::string_view separator);
 /// The same without the empty pieces; none for an empty text.
 std::vector<std::string_view> splitDroppingEmpty(std::string_view text, std::string_view separator);

@@ -1,0 +1,87 @@
+#include "OmbrixPlatform/Characters.h"
+
+#include <optional>
+
+#include "OmbrixPlatform/BreakIterator.h"
+
+namespace ombrix::Characters {
+namespace {
+bool isAsciiAt(std::string_view text, std::size_t at) {
+    return static_cast<unsigned char>(text[at]) < 0x80;
+}
+}  // namespace
+
+struct Cursor::Iterator {
+    explicit Iterator(std::string_view text) : it(BreakIterator::Kind::character, text) {}
+    BreakIterator it;
+};
+
+Cursor::Cursor(std::string_view text) : text_(text) {}
+Cursor::~Cursor() = default;
+
+Cursor::Iterator& Cursor::iterator() {
+    if (!iterator_) iterator_ = std::make_unique<Iterator>(text_);
+    return *iterator_;
+}
+
+// Two ASCII bytes never share a character, CR LF apart; only a neighbour that is not ASCII can be a
+// mark or a prefix that joins them to something.
+std::size_t Cursor::after(std::size_t place) {
+    if (place >= text_.size()) return text_.size();
+    const std::size_t next = place + 1;
+    if (isAsciiAt(text_, place)) {
+        if (next == text_.size()) return next;
+        if (isAsciiAt(text_, next)) {
+            if (text_[place] != '\r' || text_[next] != '\n') return next;
+            return next + 1;  // no mark ever joins a line feed
+        }
+    }
+    return iterator().it.following(place);
+}
+
+std::size_t Cursor::before(std::size_t place) {
+    if (place == 0) return 0;
+    const std::size_t last = place - 1;
+    if (isAsciiAt(text_, last)) {
+        if (last == 0) return last;
+        if (text_[last] == '\n' && text_[last - 1] == '\r') return last - 1;
+        if (isAsciiAt(text_, last - 1)) return last;
+    }
+    return iterator().it.preceding(place);
+}
+
+std::size_t count(std::string_view text) {
+    Cursor cursor(text);
+    std::size_t characters = 0;
+    for (std::size_t at = 0; at < text.size(); at = cursor.after(at)) ++characters;
+    return characters;
+}
+
+std::size_t forward(std::string_view text, std::size_t from, std::size_t n) {
+    Cursor cursor(text);
+    while (n > 0 && from < text.size()) {
+        from = cursor.after(from);
+        --n;
+    }
+    return from;
+}
+
+std::size_t backward(std::string_view text, std::size_t from, std::size_t n) {
+    Cursor cursor(text);
+    while (n > 0 && from > 0) {
+        from = cursor.before(from);
+        --n;
+    }
+    return from;
+}
+
+bool hasAtLeast(std::string_view text, std::size_t n) {
+    Cursor cursor(text);
+    std::size_t at = 0;
+    for (; n > 0; --n) {
+        if (at >= text.size()) return false;
+        at = cursor.after(at);
+    }
+    return true;
+}
+}  // namespace ombrix::Characters

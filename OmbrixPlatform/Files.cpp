@@ -1,0 +1,223 @@
+#include "OmbrixPlatform/Files.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <pwd.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdlib>
+#include <filesystem>
+#include <memory>
+#include <utility>
+#include <vector>
+
+#include "OmbrixPlatform/Paths.h"
+#include "OmbrixPlatform/Process.h"
+#include "OmbrixPlatform/Utf8.h"
+
+namespace ombrix::Files {
+namespace {
+
+class Descriptor {
+  public:
+    explicit Descriptor(int fd) : fd_(fd) {}
+    ~Descriptor() { close(); }
+    Descriptor(Descriptor&& other) noexcept : fd_(std::exchange(other.fd_, -1)) {}
+    Descriptor& operator=(Descriptor&&) = delete;
+
+    int get() const { return fd_; }
+    bool isOpen() const { return fd_ >= 0; }
+    /// False when the last writes were lost, which some file systems only tell now.
+    bool close() {
+        const int fd = std::exchange(fd_, -1);
+        return fd < 0 || ::close(fd) == 0;
+    }
+
+  private:
+    int fd_;
+};
+
+/// Opens a regular file, never waiting for another kind of file to answer: even to open a device or
+/// a pipe can do something, so its kind is asked first, and once more of what was opened. With
+/// `errno` set when the descriptor is not open.
+Descriptor openRegular(const std::string& path, struct stat& facts) {
+    if (::stat(path.c_str(), &facts) != 0) return Descriptor(-1);
+    if (S_ISREG(facts.st_mode)) {
+        Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+        if (!file.isOpen() || (::fstat(file.get(), &facts) == 0 && S_ISREG(facts.st_mode)))
+            return file;
+    }
+    errno = S_ISDIR(facts.st_mode) ? EISDIR : EINVAL;
+    return Descriptor(-1);
+}
+
+/// Reads until `size` bytes are there or the file ends; nothing on an error.
+std::optional<std::size_t> readUpTo(const Descriptor& file, char* into, std::size_t size) {
+    std::size_t count = 0;
+    while (count < size) {
+        const ssize_t got = ::read(file.get(), into + count, size - count);
+        if (got < 0 && errno == EINTR) continue;
+        if (got < 0) return std::nullopt;
+        if (got == 0) break;
+        count += static_cast<std::size_t>(got);
+    }
+    return count;
+}
+
+void writeAll(const Descriptor& file, std::string_view bytes, const std::string& path) {
+    while (!bytes.empty()) {
+        const ssize_t put = ::write(file.get(), bytes.data(), bytes.size());
+        if (put < 0 && errno == EINTR) continue;
+        if (put < 0) throw Error(errno, "Cannot write", path);
+        bytes.remove_prefix(static_cast<std::size_t>(put));
+    }
+}
+
+/// Where a write to `path` really goes: links are followed, so that a linked file stays linked.
+std::string destination(const std::string& path) {
+    char* const resolved = ::realpath(path.c_str(), nullptr);
+    if (resolved == nullptr) return path;
+    std::string real(resolved);
+    std::free(resolved);
+    return real;
+}
+
+void flushFolder(const std::string& folder) {
+    const Descriptor handle(
+        ::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (handle.isOpen()) ::fsync(handle.get());
+}
+
+struct CloseFolder {
+    void operator()(DIR* folder) const { ::closedir(folder); }
+};
+using Folder = std::unique_ptr<DIR, CloseFolder>;
+
+enum class Entry { file, folder, neither };
+
+Entry kindOf(const dirent& entry, const std::string& path) {
+    if (entry.d_type == DT_DIR) return Entry::folder;
+    if (entry.d_type != DT_LNK && entry.d_type != DT_UNKNOWN) return Entry::file;
+    struct stat facts {};
+    if (::lstat(path.c_str(), &facts) != 0) return Entry::neither;
+    if (S_ISDIR(facts.st_mode)) return Entry::folder;
+    if (!S_ISLNK(facts.st_mode)) return Entry::file;
+    return ::stat(path.c_str(), &facts) != 0 || S_ISDIR(facts.st_mode) ? Entry::neither
+                                                                       : Entry::file;
+}
+}  // namespace
+
+Error::Error(int code, std::string_view operation, std::string_view path)
+    : std::system_error(code, std::generic_category(),
+                        std::string(operation) + " \"" + std::string(path) + "\"") {}
+
+bool exists(const std::string& path) { return ::access(path.c_str(), F_OK) == 0; }
+
+bool isDirectory(const std::string& path) {
+    struct stat facts {};
+    return ::stat(path.c_str(), &facts) == 0 && S_ISDIR(facts.st_mode);
+}
+
+std::string homeDirectory() {
+    std::vector<char> space(1024);
+    passwd record{};
+    passwd* found = nullptr;
+    while (::getpwuid_r(::getuid(), &record, space.data(), space.size(), &found) == ERANGE)
+        space.resize(space.size() * 2);
+    if (found == nullptr || found->pw_dir == nullptr || *found->pw_dir == '\0') return "/";
+    return found->pw_dir;
+}
+
+std::string workingDirectory() {
+    char* const path = ::getcwd(nullptr, 0);
+    if (path == nullptr) return "/";
+    std::string result(path);
+    std::free(path);
+    return result;
+}
+
+std::optional<std::string_view> Reader::read(const std::string& path, std::size_t atMost) {
+    struct stat facts {};
+    const Descriptor file = openRegular(path, facts);
+    if (!file.isOpen()) return std::nullopt;
+    const std::size_t size = std::min(static_cast<std::size_t>(facts.st_size), atMost);
+    if (size > capacity_) {
+        buffer_ = std::make_unique_for_overwrite<char[]>(size);
+        capacity_ = size;
+    }
+    const auto count = readUpTo(file, buffer_.get(), size);
+    if (!count) return std::nullopt;
+    return std::string_view(buffer_.get(), *count);
+}
+
+std::string bytes(const std::string& path) {
+    struct stat facts {};
+    const Descriptor file = openRegular(path, facts);
+    if (!file.isOpen()) throw Error(errno, "Cannot read", path);
+    std::string content(static_cast<std::size_t>(facts.st_size), '\0');
+    const auto count = readUpTo(file, content.data(), content.size());
+    if (!count) throw Error(errno, "Cannot read", path);
+    content.resize(*count);
+    return content;
+}
+
+std::optional<std::string> text(const std::string& path) {
+    try {
+        std::string content = bytes(path);
+        if (Utf8::isValid(content)) return content;
+    } catch (const Error&) {
+    }
+    return std::nullopt;
+}
+
+void walk(const std::string& folder, const std::function<void(std::string path)>& visit) {
+    std::vector<std::string> waiting{folder};
+    while (!waiting.empty()) {
+        const std::string place = std::move(waiting.back());
+        waiting.pop_back();
+        const Folder open(::opendir(place.c_str()));
+        if (open == nullptr) continue;
+        while (const dirent* entry = ::readdir(open.get())) {
+            if (entry->d_name[0] == '.') continue;
+            std::string path = Paths::joined(place, entry->d_name);
+            const Entry kind = kindOf(*entry, path);
+            if (kind == Entry::folder) waiting.push_back(std::move(path));
+            if (kind == Entry::file) visit(std::move(path));
+        }
+    }
+}
+
+void createDirectories(const std::string& path) {
+    std::error_code failure;
+    std::filesystem::create_directories(path, failure);
+    if (failure) throw Error(failure.value(), "Cannot create the folder", path);
+}
+
+void writeAtomically(const std::string& path, std::string_view content) {
+    const std::string target = destination(path);
+    const std::string folder(Paths::parent(target));
+    const std::string temporary =
+        Paths::joined(folder, ".ombrix-" + Process::uniqueString() + ".tmp");
+    constexpr mode_t readWriteByUmask = 0666;
+    Descriptor file(
+        ::open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, readWriteByUmask));
+    if (!file.isOpen()) throw Error(errno, "Cannot write", path);
+    try {
+        struct stat old {};
+        if (::stat(target.c_str(), &old) == 0) ::fchmod(file.get(), old.st_mode & 07777U);
+        writeAll(file, content, path);
+        if (::fsync(file.get()) != 0 || !file.close()) throw Error(errno, "Cannot write", path);
+        if (::rename(temporary.c_str(), target.c_str()) != 0)
+            throw Error(errno, "Cannot replace", path);
+    } catch (...) {
+        ::unlink(temporary.c_str());
+        throw;
+    }
+    flushFolder(folder);
+}
+
+bool remove(const std::string& path) { return ::unlink(path.c_str()) == 0; }
+}  // namespace ombrix::Files

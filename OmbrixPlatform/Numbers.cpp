@@ -1,0 +1,43 @@
+#include "OmbrixPlatform/Numbers.h"
+
+#include <array>
+#include <clocale>
+#include <cmath>
+#include <cstdlib>
+
+#include <locale.h>
+
+namespace ombrix::Numbers {
+
+std::optional<double> parseDouble(std::string_view text) {
+    if (text.empty()) return std::nullopt;
+    static const locale_t cLocale = newlocale(LC_ALL_MASK, "C", nullptr);
+    const std::string terminated(text);
+    char* stop = nullptr;
+    const double value = strtod_l(terminated.c_str(), &stop, cLocale);
+    if (stop != terminated.c_str() + terminated.size()) return std::nullopt;
+    return value;
+}
+
+std::string shortest(double value) {
+    // Outside this range the digits in front of or behind the point would be zeros that say
+    // nothing.
+    constexpr double leastPlain = 1e-4;
+    constexpr double firstWithExponent = 1e16;
+    const double size = std::fabs(value);
+    const bool plain = size == 0 || (size >= leastPlain && size < firstWithExponent);
+    std::array<char, 64> digits{};
+    const auto end =
+        std::to_chars(digits.data(), digits.data() + digits.size(), value,
+                      plain ? std::chars_format::fixed : std::chars_format::scientific);
+    return std::string(digits.data(), end.ptr);
+}
+
+std::string described(double value) {
+    if (std::isnan(value)) return "nan";
+    if (std::isinf(value)) return value < 0 ? "-inf" : "inf";
+    std::string text = shortest(value);
+    if (text.find_first_of(".e") == std::string::npos) text += ".0";
+    return text;
+}
+}  // namespace ombrix::Numbers
