@@ -35,13 +35,13 @@ struct SpeakerFilter {
 struct AnswerScope {
     using IDs = std::set<std::string, std::less<>>;
 
-    std::optional<std::string> dateFrom;     ///< "YYYY-MM-DD", inclusive
-    std::optional<std::string> dateTo;       ///< "YYYY-MM-DD", inclusive
-    std::optional<std::int64_t> lastN;       ///< only the first so many that pass; below 0 means 0
-    std::optional<std::string> participant;  ///< stands in a participant's name
-    std::optional<IDs> meetingIDs;           ///< an empty set admits nothing
-    std::optional<SpeakerFilter> speaker;    ///< an empty name is nobody and admits nothing
-    std::optional<std::string> folder;       ///< folders one behind the other: "Acme/Weekly"
+    std::optional<std::string> dateFrom{};  ///< "YYYY-MM-DD", inclusive
+    std::optional<std::string> dateTo{};    ///< "YYYY-MM-DD", inclusive
+    std::optional<std::int64_t> lastN{};    ///< only the first so many that pass; below 0 means 0
+    std::optional<std::string> participant{};  ///< stands in a participant's name
+    std::optional<IDs> meetingIDs{};           ///< an empty set admits nothing
+    std::optional<SpeakerFilter> speaker{};    ///< an empty name is nobody and admits nothing
+    std::optional<std::string> folder{};       ///< folders one behind the other: "Acme/Weekly"
 
     /// The scope with every field absent.
     static const AnswerScope all;

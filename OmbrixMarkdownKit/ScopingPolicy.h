@@ -34,10 +34,10 @@ Window window(std::optional<std::int64_t> horizonDays, Instant now, const Calend
 Window window(std::int64_t days, Instant now, const Calendar& calendar,
               std::optional<std::int64_t> widenedFrom, std::optional<std::string> note);
 
-/// The window of the smallest of `steps` (days, in any order) that is longer than `window`, with a
+/// The window of the smallest of `steps` (days, in any order) that is longer than `thin`, with a
 /// note that says why. Nothing when `scannedCount` is at least `thinBelow` and when no step is
 /// longer.
-std::optional<Window> widen(const Window& window, std::int64_t scannedCount, std::int64_t thinBelow,
+std::optional<Window> widen(const Window& thin, std::int64_t scannedCount, std::int64_t thinBelow,
                             std::span<const std::int64_t> steps, Instant now,
                             const Calendar& calendar);
 }  // namespace ombrix::ScopingPolicy
