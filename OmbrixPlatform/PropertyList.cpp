@@ -21,6 +21,7 @@ constexpr std::size_t maximalDepth = 512;
 constexpr std::uint64_t maximalCost = std::uint64_t{4} << 20;  // nodes and bytes, unfolded
 
 constexpr std::string_view binaryMagic = "bplist00";
+constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 
 /// Walks a binary property list as libplist would unfold it, without building it. The file is the
 /// magic, objects, a table of their places, and a trailer that says where that table is; containers
@@ -141,6 +142,7 @@ struct FreeTree {
 using Tree = std::unique_ptr<void, FreeTree>;
 
 Tree parse(std::string_view bytes) {
+    if (bytes.starts_with(byteOrderMark)) bytes.remove_prefix(byteOrderMark.size());
     if (bytes.empty() || bytes.size() > maximalBytes) return nullptr;
     plist_t tree = nullptr;
     const auto length = static_cast<std::uint32_t>(bytes.size());

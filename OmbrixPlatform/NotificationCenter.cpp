@@ -1,0 +1,161 @@
+#include "OmbrixPlatform/NotificationCenter.h"
+
+#include <gio/gio.h>
+#include <sys/stat.h>
+
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "OmbrixPlatform/Paths.h"
+#include "OmbrixPlatform/Process.h"
+#include "OmbrixPlatform/Text.h"
+#include "OmbrixPlatform/Utf8.h"
+
+namespace ombrix::NotificationCenter {
+namespace {
+constexpr const char* objectPath = "/com/ombrix/Notifications";
+constexpr const char* interfaceName = "com.ombrix.Notifications";
+constexpr const char* signalName = "Posted";
+
+// GIO's own time limits are 25 seconds and more, and it has none while a bus authenticates us. So
+// each step runs on a main context of ours, is cancelled when the time is over, and is left to
+// itself when it does not heed that. Together they stay below half a second.
+constexpr unsigned cancelAfterMilliseconds = 400;
+constexpr unsigned abandonAfterMilliseconds = 450;
+
+template <typename T>
+struct Unref {
+    void operator()(T* object) const { g_object_unref(object); }
+};
+using Connection = std::unique_ptr<GDBusConnection, Unref<GDBusConnection>>;
+using Result = std::unique_ptr<GAsyncResult, Unref<GAsyncResult>>;
+using Cancellable = std::unique_ptr<GCancellable, Unref<GCancellable>>;
+
+/// A main context that is the thread's own while this stands, with the time limit running in it.
+class LimitedContext {
+  public:
+    LimitedContext() : context_(g_main_context_new()), cancellable_(g_cancellable_new()) {
+        g_main_context_push_thread_default(context_);
+        cancelTimer_ = timer(cancelAfterMilliseconds, [](void* self) -> gboolean {
+            g_cancellable_cancel(static_cast<LimitedContext*>(self)->cancellable());
+            return G_SOURCE_REMOVE;
+        });
+        abandonTimer_ = timer(abandonAfterMilliseconds, [](void* self) -> gboolean {
+            static_cast<LimitedContext*>(self)->isOver_ = true;
+            return G_SOURCE_REMOVE;
+        });
+    }
+    ~LimitedContext() {
+        for (GSource* source : {cancelTimer_, abandonTimer_}) {
+            g_source_destroy(source);
+            g_source_unref(source);
+        }
+        g_main_context_pop_thread_default(context_);
+        g_main_context_unref(context_);
+    }
+    LimitedContext(const LimitedContext&) = delete;
+    LimitedContext& operator=(const LimitedContext&) = delete;
+
+    GCancellable* cancellable() const { return cancellable_.get(); }
+
+    /// Starts a step and waits for its result; nothing when it had to be abandoned. `start` is
+    /// given the callback and its data. A result that comes after that is never looked at, since
+    /// nobody runs the context any more; what it would be told to is leaked then.
+    template <typename Start>
+    Result await(Start start) {
+        auto* slot = new std::shared_ptr<Outcome>(std::make_shared<Outcome>());
+        const std::shared_ptr<Outcome> outcome = *slot;
+        start(
+            [](GObject*, GAsyncResult* result, void* data) {
+                const std::unique_ptr<std::shared_ptr<Outcome>> owned(
+                    static_cast<std::shared_ptr<Outcome>*>(data));
+                (*owned)->result.reset(static_cast<GAsyncResult*>(g_object_ref(result)));
+            },
+            slot);
+        while (!outcome->result && !isOver_) g_main_context_iteration(context_, TRUE);
+        return std::move(outcome->result);
+    }
+
+  private:
+    struct Outcome {
+        Result result;
+    };
+
+    GSource* timer(unsigned milliseconds, GSourceFunc function) {
+        GSource* source = g_timeout_source_new(milliseconds);
+        g_source_set_callback(source, function, this, nullptr);
+        g_source_attach(source, context_);
+        return source;
+    }
+
+    GMainContext* context_;
+    Cancellable cancellable_;
+    GSource* cancelTimer_ = nullptr;
+    GSource* abandonTimer_ = nullptr;
+    bool isOver_ = false;
+};
+
+bool isSocket(const std::string& path) {
+    struct stat status {};
+    return ::stat(path.c_str(), &status) == 0 && S_ISSOCK(status.st_mode);
+}
+
+/// The bus of the session that is running; empty when there is none. Starting one for a message
+/// that nobody could hear would be wrong, so an address that asks for that is passed over.
+std::string busAddress() {
+    if (const auto given = Process::environment("DBUS_SESSION_BUS_ADDRESS");
+        given && !given->empty()) {
+        std::vector<std::string_view> addresses;
+        for (const std::string_view address : Text::splitDroppingEmpty(*given, ";")) {
+            if (!address.starts_with("autolaunch:")) addresses.push_back(address);
+        }
+        return Text::joined(addresses, ";");
+    }
+    const auto runtime = Process::environment("XDG_RUNTIME_DIR");
+    if (!runtime || runtime->empty()) return {};
+    const std::string socket = Paths::joined(*runtime, "bus");
+    if (!isSocket(socket)) return {};
+    const std::unique_ptr<char, decltype(&g_free)> escaped(
+        g_dbus_address_escape_value(socket.c_str()), &g_free);
+    return std::string("unix:path=") + escaped.get();
+}
+
+/// A string of the bus is valid UTF-8 without U+0000.
+std::string busString(std::string_view text) {
+    return Text::replacingAll(Utf8::repaired(text), std::string_view("\0", 1), "\xEF\xBF\xBD");
+}
+
+Connection connect(LimitedContext& context, const std::string& address) {
+    constexpr auto flags =
+        static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
+                                          G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION);
+    const Result result = context.await([&](GAsyncReadyCallback callback, void* data) {
+        g_dbus_connection_new_for_address(address.c_str(), flags, nullptr, context.cancellable(),
+                                          callback, data);
+    });
+    if (!result) return nullptr;
+    return Connection(g_dbus_connection_new_for_address_finish(result.get(), nullptr));
+}
+}  // namespace
+
+void post(std::string_view name, std::optional<std::string_view> object) {
+    const std::string address = busAddress();
+    if (address.empty()) return;
+    LimitedContext context;
+    const Connection connection = connect(context, address);
+    if (!connection) return;
+    GVariant* arguments = g_variant_new("(ss)", busString(name).c_str(),
+                                        busString(object.value_or(std::string_view())).c_str());
+    if (!g_dbus_connection_emit_signal(connection.get(), nullptr, objectPath, interfaceName,
+                                       signalName, arguments, nullptr)) {
+        return;
+    }
+    // Emitting only queues the message for GIO's thread, and the process may end right behind us.
+    const Result flushed = context.await([&](GAsyncReadyCallback callback, void* data) {
+        g_dbus_connection_flush(connection.get(), context.cancellable(), callback, data);
+    });
+    if (flushed) g_dbus_connection_flush_finish(connection.get(), flushed.get(), nullptr);
+}
+}  // namespace ombrix::NotificationCenter
