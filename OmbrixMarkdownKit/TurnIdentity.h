@@ -21,6 +21,10 @@ namespace TextNormalize {
 /// "Hello,  World!" is "hello world", "don't" is "don t". Empty when there are none. Linear. Files
 /// on disk hold hashes of this form: it never changes.
 std::string words(std::string_view text);
+
+/// The runs of letters, marks and digits of the text, scalar by scalar, as they are written, joined
+/// by single blanks.
+std::string runs(std::string_view text);
 }  // namespace TextNormalize
 
 // An id reads "t007-3fa9c1": the one-based position, padded to three digits, and six digits of the
