@@ -15,11 +15,11 @@ namespace ombrix {
 
 /// A source as a synthesizer gets it. Its number is its place in the list, counted from 1.
 struct RetrievedCitation {
-    std::string id;     ///< the key under which its document is found
-    std::string title;  ///< of the meeting
-    std::string date;   ///< of the meeting, as text; empty when unknown
-    std::vector<std::string> participants;
-    std::vector<std::string> snippets;  ///< ranked, best first
+    std::string id{};     ///< the key under which its document is found
+    std::string title{};  ///< of the meeting
+    std::string date{};   ///< of the meeting, as text; empty when unknown
+    std::vector<std::string> participants{};
+    std::vector<std::string> snippets{};  ///< ranked, best first
     bool operator==(const RetrievedCitation&) const = default;
 };
 
@@ -27,8 +27,8 @@ struct RetrievedCitation {
 std::vector<std::string> citationIDs(const std::vector<RetrievedCitation>& citations);
 
 struct SynthesizedAnswer {
-    std::string text;
-    std::vector<std::string> citationIDs;
+    std::string text{};
+    std::vector<std::string> citationIDs{};
     bool operator==(const SynthesizedAnswer&) const = default;
 };
 

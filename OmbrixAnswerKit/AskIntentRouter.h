@@ -49,7 +49,7 @@ struct AskPlan {
     AnswerShape shape = AnswerShape::prose;
     AnswerTier tier = AnswerTier::standard;
     std::int64_t recencyHalfLifeDays = 30;
-    std::string rationale;  ///< one line that says why, for display and logs
+    std::string rationale{};  ///< one line that says why, for display and logs
     bool operator==(const AskPlan&) const = default;
 };
 
@@ -70,7 +70,7 @@ std::span<const std::string_view> selfDirectedCues();
 
 struct Classification {
     AskIntent intent = AskIntent::freeform;
-    std::optional<std::string_view> cue;  ///< an entry of `table`; nothing for `freeform`
+    std::optional<std::string_view> cue{};  ///< an entry of `table`; nothing for `freeform`
     bool operator==(const Classification&) const = default;
 };
 

@@ -20,19 +20,19 @@ namespace ombrix {
 
 struct StructuredAnswer {
     struct Item {
-        std::optional<std::string> date;   ///< "YYYY-MM-DD" by its form alone; timelines only
-        std::optional<std::string> owner;  ///< commitments only
-        std::string text;                  ///< with its bracketed numbers
-        std::vector<std::int64_t> citationIndices;  ///< the numbers in its brackets, in order
+        std::optional<std::string> date{};   ///< "YYYY-MM-DD" by its form alone; timelines only
+        std::optional<std::string> owner{};  ///< commitments only
+        std::string text{};                  ///< with its bracketed numbers
+        std::vector<std::int64_t> citationIndices{};  ///< the numbers in its brackets, in order
         bool operator==(const Item&) const = default;
     };
 
     /// What the text really has; `prose` although another shape was asked for when it has no other.
     AnswerShape shape = AnswerShape::prose;
-    std::optional<std::string> summary;    ///< what stands ahead of the heading, on one line
-    std::vector<Item> items;               ///< in the order of the text
-    std::optional<std::string> proseText;  ///< the whole trimmed text of a `prose` answer
-    std::vector<std::string> citationIDs;  ///< a bracket "[n]" means the one at position n - 1
+    std::optional<std::string> summary{};    ///< what stands ahead of the heading, on one line
+    std::vector<Item> items{};               ///< in the order of the text
+    std::optional<std::string> proseText{};  ///< the whole trimmed text of a `prose` answer
+    std::vector<std::string> citationIDs{};  ///< a bracket "[n]" means the one at position n - 1
     bool operator==(const StructuredAnswer&) const = default;
 };
 

@@ -1,0 +1,120 @@
+#include "OmbrixAnswerKit/StructuredAnswer.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "OmbrixPlatform/Characters.h"
+#include "OmbrixPlatform/Text.h"
+
+namespace ombrix::StructuredAnswerParser {
+namespace {
+
+using Lines = std::vector<std::string_view>;
+
+constexpr std::string_view separator = " — ";
+constexpr std::string_view nothingFound = "(none)";
+/// A longer text ahead of a dash is part of the sentence.
+constexpr std::size_t longestOwner = 40;
+
+std::string_view headingOf(AnswerShape shape) {
+    return shape == AnswerShape::timeline ? "## Timeline" : "## Commitments";
+}
+
+/// The numbers of all "[n]" and "[nn]".
+std::vector<std::int64_t> bracketNumbers(std::string_view line) {
+    std::vector<std::int64_t> numbers;
+    for (auto open = line.find('['); open != line.npos; open = line.find('[', open + 1)) {
+        std::size_t place = open + 1;
+        std::int64_t number = 0;
+        for (; place < line.size() && place <= open + 2 && Text::isAsciiDigit(line[place]); ++place)
+            number = number * 10 + (line[place] - '0');
+        if (place > open + 1 && place < line.size() && line[place] == ']')
+            numbers.push_back(number);
+    }
+    return numbers;
+}
+
+/// The form "YYYY-MM-DD"; whether there is such a day does not matter.
+bool hasFormOfDay(std::string_view text) {
+    if (text.size() != 10) return false;
+    for (std::size_t place = 0; place < text.size(); ++place) {
+        const bool hyphen = place == 4 || place == 7;
+        if (hyphen ? text[place] != '-' : !Text::isAsciiDigit(text[place])) return false;
+    }
+    return true;
+}
+
+/// Takes the date off the entry of a timeline; false when `left` is none.
+bool readDate(std::string_view left, StructuredAnswer::Item& item) {
+    if (Text::equalsIgnoringCase(left, "undated")) return true;
+    if (!hasFormOfDay(left)) return false;
+    item.date = left;
+    return true;
+}
+
+/// Takes the owner off a commitment; false when `left` can be nobody.
+bool readOwner(std::string_view left, StructuredAnswer::Item& item) {
+    if (Text::equalsIgnoringCase(left, "unowned")) return true;
+    if (left.empty() || Characters::hasAtLeast(left, longestOwner + 1)) return false;
+    item.owner = left;
+    return true;
+}
+
+/// The item of a bullet's line, without its bullet.
+StructuredAnswer::Item item(std::string_view line, AnswerShape shape) {
+    StructuredAnswer::Item result{.text = std::string(line),
+                                  .citationIndices = bracketNumbers(line)};
+    const auto dash = line.find(separator);
+    if (dash == line.npos) return result;
+    const auto left = Text::trimmedBlanks(line.substr(0, dash));
+    const auto right = Text::trimmedBlanks(line.substr(dash + separator.size()));
+    const bool split =
+        shape == AnswerShape::timeline ? readDate(left, result) : readOwner(left, result);
+    if (split) result.text = right;
+    return result;
+}
+
+std::vector<StructuredAnswer::Item> items(Lines::const_iterator line, Lines::const_iterator end,
+                                          AnswerShape shape) {
+    std::vector<StructuredAnswer::Item> result;
+    for (; line != end; ++line) {
+        const auto text = Text::trimmedBlanks(*line);
+        if (text == nothingFound) break;
+        if (text.starts_with("- ") || text.starts_with("* "))
+            result.push_back(item(Text::trimmedBlanks(text.substr(2)), shape));
+    }
+    return result;
+}
+
+std::optional<std::string> summary(Lines::const_iterator line, Lines::const_iterator end) {
+    std::vector<std::string_view> parts;
+    for (; line != end; ++line)
+        if (const auto text = Text::trimmedBlanks(*line); !text.empty()) parts.push_back(text);
+    if (parts.empty()) return std::nullopt;
+    return Text::joined(parts, " ");
+}
+
+StructuredAnswer prose(std::string_view trimmed, std::vector<std::string> citationIDs) {
+    StructuredAnswer answer{.citationIDs = std::move(citationIDs)};
+    if (!trimmed.empty()) answer.proseText = trimmed;
+    return answer;
+}
+}  // namespace
+
+StructuredAnswer parse(std::string_view text, AnswerShape shape,
+                       std::vector<std::string> citationIDs) {
+    const auto trimmed = Text::trimmed(text);
+    if (trimmed.empty() || shape == AnswerShape::prose)
+        return prose(trimmed, std::move(citationIDs));
+    const Lines lines = Text::split(trimmed, "\n");
+    const auto heading = std::ranges::find_if(lines, [&](std::string_view line) {
+        return Text::equalsIgnoringCase(Text::trimmedBlanks(line), headingOf(shape));
+    });
+    if (heading == lines.end() || heading + 1 == lines.end())
+        return prose(trimmed, std::move(citationIDs));
+    return {.shape = shape,
+            .summary = summary(lines.begin(), heading),
+            .items = items(heading + 1, lines.end(), shape),
+            .citationIDs = std::move(citationIDs)};
+}
+}  // namespace ombrix::StructuredAnswerParser
