@@ -34,7 +34,7 @@ struct FailureEnvelope {
     MetaBody meta;
 };
 
-Json::Value encode(const SuccessEnvelope& envelope);
+Json::Value encode(SuccessEnvelope envelope);
 Json::Value encode(const FailureEnvelope& envelope);
 
 /// Prints a success envelope made now. A command calls it once, at its end.

@@ -1,0 +1,42 @@
+#include "OmbrixCLI/CommandTree.h"
+#include "OmbrixCLI/Envelope.h"
+#include "OmbrixCore/AppStateBus.h"
+#include "OmbrixPlatform/Numbers.h"
+
+namespace ombrix {
+namespace {
+
+struct AppStateOptions {
+    double timeoutSeconds = 3;
+    GlobalOptions global;
+};
+
+void printAppState(const AppStateOptions& options) {
+    const CLIContext context(options.global);
+    if (!(options.timeoutSeconds > 0)) {  // true for NaN as well
+        throw CLIError::invalidInput("--timeout must be greater than zero.",
+                                     "Pass a positive number such as --timeout 3.");
+    }
+    const auto snapshot =
+        OmbrixAppStateBus::requestSnapshot(context.supportDirectory, options.timeoutSeconds);
+    if (!snapshot) {
+        throw CLIError::appUnreachable(
+            "Ombrix did not answer the app-state request within " +
+                Numbers::described(options.timeoutSeconds) + "s.",
+            "Launch Ombrix (a debug build enables the state bus automatically, or set "
+            "enable_state_dump / OMBRIX_STATE_DUMP=1), and pass --support-dir if it stores data "
+            "outside the default location.");
+    }
+    emitSuccess("ombrix-cli app-state", encode(*snapshot), context.databaseURL);
+}
+}  // namespace
+
+void declareAppState(Command root) {
+    Command command = root.subcommand("app-state", "Dump the running app's live UI state.");
+    const auto options = command.options<AppStateOptions>();
+    command.option("--timeout", options->timeoutSeconds,
+                   "Seconds to wait for the running app to answer.");
+    command.globalOptions(options->global);
+    command.run([options] { printAppState(*options); });
+}
+}  // namespace ombrix

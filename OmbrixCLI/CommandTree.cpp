@@ -1,0 +1,20 @@
+#include "OmbrixCLI/CommandTree.h"
+
+namespace ombrix {
+
+void declareCommands(const CommandLine& line, const std::string& argument0) {
+    const Command root = line.root();
+    declareSpec(root);
+    declareInfo(root, argument0);
+    declareMeetings(root);
+    declareDictations(root);
+    declareAppState(root);
+    declareDebugForceScheduledEnd(root);
+    declareDebugForceNotification(root);
+    declareDebugForceRecordingChip(root);
+    declareDebugSeedUpcoming(root);
+    declareDebugCaptureWindow(root);
+    declareDebugRoute(root);
+    declareDebugWebEval(root);
+}
+}  // namespace ombrix

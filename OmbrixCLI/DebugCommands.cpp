@@ -1,0 +1,193 @@
+// The one-way commands to the running application: each checks its word, posts it, and says what it
+// posted. Nobody answers, so success means no more than that.
+#include <algorithm>
+#include <array>
+#include <span>
+
+#include "OmbrixCLI/CommandTree.h"
+#include "OmbrixCLI/Envelope.h"
+#include "OmbrixPlatform/NotificationCenter.h"
+#include "OmbrixPlatform/Numbers.h"
+#include "OmbrixPlatform/Text.h"
+
+namespace ombrix {
+namespace {
+
+using Names = std::span<const std::string_view>;
+
+constexpr auto noticeKinds =
+    std::to_array<std::string_view>({"upcoming", "arming", "grace", "clear",  // the countdown's own
+                                     "silent", "detected", "failed", "missed", "unsaved", "partial",
+                                     "notes", "consent", "limited", "still", "ask"});
+constexpr auto pillStates =
+    std::to_array<std::string_view>({"recording", "writing", "ended", "idle"});
+/// More than the help of `debug-route` tells: older surfaces still have their names.
+constexpr auto routeHeads = std::to_array<std::string_view>(
+    {"recent", "meetings", "actions", "settings", "detail", "ask", "search", "pill", "notch",
+     "stream", "home", "answers", "dark", "light", "system"});
+
+bool holds(Names names, std::string_view name) {
+    return std::ranges::find(names, name) != names.end();
+}
+
+std::string listed(Names names) {
+    return Text::joined(std::vector<std::string_view>(names.begin(), names.end()), ", ");
+}
+
+/// A command of one positional word.
+struct WordCommand {
+    std::string name;
+    std::string abstract;
+    std::string key;  ///< of the positional, and of the payload's one member
+    std::string help;
+    std::optional<std::string> defaultWord;  ///< nothing makes the word a required one
+    void (*check)(const std::string& word);  ///< throws `CLIError`
+};
+
+struct WordOptions {
+    std::string word;
+    GlobalOptions global;
+};
+
+void postWord(const WordCommand& command, const WordOptions& options) {
+    const CLIContext context(options.global);
+    command.check(options.word);
+    NotificationCenter::post("com.ombrix.app." + command.name, options.word);
+    emitSuccess("ombrix-cli " + command.name, Json::object({{command.key, options.word}}),
+                context.databaseURL);
+}
+
+void declareWord(Command root, const WordCommand& word) {
+    Command command = root.subcommand(word.name, word.abstract);
+    const auto options = command.options<WordOptions>();
+    options->word = word.defaultWord.value_or("");
+    command.positional(word.key, options->word, word.help,
+                       word.defaultWord ? Presence::optional : Presence::required);
+    command.globalOptions(options->global);
+    command.run([word, options] { postWord(word, *options); });
+}
+
+// ---- checks -----------------------------------------------------------------------------------
+
+void checkKind(const std::string& kind) {
+    if (holds(noticeKinds, kind)) return;
+    throw CLIError::invalidInput("Unknown notification kind '" + kind + "'.",
+                                 "Pass one of: " + listed(noticeKinds) + ".");
+}
+
+void checkState(const std::string& state) {
+    if (holds(pillStates, state)) return;
+    throw CLIError::invalidInput("Unknown pill state '" + state + "'.",
+                                 "Pass one of: " + listed(pillStates) + ".");
+}
+
+void checkMode(const std::string& mode) {
+    if (mode == "seed" || mode == "clear") return;
+    throw CLIError::invalidInput("Unknown mode '" + mode + "'.",
+                                 "Pass 'seed' (default) or 'clear'.");
+}
+
+void checkPath(const std::string& path) {
+    if (path.starts_with('/') && path.ends_with(".png")) return;
+    throw CLIError::invalidInput("Path must be absolute and end in .png: '" + path + "'.",
+                                 "Pass something like /tmp/ombrix-home.png.");
+}
+
+void checkRoute(const std::string& route) {
+    if (holds(routeHeads, std::string_view(route).substr(0, route.find('/')))) return;
+    throw CLIError::invalidInput(
+        "Unknown route '" + route + "'.",
+        "Pass one of: " + listed(routeHeads) + " (settings may carry /<group>).");
+}
+
+// ---- the one command that posts a number ------------------------------------------------------
+
+struct ScheduledEndOptions {
+    double seconds = 0;
+    GlobalOptions global;
+};
+
+void forceScheduledEnd(const ScheduledEndOptions& options) {
+    const CLIContext context(options.global);
+    if (!(options.seconds >= 0)) {  // true for NaN as well
+        throw CLIError::invalidInput("--in must be zero or greater.",
+                                     "Pass a non-negative number of seconds such as --in 120.");
+    }
+    NotificationCenter::post("com.ombrix.app.debug-force-scheduled-end",
+                             Numbers::described(options.seconds));
+    emitSuccess("ombrix-cli debug-force-scheduled-end",
+                Json::object({{"backdatedScheduledEndSeconds", options.seconds}}),
+                context.databaseURL);
+}
+}  // namespace
+
+// ---- declarations -----------------------------------------------------------------------------
+
+void declareDebugForceScheduledEnd(Command root) {
+    Command command = root.subcommand(
+        "debug-force-scheduled-end",
+        "Force the running app's active meeting to fire its end-of-meeting countdown now (DEBUG "
+        "builds only).");
+    const auto options = command.options<ScheduledEndOptions>();
+    command.option("--in", options->seconds,
+                   "Seconds to backdate the scheduled end (affects toast wording only).");
+    command.globalOptions(options->global);
+    command.run([options] { forceScheduledEnd(*options); });
+}
+
+void declareDebugForceNotification(Command root) {
+    declareWord(root,
+                {.name = "debug-force-notification",
+                 .abstract = "Put a fixture notice on the pill (DEBUG builds only).",
+                 .key = "kind",
+                 .help = "Which notice: upcoming | arming | grace | clear | silent | detected "
+                         "| failed | missed | unsaved | partial | notes | consent | limited "
+                         "| still | ask",
+                 .defaultWord = "upcoming",
+                 .check = checkKind});
+}
+
+void declareDebugForceRecordingChip(Command root) {
+    declareWord(root,
+                {.name = "debug-force-recording-chip",
+                 .abstract = "Put the pill in a recording state with no real capture (DEBUG builds "
+                             "only).",
+                 .key = "state",
+                 .help = "Pill state: recording | writing | ended | idle",
+                 .defaultWord = "recording",
+                 .check = checkState});
+}
+
+void declareDebugSeedUpcoming(Command root) {
+    declareWord(root,
+                {.name = "debug-seed-upcoming",
+                 .abstract = "Seed (or clear) the Library 'Next up' agenda with fixture events "
+                             "(DEBUG builds only).",
+                 .key = "mode",
+                 .help = "Pass 'clear' to drop the seed back to the real calendar feed; omit to "
+                         "seed.",
+                 .defaultWord = "seed",
+                 .check = checkMode});
+}
+
+void declareDebugCaptureWindow(Command root) {
+    declareWord(root, {.name = "debug-capture-window",
+                       .abstract = "Write a PNG of the app's main window to a path (DEBUG builds "
+                                   "only).",
+                       .key = "path",
+                       .help = "Absolute path of the PNG to write.",
+                       .defaultWord = std::nullopt,
+                       .check = checkPath});
+}
+
+void declareDebugRoute(Command root) {
+    declareWord(root, {.name = "debug-route",
+                       .abstract = "Put the running app on a surface by name (DEBUG builds only).",
+                       .key = "route",
+                       .help = "recent | meetings[/<folder>] | actions | settings[/<group>] | "
+                               "detail[/next|/<path>] | ask | search | pill/open | pill/close | "
+                               "pill/dock/<dock> | dark | light | system",
+                       .defaultWord = std::nullopt,
+                       .check = checkRoute});
+}
+}  // namespace ombrix

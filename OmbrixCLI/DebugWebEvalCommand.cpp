@@ -1,0 +1,117 @@
+#include "OmbrixCLI/CommandTree.h"
+#include "OmbrixCLI/Envelope.h"
+#include "OmbrixCore/AppStateBus.h"
+#include "OmbrixPlatform/Files.h"
+#include "OmbrixPlatform/NotificationCenter.h"
+#include "OmbrixPlatform/Numbers.h"
+#include "OmbrixPlatform/Paths.h"
+#include "OmbrixPlatform/Process.h"
+
+namespace ombrix {
+namespace {
+
+struct WebEvalOptions {
+    std::string script;
+    double timeoutSeconds = 5;
+    GlobalOptions global;
+};
+
+/// The two files of one request. They are gone when it is over, however it ends.
+class RequestFiles {
+  public:
+    RequestFiles(std::string_view supportDirectory, const std::string& requestId)
+        : script(pathOf(supportDirectory, requestId + ".js")),
+          reply(pathOf(supportDirectory, requestId + ".json")) {}
+    ~RequestFiles() {
+        Files::remove(script);
+        Files::remove(reply);
+    }
+    RequestFiles(const RequestFiles&) = delete;
+    RequestFiles& operator=(const RequestFiles&) = delete;
+
+    void writeScript(const std::string& text) const {
+        Files::createDirectories(std::string(Paths::parent(script)));
+        Files::writeAtomically(script, text);
+        Files::remove(reply);
+    }
+
+    const std::string script;
+    const std::string reply;
+
+  private:
+    static std::string pathOf(std::string_view supportDirectory, const std::string& name) {
+        return Paths::joined(OmbrixAppStateBus::stateDirectory(supportDirectory),
+                             "web-eval-" + name);
+    }
+};
+
+/// The application's reply, or nothing when there is none in time. A file that is no JSON object is
+/// one that is still being written.
+std::optional<Json::Value> awaitedReply(const std::string& file, double timeoutSeconds) {
+    const OmbrixAppStateBus::Surroundings surroundings;
+    const OmbrixAppStateBus::Deadline deadline(timeoutSeconds, surroundings);
+    Json::Value reply;
+    const bool came = OmbrixAppStateBus::awaitReply(file, deadline, [&](const std::string& text) {
+        try {
+            reply = Json::parse(text);
+        } catch (const Json::SyntaxError&) {
+            return false;
+        }
+        return reply.members() != nullptr;
+    });
+    if (!came) return std::nullopt;
+    return reply;
+}
+
+std::string textUnder(std::string_view key, const Json::Value& reply, const char* otherwise) {
+    const Json::Value* const found = reply.member(key);
+    const std::string* const text = found == nullptr ? nullptr : found->string();
+    return text == nullptr ? otherwise : *text;
+}
+
+void evaluate(const WebEvalOptions& options) {
+    const CLIContext context(options.global);
+    if (!(options.timeoutSeconds > 0)) {  // true for NaN as well
+        throw CLIError::invalidInput("--timeout must be greater than zero.",
+                                     "Pass a positive number such as --timeout 5.");
+    }
+    const std::string requestId = Process::uniqueString();
+    std::optional<Json::Value> reply;
+    {
+        const RequestFiles files(context.supportDirectory, requestId);
+        files.writeScript(options.script);
+        NotificationCenter::post("com.ombrix.app.debug-web-eval", requestId);
+        reply = awaitedReply(files.reply, options.timeoutSeconds);
+    }
+    if (!reply) {
+        throw CLIError::appUnreachable(
+            "Ombrix did not answer the web-eval request within " +
+                Numbers::described(options.timeoutSeconds) + "s.",
+            "Run a DEBUG build (bash scripts/build_native_app.sh debug), and pass --support-dir if "
+            "it stores data outside the default location.");
+    }
+    const Json::Value* const ok = reply->member("ok");
+    if (ok == nullptr || ok->boolean() != true) {
+        throw CLIError::invalidInput(
+            "The page threw: " + textUnder("error", *reply, "unknown error"),
+            "Check the expression in the page's Web Inspector (DEBUG builds are inspectable).");
+    }
+    emitSuccess("ombrix-cli debug-web-eval",
+                Json::object({{"json", textUnder("json", *reply, "null")}}), context.databaseURL);
+}
+}  // namespace
+
+void declareDebugWebEval(Command root) {
+    Command command = root.subcommand(
+        "debug-web-eval",
+        "Evaluate JavaScript in the running app's React window and print the result (DEBUG builds "
+        "only).");
+    const auto options = command.options<WebEvalOptions>();
+    command.positional("script", options->script,
+                       "A JavaScript expression; it may await. Its value comes back as JSON.");
+    command.option("--timeout", options->timeoutSeconds,
+                   "Seconds to wait for the running app to answer.");
+    command.globalOptions(options->global);
+    command.run([options] { evaluate(*options); });
+}
+}  // namespace ombrix

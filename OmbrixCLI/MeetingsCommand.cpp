@@ -1,0 +1,168 @@
+#include <utility>
+
+#include "OmbrixCLI/CommandTree.h"
+#include "OmbrixCLI/Envelope.h"
+#include "OmbrixCLI/NotesSource.h"
+#include "OmbrixCLI/StoreAccess.h"
+#include "OmbrixCore/AppStateBus.h"
+#include "OmbrixPlatform/Text.h"
+
+namespace ombrix {
+namespace {
+
+struct ListOptions {
+    std::int64_t limit = 10;
+    std::optional<std::int64_t> folderID;
+    GlobalOptions global;
+};
+
+struct GetOptions {
+    std::int64_t id = 0;
+    GlobalOptions global;
+};
+
+struct UpdateNotesOptions {
+    std::int64_t id = 0;
+    bool fromStandardInput = false;
+    std::optional<std::string> file;
+    GlobalOptions global;
+};
+
+// ---- payloads ---------------------------------------------------------------------------------
+
+Json::Value meetingListRow(const MeetingSummary& meeting) {
+    return Json::object({{"id", meeting.id},
+                         {"title", meeting.title},
+                         {"startTime", meeting.startTime},
+                         {"durationSeconds", meeting.durationSeconds},
+                         {"wordCount", meeting.wordCount},
+                         {"folderID", meeting.folderID},
+                         {"notesState", rawValue(meeting.notesState)}});
+}
+
+/// Takes the record's texts over: a transcript or a body of notes can be large.
+Json::Value meetingDetailPayload(MeetingRecord meeting) {
+    Json::Members payload;
+    const auto addIfPresent = [&payload](const char* key, auto& value) {
+        if (value) payload.emplace(key, std::move(*value));
+    };
+    payload.emplace("notesState", rawValue(meeting.notesState()));
+    payload.emplace("id", meeting.id);
+    payload.emplace("title", std::move(meeting.title));
+    payload.emplace("startTime", std::move(meeting.startTime));
+    payload.emplace("durationSeconds", meeting.durationSeconds);
+    payload.emplace("rawTranscript", std::move(meeting.rawTranscript));
+    payload.emplace("formattedNotes", std::move(meeting.formattedNotes));
+    payload.emplace("wordCount", meeting.wordCount);
+    addIfPresent("folderID", meeting.folderID);
+    addIfPresent("calendarEventID", meeting.calendarEventID);
+    addIfPresent("micAudioPath", meeting.micAudioPath);
+    addIfPresent("systemAudioPath", meeting.systemAudioPath);
+    return payload;
+}
+
+// ---- work -------------------------------------------------------------------------------------
+
+void listMeetings(const ListOptions& options) {
+    constexpr std::string_view command = "ombrix-cli meetings list";
+    const CLIContext context(options.global);
+    StoreAccess::requirePositiveLimit(options.limit);
+    if (!DictationStore(context.databaseURL).databaseExists()) {
+        return emitSuccess(command, Json::Array{}, context.databaseURL,
+                           {StoreAccess::missingDatabase});
+    }
+    Json::Array rows;
+    MeetingQuery query;
+    query.limit = options.limit;
+    query.folderID = options.folderID;
+    const DictationStore store(context.databaseURL);
+    for (const auto& meeting : store.recentMeetingSummaries(query)) {
+        rows.push_back(meetingListRow(meeting));
+    }
+    emitSuccess(command, std::move(rows), context.databaseURL);
+}
+
+/// Throws `CLIError` when there is no database or no such meeting in it.
+MeetingRecord requiredMeeting(const CLIContext& context, std::int64_t id) {
+    StoreAccess::requireDatabase(context);
+    auto meeting = DictationStore(context.databaseURL).meeting(id);
+    if (!meeting) {
+        throw CLIError::notFound("No meeting exists with id " + std::to_string(id) + ".",
+                                 "Run `ombrix-cli meetings list` to find a valid ID.");
+    }
+    return std::move(*meeting);
+}
+
+void getMeeting(const GetOptions& options) {
+    const CLIContext context(options.global);
+    emitSuccess("ombrix-cli meetings get",
+                meetingDetailPayload(requiredMeeting(context, options.id)), context.databaseURL);
+}
+
+std::string newNotes(const UpdateNotesOptions& options) {
+    if (options.fromStandardInput) return NotesSource::fromStandardInput();
+    if (options.file) return NotesSource::fromFile(*options.file);
+    throw CLIError::invalidInput("No notes source was provided.", "Use --stdin or --file <path>.");
+}
+
+void updateNotes(const UpdateNotesOptions& options) {
+    const CLIContext context(options.global);
+    requiredMeeting(context, options.id);  // before the source is read
+    const std::string notes = newNotes(options);
+    if (Text::trimmed(notes).empty()) {
+        throw CLIError::invalidInput("Meeting notes cannot be empty.",
+                                     "Provide a non-empty markdown or plain text notes body.");
+    }
+    DictationStore(context.databaseURL).updateMeetingNotes(options.id, notes);
+    OmbrixNotifications::postDataDidChange();
+
+    auto reloaded = DictationStore(context.databaseURL).meeting(options.id);
+    if (!reloaded) {
+        throw CLIError::databaseError("The meeting was updated but could not be reloaded.");
+    }
+    emitSuccess("ombrix-cli meetings update-notes", meetingDetailPayload(std::move(*reloaded)),
+                context.databaseURL);
+}
+
+// ---- declarations -----------------------------------------------------------------------------
+
+void declareList(Command parent) {
+    Command command = parent.subcommand("list", "List recent meetings.");
+    const auto options = command.options<ListOptions>();
+    command.option("--limit", options->limit, "Maximum number of meetings to return.");
+    command.option("--folder-id", options->folderID, "Restrict results to a specific folder ID.");
+    command.globalOptions(options->global);
+    command.run([options] { listMeetings(*options); });
+}
+
+void declareGet(Command parent) {
+    Command command = parent.subcommand("get", "Return a full meeting record.");
+    const auto options = command.options<GetOptions>();
+    command.positional("id", options->id, "Meeting ID");
+    command.globalOptions(options->global);
+    command.run([options] { getMeeting(*options); });
+}
+
+void declareUpdateNotes(Command parent) {
+    Command command = parent.subcommand("update-notes", "Replace stored meeting notes only.");
+    const auto options = command.options<UpdateNotesOptions>();
+    command.positional("id", options->id, "Meeting ID");
+    command.flag("--stdin", options->fromStandardInput, "Read the new notes body from stdin.");
+    command.option("--file", options->file, "Read the new notes body from a file.");
+    command.globalOptions(options->global);
+    command.validate([options] {
+        if (options->fromStandardInput == options->file.has_value()) {
+            throw UsageError("Use exactly one of --stdin or --file.");
+        }
+    });
+    command.run([options] { updateNotes(*options); });
+}
+}  // namespace
+
+void declareMeetings(Command root) {
+    const Command group = root.subcommand("meetings", "Inspect and update Ombrix meetings.");
+    declareList(group);
+    declareGet(group);
+    declareUpdateNotes(group);
+}
+}  // namespace ombrix

@@ -1,0 +1,52 @@
+#include "OmbrixCLI/NotesSource.h"
+
+#include <poll.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <stdexcept>
+#include <system_error>
+
+#include "OmbrixPlatform/Files.h"
+#include "OmbrixPlatform/Utf8.h"
+
+namespace ombrix::NotesSource {
+namespace {
+
+/// The bytes up to the end of the stream, read straight into a text that doubles.
+std::string allBytes(int descriptor) {
+    constexpr std::size_t firstSize = 1 << 16;
+    std::string bytes;
+    std::size_t length = 0;
+    for (;;) {
+        if (length == bytes.size()) bytes.resize(std::max(firstSize, 2 * bytes.size()));
+        const ssize_t got = ::read(descriptor, bytes.data() + length, bytes.size() - length);
+        if (got == 0) break;
+        if (got > 0) {
+            length += static_cast<std::size_t>(got);
+        } else if (errno == EAGAIN) {
+            pollfd input{.fd = descriptor, .events = POLLIN, .revents = 0};
+            ::poll(&input, 1, -1);
+        } else if (errno != EINTR) {
+            throw std::system_error(errno, std::generic_category(), "Cannot read standard input");
+        }
+    }
+    bytes.resize(length);
+    return bytes;
+}
+}  // namespace
+
+std::string fromStandardInput() {
+    std::string bytes = allBytes(STDIN_FILENO);
+    return Utf8::isValid(bytes) ? bytes : Utf8::repaired(bytes);
+}
+
+std::string fromFile(const std::string& path) {
+    std::string bytes = Files::bytes(path);
+    if (!Utf8::isValid(bytes)) {
+        throw std::runtime_error("The file " + path + " is not valid UTF-8.");
+    }
+    return bytes;
+}
+}  // namespace ombrix::NotesSource

@@ -1,0 +1,16 @@
+// Where a new body of notes comes from. Both ways keep every byte that is text: line ends, U+0000
+// and a leading U+FEFF included.
+#pragma once
+
+#include <string>
+
+namespace ombrix::NotesSource {
+
+/// Standard input to its end; each ill-formed sequence becomes U+FFFD. Throws `std::system_error`
+/// when it cannot be read.
+std::string fromStandardInput();
+
+/// The text of a regular file. Throws `Files::Error` when it cannot be read and
+/// `std::runtime_error` when it is not valid UTF-8.
+std::string fromFile(const std::string& path);
+}  // namespace ombrix::NotesSource

@@ -1,0 +1,63 @@
+#include "OmbrixCLI/Program.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <exception>
+
+#include "OmbrixCLI/CLIError.h"
+#include "OmbrixCLI/CommandLine.h"
+#include "OmbrixCLI/CommandTree.h"
+#include "OmbrixCLI/Envelope.h"
+#include "OmbrixPlatform/Text.h"
+
+namespace ombrix::Program {
+namespace {
+
+constexpr int usageStatus = 64;
+
+/// `what` as a line of its own.
+std::string errorLine(const char* what) { return std::string("Error: ") + what + "\n"; }
+
+int runCommand(const std::vector<std::string>& arguments) {
+    CommandLine line("ombrix-cli", "Agent-friendly CLI for local Ombrix meetings and dictations.");
+    declareCommands(line, arguments.front());
+    const auto choice = line.parse({arguments.begin() + 1, arguments.end()});
+    if (choice.help) {
+        StandardOutput::write(*choice.help);
+        return 0;
+    }
+    try {
+        choice.work();
+    } catch (const CLIError& error) {
+        emitFailure(Text::joined(arguments, " "), error.errorBody());
+        return error.exitStatus();
+    }
+    return 0;
+}
+}  // namespace
+
+void prepareProcess() {
+    std::signal(SIGPIPE, SIG_IGN);
+    // Opened for the wrong direction, so that using it still fails as a closed one does.
+    for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        if (::fcntl(descriptor, F_GETFD) != -1) continue;
+        [[maybe_unused]] const int filler =
+            ::open("/dev/null", descriptor == STDIN_FILENO ? O_WRONLY : O_RDONLY);
+    }
+}
+
+int run(const std::vector<std::string>& arguments) {
+    try {
+        if (arguments.empty()) throw UsageError("The process was started without an argument 0");
+        return runCommand(arguments);
+    } catch (const UsageError& error) {
+        writeStandardError(errorLine(error.what()) + error.usage());
+        return usageStatus;
+    } catch (const std::exception& error) {
+        writeStandardError(errorLine(error.what()));
+        return 1;
+    }
+}
+}  // namespace ombrix::Program

@@ -1,0 +1,21 @@
+// The tool's own map of itself, by which an agent discovers it. Fixed text: agents have it in their
+// prompts, so it is not made from the parser, and a row stays as it is when a command moves on.
+#pragma once
+
+#include <initializer_list>
+#include <span>
+#include <string_view>
+#include <vector>
+
+namespace ombrix {
+
+struct SpecCommandRow {
+    std::string_view name;
+    std::string_view usage;
+    std::string_view summary;
+    std::vector<std::string_view> examples;
+};
+
+/// Every row, in the order in which `spec` prints them.
+const std::vector<SpecCommandRow>& specTable();
+}  // namespace ombrix

@@ -1,0 +1,6 @@
+#include "OmbrixCLI/Program.h"
+
+int main(int argc, char* argv[]) {
+    ombrix::Program::prepareProcess();
+    return ombrix::Program::run({argv, argv + argc});
+}
