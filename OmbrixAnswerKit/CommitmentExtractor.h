@@ -1,6 +1,7 @@
 // Who promised what in a meeting, found by rules over the spoken turns and the listed action items;
 // no model takes part. A promise is seen from the user: he owes it, it is owed to him, or it is
-// between others. The words stay as they were spoken.
+// between others. The words stay as they were spoken. The tests that the rules consist of stand in
+// CommitmentCues (phrases) and SpokenWords (echoes).
 #pragma once
 
 #include <array>
@@ -13,6 +14,8 @@
 #include <utility>
 #include <vector>
 
+#include "OmbrixAnswerKit/CommitmentCues.h"
+#include "OmbrixAnswerKit/SpokenWords.h"
 #include "OmbrixAnswerKit/StructuredAnswer.h"
 #include "OmbrixMarkdownKit/MarkdownTranscript.h"
 
@@ -71,25 +74,5 @@ std::optional<std::string> summary(std::int64_t count, std::int64_t meetings);
 
 /// The pieces between white space and line ends, joined by single blanks.
 std::string flatten(std::string_view text);
-
-// The tests that the rules consist of. All ignore case and take curly apostrophes for straight
-// ones.
-
-/// The first phrase that names a deadline, as written: "by Friday", "end of the month". The three
-/// kinds of phrase are tried one after the other over the whole text.
-std::optional<std::string> deadline(std::string_view text);
-
-/// True when a recogniser heard the same words on two channels: `text` repeats the turn before it,
-/// word by word or nearly so. False without a turn before it.
-bool isEcho(std::string_view text, const TranscriptDocument::Turn* previous);
-
-/// "I'll send it", "let me check"; not "I can't", "I can see that" or "I'll never".
-bool hasFirstPersonCue(std::string_view text);
-/// "I'll get you the deck", "back to you".
-bool isAddressedToListener(std::string_view text);
-/// "can you ...", "please send ..."; not "please note".
-bool hasRequestCue(std::string_view text);
-/// "Sure", "Will do", or a short promise back that points at what was asked ("I'll do that").
-bool isAcknowledgement(std::string_view text);
 }  // namespace CommitmentExtractor
 }  // namespace ombrix
