@@ -14,10 +14,10 @@
 namespace ombrix::TimeScopeParser {
 
 struct Parse {
-    AnswerScope scope;             ///< days and `lastN` only; `AnswerScope::all` without a phrase
-    std::string strippedQuestion;  ///< the question itself when no phrase was found
-    std::vector<std::string> matchedPhrases;  ///< as they stand in the question, in its order
-    std::optional<std::int64_t> horizonDays;  ///< how many days ahead the question looks
+    AnswerScope scope{};             ///< days and `lastN` only; `AnswerScope::all` without a phrase
+    std::string strippedQuestion{};  ///< the question itself when no phrase was found
+    std::vector<std::string> matchedPhrases{};  ///< as they stand in the question, in its order
+    std::optional<std::int64_t> horizonDays{};  ///< how many days ahead the question looks
     bool operator==(const Parse&) const = default;
 };
 
