@@ -84,7 +84,7 @@ struct Surroundings {
 /// ends.
 class Deadline {
   public:
-    Deadline(double seconds, const Surroundings& surroundings);
+    Deadline(double seconds, Surroundings surroundings);
     bool hasPassed() const;
     /// Sleeps until the next poll, or until the deadline when that is sooner.
     void sleepUntilNextPoll() const;
@@ -92,7 +92,7 @@ class Deadline {
   private:
     double remainingSeconds() const;
 
-    const Surroundings& surroundings_;
+    Surroundings surroundings_;
     std::chrono::steady_clock::time_point start_;
     double seconds_;
 };

@@ -1,0 +1,89 @@
+// SQLite's handles as values that close themselves, for the store alone. Every failure is thrown as
+// a `DatabaseError` with the statement that met it.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+struct sqlite3;
+struct sqlite3_stmt;
+
+namespace ombrix::Sqlite {
+
+/// One connection, in WAL mode. It must outlive its statements.
+class Connection {
+  public:
+    /// Makes the folder (throws `Files::Error`) and an empty database when they are missing. A
+    /// database that cannot be written keeps its journal mode.
+    explicit Connection(const std::string& path);
+
+    /// Runs a script of statements that give no rows.
+    void execute(const char* script) const;
+    /// The same; false when SQLite refuses it.
+    bool tryExecute(const char* script) const;
+    std::int64_t lastInsertedRowId() const;
+
+  private:
+    friend class Statement;
+    struct Close {
+        void operator()(sqlite3* handle) const;
+    };
+
+    void enterWalMode() const;
+
+    std::unique_ptr<sqlite3, Close> handle_;
+};
+
+/// A prepared statement: bind each parameter in order, then step.
+class Statement {
+  public:
+    Statement(const Connection& connection, std::string_view sql);
+
+    /// Binds the next parameter. A text is not copied: it must live until the last step. An absent
+    /// optional is NULL.
+    Statement& bind(std::string_view text);
+    Statement& bind(std::int64_t number);
+    Statement& bind(double number);
+    Statement& bind(const std::optional<std::string>& text);
+    Statement& bind(std::optional<std::int64_t> number);
+    // A value would convert to an optional as readily as to its own type.
+    Statement& bind(const std::string& text) { return bind(std::string_view(text)); }
+
+    /// True when there is a row to read, false behind the last one.
+    bool step();
+    /// Steps a statement that gives no rows; throws unless it is done.
+    void finish();
+    /// Steps it and looks at no result.
+    void tryFinish();
+
+    // Columns of the present row. Values are converted as SQLite does it: the text of a number is
+    // its digits, the number of a text its leading digits.
+
+    /// The whole text as the database holds it, also when it holds U+0000; empty for NULL. SQLite's
+    /// own bytes, until the next step or another reading of this column.
+    std::string_view rawText(int column) const;
+    /// The text as valid UTF-8; empty for NULL.
+    std::string text(int column) const;
+    std::optional<std::string> optionalText(int column) const;  ///< nothing for NULL
+    std::int64_t int64(int column) const;
+    std::optional<std::int64_t> optionalInt64(int column) const;
+    std::int32_t int32(int column) const;  ///< the lower 32 bits
+    double number(int column) const;
+
+  private:
+    struct Finalize {
+        void operator()(sqlite3_stmt* handle) const;
+    };
+
+    void requireOk(int result) const;
+    bool isNull(int column) const;
+
+    sqlite3* connection_;
+    std::string sql_;
+    std::unique_ptr<sqlite3_stmt, Finalize> handle_;
+    int bound_ = 0;
+};
+}  // namespace ombrix::Sqlite
