@@ -50,7 +50,9 @@ namespace {
 template <typename T>
 std::optional<Json::Value> object(const std::optional<std::map<std::string, T>>& entries) {
     if (!entries) return std::nullopt;
-    return Json::Value(Json::Members(entries->begin(), entries->end()));
+    Json::Members members;
+    for (const auto& [key, value] : *entries) members.emplace(key, value);
+    return members;
 }
 }  // namespace
 

@@ -103,9 +103,11 @@ std::int64_t require32Bits(std::int64_t number, const char* name) {
     return number;
 }
 
+std::string sql(const std::vector<std::string_view>& pieces) { return Text::joined(pieces, ""); }
+
 /// "WHERE a AND b" on a line of its own; nothing without conditions.
 std::string whereLine(const std::vector<std::string_view>& conditions) {
-    return conditions.empty() ? std::string() : "WHERE " + Text::joined(conditions, " AND ");
+    return conditions.empty() ? std::string() : sql({"WHERE ", Text::joined(conditions, " AND ")});
 }
 
 /// What LIKE with the escape character "\" takes for "contains this text as it stands".
@@ -133,8 +135,8 @@ auto meetingRows(const std::string& databaseURL, const MeetingQuery& query, Make
     const std::string pattern = likePattern(text);
 
     const Connection connection(databaseURL);
-    Statement statement(connection, std::string(meetingColumns) + "\nFROM meetings\n" +
-                                        whereLine(conditions) + "\nORDER BY id DESC\nLIMIT ?");
+    Statement statement(connection, sql({meetingColumns, "\nFROM meetings\n", whereLine(conditions),
+                                         "\nORDER BY id DESC\nLIMIT ?"}));
     if (query.folderID) statement.bind(*query.folderID);
     if (!text.empty()) statement.bind(pattern).bind(pattern).bind(pattern);
     statement.bind(limit);
@@ -215,9 +217,9 @@ std::vector<DictationRecord> DictationStore::recentDictations(const DictationQue
     if (query.toDate) conditions.push_back("timestamp <= ?");
 
     const Connection connection(databaseURL);
-    Statement statement(connection, std::string(dictationColumns) + "\nFROM dictations\n" +
-                                        whereLine(conditions) +
-                                        "\nORDER BY id DESC\nLIMIT ? OFFSET ?");
+    Statement statement(connection,
+                        sql({dictationColumns, "\nFROM dictations\n", whereLine(conditions),
+                             "\nORDER BY id DESC\nLIMIT ? OFFSET ?"}));
     if (query.fromDate) statement.bind(*query.fromDate);
     if (query.toDate) statement.bind(*query.toDate);
     statement.bind(limit).bind(offset);
@@ -229,7 +231,7 @@ std::vector<DictationRecord> DictationStore::recentDictations(const DictationQue
 std::optional<DictationRecord> DictationStore::dictation(std::int64_t id) const {
     const Connection connection(databaseURL);
     Statement statement(connection,
-                        std::string(dictationColumns) + " FROM dictations WHERE id = ? LIMIT 1");
+                        sql({dictationColumns, " FROM dictations WHERE id = ? LIMIT 1"}));
     if (!statement.bind(id).step()) return std::nullopt;
     return dictationOf(statement);
 }
@@ -298,8 +300,7 @@ std::vector<MeetingSummary> DictationStore::recentMeetingSummaries(
 
 std::optional<MeetingRecord> DictationStore::meeting(std::int64_t id) const {
     const Connection connection(databaseURL);
-    Statement statement(connection,
-                        std::string(meetingColumns) + " FROM meetings WHERE id = ? LIMIT 1");
+    Statement statement(connection, sql({meetingColumns, " FROM meetings WHERE id = ? LIMIT 1"}));
     if (!statement.bind(id).step()) return std::nullopt;
     return meetingOf(statement);
 }
