@@ -1,0 +1,241 @@
+#include "OmbrixAnswerKit/AskIntentRouter.h"
+
+#include <memory>
+#include <random>
+
+#include "OmbrixAnswerKit/AnswerShapePlanner.h"
+#include "OmbrixPlatform/Regex.h"
+#include "OmbrixPlatform/Text.h"
+
+namespace ombrix {
+namespace {
+
+using AskIntentRouter::Classification;
+using AskIntentRouter::classify;
+using AskIntentRouter::route;
+
+Classification found(AskIntent intent, std::string_view cue) { return {intent, cue}; }
+const Classification none{};
+
+TEST(AskIntentRouter, TheFirstCueOfTheTableThatStandsAsWholeWordsDecides) {
+    const struct {
+        const char* question;
+        Classification expected;
+    } cases[] = {
+        {"", none},
+        {"how is Tomas?", none},
+        // The order of the table, not of the question.
+        {"what we decided: brainstorm", found(AskIntent::openEnded, "brainstorm")},
+        {"brainstorm ideas for the offsite", found(AskIntent::openEnded, "ideas for")},
+        {"what did I commit to", found(AskIntent::myCommitments, "what did i commit")},
+        {"Who owes me the report?", found(AskIntent::owedToMe, "who owes me")},
+        {"Do I owe Ann a report?", found(AskIntent::myCommitments, "i owe")},
+        {"what should I work on", found(AskIntent::plan, "what should i work on")},
+        {"what should I write", found(AskIntent::openEnded, "what should i write")},
+        {"recap the decision", found(AskIntent::decisions, "decision")},
+        // Case and apostrophes.
+        {"I said I’d send it", found(AskIntent::myCommitments, "i said i'd")},
+        {"I SAID I‘D SEND IT", found(AskIntent::myCommitments, "i said i'd")},
+        {"I said I´d send it", none},
+        // Whole words.
+        {"decided", found(AskIntent::decisions, "decided")},
+        {"who is undecided", none},
+        {"what was decided?", found(AskIntent::decisions, "decided")},
+        {"decided_by", none},
+        {"decided2", none},
+        {"the decision-maker", found(AskIntent::decisions, "decision")},
+        {"the decisionmaker", none},
+        {"we recapped", none},
+        {"(recap)", found(AskIntent::catchUp, "recap")},
+        {"“recap”", found(AskIntent::catchUp, "recap")},
+        {"undecided, then decided", found(AskIntent::decisions, "decided")},
+        // One blank and one hyphen are what they are.
+        {"my to-do list", found(AskIntent::plan, "to-do")},
+        {"what to do", none},
+        {"my  commitments", none},
+        // Letters and marks of other scripts are no boundary, other signs are.
+        {"日本decided", none},
+        {"decidedé", none},
+        {"decided\u0301", none},
+        {"e\u0301recap", none},
+        {"…\u0301recap…", found(AskIntent::catchUp, "recap")},
+        {"—decided—", found(AskIntent::decisions, "decided")},
+        {"decided\u00A0it", found(AskIntent::decisions, "decided")},
+    };
+    for (const auto& [question, expected] : cases)
+        EXPECT_EQ(classify(question), expected) << question;
+}
+
+/// What the cues mean, written down plainly: each an expression over the whole question.
+Classification plainly(const std::string& question) {
+    struct Expression {
+        Classification meaning;
+        std::unique_ptr<Regex> regex;
+    };
+    static const std::vector<Expression> expressions = [] {
+        std::vector<Expression> all;
+        for (const auto& row : AskIntentRouter::table())
+            for (const auto cue : row.cues)
+                all.push_back({{row.intent, cue},
+                               std::make_unique<Regex>("\\b" + Regex::escaped(cue) + "\\b")});
+        return all;
+    }();
+    const std::string text = Text::withStraightApostrophes(Text::lowercased(question));
+    for (const auto& [meaning, regex] : expressions)
+        if (regex->found(text)) return meaning;
+    return none;
+}
+
+TEST(AskIntentRouter, OnePassFindsWhatTheExpressionsFindOneByOne) {
+    std::vector<std::string> pieces = {
+        " ",      " ",       "-",      "_",        "'",      "’",      "a",      "7",      "\n",
+        "é",      "e\u0301", "\u0301", "\u200B",   "\u200C", "\u200D", "\u00AD", "\uFEFF", "\u0903",
+        "日",     "٣",       "①",      "²",        "‿",      "—",      "“",      "ß",      "İ",
+        "\u212A", "😀",       "\xFF",   "\xE2\x80", "I",      "S"};
+    for (const auto& row : AskIntentRouter::table())
+        for (const auto cue : row.cues)
+            // The latest rows are drawn most, since an earlier cue hides a later one.
+            for (int n = 0; n < (row.intent == AskIntent::openEnded ? 1 : 3); ++n)
+                pieces.emplace_back(cue);
+
+    std::mt19937 random(20260302);
+    int hits = 0;
+    for (int round = 0; round < 4000; ++round) {
+        std::string question;
+        for (auto left = 1 + random() % 5; left > 0; --left) {
+            const auto pool = random() % 3 == 0 ? pieces.size() : 33;
+            question += pieces[random() % pool];
+        }
+        const auto expected = plainly(question);
+        ASSERT_EQ(classify(question), expected) << question;
+        hits += expected.cue ? 1 : 0;
+    }
+    EXPECT_GT(hits, 500);  // else the texts test little
+    EXPECT_LT(hits, 3500);
+}
+
+TEST(AskIntentRouter, AQuestionOfAMegabyteIsOnePass) {
+    constexpr std::size_t size = 1'000'000;
+    const auto repeated = [](std::string_view piece) {
+        std::string text;
+        while (text.size() < size) text += piece;
+        return text;
+    };
+    for (const auto* piece :
+         {"a ", "i owe_ ", "\u0301", "recap\u0301", "\u0301recap", "日本 ", "\xFF"})
+        EXPECT_EQ(classify(repeated(piece)), none) << piece;
+    EXPECT_EQ(classify(repeated("words ") + "recap"), found(AskIntent::catchUp, "recap"));
+}
+
+TEST(AskIntentRouter, EachIntentHasItsPolicy) {
+    using enum AskIntent;
+    using enum AnswerShape;
+    using enum AnswerTier;
+    const struct {
+        const char* question;
+        AskPlan plan;
+    } cases[] = {
+        {"", {freeform, 0, false, prose, standard, 30, "freeform — no intent cue; window 0 d"}},
+        {"What are my priorities?",
+         {plan, 14, true, commitments, standard, 7,
+          "plan — matched \"priorities\"; window 14 d; only where you spoke"}},
+        {"list my commitments",
+         {myCommitments, 14, true, commitments, standard, 7,
+          "myCommitments — matched \"my commitments\"; window 14 d; only where you spoke"}},
+        {"what was promised me",
+         {owedToMe, 14, true, commitments, standard, 7,
+          "owedToMe — matched \"promised me\"; window 14 d; only where you spoke"}},
+        {"what did we agree and what was settled on pricing",
+         {decisions, 30, false, timeline, standard, 30,
+          "decisions — matched \"settled\"; window 30 d"}},
+        {"improve my pitch",
+         {openEnded, 180, true, prose, deep, 30,
+          "openEnded — matched \"improve my\"; window 180 d; only where you spoke; deep"}},
+        {"what are my weaknesses",
+         {openEnded, 180, true, prose, deep, 30,
+          "openEnded — matched \"my weaknesses\"; window 180 d; only where you spoke; deep"}},
+        {"ideas for the offsite",
+         {openEnded, 180, false, prose, deep, 30,
+          "openEnded — matched \"ideas for\"; window 180 d; deep"}},
+    };
+    for (const auto& [question, plan] : cases)
+        EXPECT_EQ(route(question, {}, false), plan) << question;
+}
+
+TEST(AskIntentRouter, OnlyQuestionsAboutWorkAndPromisesFollowTheirTimePhrase) {
+    for (const auto* question : {"my priorities", "what did I commit to", "who owes me what"}) {
+        EXPECT_EQ(route(question, 3, false).windowDays, 7) << question;
+        EXPECT_EQ(route(question, 10, false).windowDays, 10) << question;
+        EXPECT_EQ(route(question, 90, false).windowDays, 30) << question;
+        EXPECT_EQ(route(question, -1, false).windowDays, 7) << question;
+    }
+    for (const auto* question : {"what was decided", "catch me up", "pricing", "improve my pitch"})
+        EXPECT_EQ(route(question, 10, false), route(question, {}, false)) << question;
+}
+
+TEST(AskIntentRouter, ATypedScopeTakesTheWindowAndNothingElse) {
+    for (const auto* question :
+         {"my priorities", "what was decided", "catch me up", "pricing", "improve my pitch"}) {
+        AskPlan expected = route(question, {}, false);
+        const std::string window = "window " + std::to_string(expected.windowDays) + " d";
+        expected.windowDays = 0;
+        expected.rationale = Text::replacingAll(expected.rationale, window, "window typed scope");
+        EXPECT_EQ(route(question, {}, true), expected) << question;
+        EXPECT_EQ(route(question, 10, true), expected) << question;
+    }
+}
+
+TEST(AskIntentRouter, CatchingUpLooksAWeekBackUnlessTheQuestionHasASubject) {
+    const struct {
+        const char* question;
+        std::int64_t windowDays;
+    } cases[] = {
+        {"Catch me up", 7},
+        {"Catch me up, please!", 7},
+        {"RECAP", 7},
+        {"catch me up on the pricing project", 0},
+        {"what did I miss about Zürich", 0},
+        // Only the first occurrence goes.
+        {"recap, recap", 0},
+    };
+    for (const auto& [question, windowDays] : cases) {
+        const auto plan = route(question, {}, false);
+        EXPECT_EQ(plan.intent, AskIntent::catchUp) << question;
+        EXPECT_EQ(plan.windowDays, windowDays) << question;
+    }
+}
+
+TEST(AnswerShapePlanner, WordsSuggestAShapeOnlyWhereNoIntentHasOne) {
+    const struct {
+        const char* question;
+        AnswerShape words, plan;
+    } cases[] = {
+        {"who's on the committee", AnswerShape::commitments, AnswerShape::commitments},
+        {"Who’s doing the launch?", AnswerShape::commitments, AnswerShape::commitments},
+        {"who was doing the launch", AnswerShape::prose, AnswerShape::prose},
+        {"how has pricing EVOLVED", AnswerShape::timeline, AnswerShape::timeline},
+        {"the history of our next steps", AnswerShape::commitments, AnswerShape::commitments},
+        {"the steps of our story", AnswerShape::prose, AnswerShape::prose},
+        // An intent's own shape goes before the words.
+        {"what did we decide about the committee", AnswerShape::commitments, AnswerShape::timeline},
+        {"reflect on our progress", AnswerShape::timeline, AnswerShape::prose},
+        {"what should I focus on", AnswerShape::prose, AnswerShape::commitments},
+    };
+    for (const auto& [question, words, plan] : cases) {
+        EXPECT_EQ(AnswerShapePlanner::legacyShape(question), words) << question;
+        EXPECT_EQ(AnswerShapePlanner::plan(question), plan) << question;
+    }
+}
+
+TEST(AskIntentRouter, RawStringsReadBackAndNothingElseDoes) {
+    for (const auto& [intent, name] : askIntentNames) EXPECT_EQ(askIntent(name), intent);
+    for (const auto& [tier, name] : answerTierNames) EXPECT_EQ(answerTier(rawValue(tier)), tier);
+    for (const auto& [shape, name] : answerShapeNames)
+        EXPECT_EQ(answerShape(rawValue(shape)), shape);
+    EXPECT_EQ(rawValue(AskIntent::owedToMe), "owedToMe");
+    EXPECT_EQ(askIntent("owedtome"), std::nullopt);
+    EXPECT_EQ(answerTier(""), std::nullopt);
+    EXPECT_EQ(answerShape("Prose"), std::nullopt);
+}
+}  // namespace
+}  // namespace ombrix
