@@ -211,12 +211,13 @@ struct Pattern {
 
 /// In the order in which they may claim their words: those that look ahead first.
 std::span<const Pattern> patterns() {
-    const std::string ahead = R"(\b(?:(?:over|in|for|during|within)\s+)?(?:the\s+)?)";
-    const std::string horizonNumber =
+    static const std::string ahead = R"(\b(?:(?:over|in|for|during|within)\s+)?(?:the\s+)?)";
+    static const std::string horizonNumber =
         R"((\d{1,3}|one|two|three|four|five|six|seven|eight|nine|ten|eleven|twelve))";
-    const std::string pastNumber = R"((\d{1,3}|two|three|four|five|six|seven|eight|nine|ten))";
-    const std::string months = "(" + std::string(monthAlt) + ")";
-    const std::string end = R"((?:['’]s)?\b)";  // lets a possessive pass
+    static const std::string pastNumber =
+        R"((\d{1,3}|two|three|four|five|six|seven|eight|nine|ten))";
+    static const std::string months = "(" + std::string(monthAlt) + ")";
+    static const std::string end = R"((?:['’]s)?\b)";  // lets a possessive pass
     static const Pattern all[] = {
         {ahead + R"(next\s+)" + horizonNumber + R"(\s+(days?|weeks?|months?))" + end,
          {"next", "day|week|month"},
