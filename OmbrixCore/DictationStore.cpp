@@ -11,6 +11,7 @@
 
 namespace ombrix {
 namespace {
+using Sqlite::Access;
 using Sqlite::Connection;
 using Sqlite::Statement;
 
@@ -134,7 +135,7 @@ auto meetingRows(const std::string& databaseURL, const MeetingQuery& query, Make
     }
     const std::string pattern = likePattern(text);
 
-    const Connection connection(databaseURL);
+    const Connection connection(databaseURL, Access::read);
     Statement statement(connection, sql({meetingColumns, "\nFROM meetings\n", whereLine(conditions),
                                          "\nORDER BY id DESC\nLIMIT ?"}));
     if (query.folderID) statement.bind(*query.folderID);
@@ -181,7 +182,7 @@ DictationStore::DictationStore(std::string url) : databaseURL(std::move(url)) {}
 bool DictationStore::databaseExists() const { return Files::exists(databaseURL); }
 
 void DictationStore::migrateIfNeeded() const {
-    const Connection connection(databaseURL);
+    const Connection connection(databaseURL, Access::write);
     connection.execute(createTables);
     connection.execute(createFolders);
     // There is no version to ask: a database that has the column already refuses it, harmlessly.
@@ -195,7 +196,7 @@ void DictationStore::migrateIfNeeded() const {
 void DictationStore::insert(const NewDictation& dictation) const {
     const std::string started = isoInstant(dictation.startedAt);
     const std::string ended = isoInstant(dictation.endedAt);
-    const Connection connection(databaseURL);
+    const Connection connection(databaseURL, Access::write);
     Statement(connection,
               "INSERT INTO dictations (timestamp, duration_seconds, raw_text, app_context, "
               "word_count, source, started_at, ended_at) VALUES (?, ?, ?, ?, ?, 'dictation', ?, ?)")
@@ -216,7 +217,7 @@ std::vector<DictationRecord> DictationStore::recentDictations(const DictationQue
     if (query.fromDate) conditions.push_back("timestamp >= ?");
     if (query.toDate) conditions.push_back("timestamp <= ?");
 
-    const Connection connection(databaseURL);
+    const Connection connection(databaseURL, Access::read);
     Statement statement(connection,
                         sql({dictationColumns, "\nFROM dictations\n", whereLine(conditions),
                              "\nORDER BY id DESC\nLIMIT ? OFFSET ?"}));
@@ -229,7 +230,7 @@ std::vector<DictationRecord> DictationStore::recentDictations(const DictationQue
 }
 
 std::optional<DictationRecord> DictationStore::dictation(std::int64_t id) const {
-    const Connection connection(databaseURL);
+    const Connection connection(databaseURL, Access::read);
     Statement statement(connection,
                         sql({dictationColumns, " FROM dictations WHERE id = ? LIMIT 1"}));
     if (!statement.bind(id).step()) return std::nullopt;
@@ -237,16 +238,16 @@ std::optional<DictationRecord> DictationStore::dictation(std::int64_t id) const 
 }
 
 void DictationStore::deleteDictation(std::int64_t id) const {
-    const Connection connection(databaseURL);
+    const Connection connection(databaseURL, Access::write);
     Statement(connection, "DELETE FROM dictations WHERE id = ?").bind(id).tryFinish();
 }
 
 void DictationStore::clearDictations() const {
-    Connection(databaseURL).execute("DELETE FROM dictations");
+    Connection(databaseURL, Access::write).execute("DELETE FROM dictations");
 }
 
 DictationStats DictationStore::dictationStats(Instant now, const Calendar& calendar) const {
-    const Connection connection(databaseURL);
+    const Connection connection(databaseURL, Access::read);
     Statement totals(connection,
                      "SELECT COUNT(*) AS total_sessions, COALESCE(SUM(word_count), 0) AS "
                      "total_words, COALESCE(SUM(duration_seconds), 0) AS total_duration_seconds "
@@ -270,7 +271,7 @@ void DictationStore::insertMeeting(const NewMeeting& meeting) const {
     const std::string started = isoInstant(meeting.startTime);
     const std::string ended = isoInstant(meeting.endTime);
     const auto seconds = static_cast<double>((meeting.endTime - meeting.startTime).count());
-    const Connection connection(databaseURL);
+    const Connection connection(databaseURL, Access::write);
     Statement(connection,
               "INSERT INTO meetings (title, calendar_event_id, start_time, end_time, "
               "duration_seconds, raw_transcript, formatted_notes, mic_audio_path, "
@@ -299,7 +300,7 @@ std::vector<MeetingSummary> DictationStore::recentMeetingSummaries(
 }
 
 std::optional<MeetingRecord> DictationStore::meeting(std::int64_t id) const {
-    const Connection connection(databaseURL);
+    const Connection connection(databaseURL, Access::read);
     Statement statement(connection, sql({meetingColumns, " FROM meetings WHERE id = ? LIMIT 1"}));
     if (!statement.bind(id).step()) return std::nullopt;
     return meetingOf(statement);
@@ -307,7 +308,7 @@ std::optional<MeetingRecord> DictationStore::meeting(std::int64_t id) const {
 
 void DictationStore::updateMeeting(std::int64_t id, std::string_view title,
                                    std::string_view formattedNotes) const {
-    const Connection connection(databaseURL);
+    const Connection connection(databaseURL, Access::read);
     Statement(connection, "UPDATE meetings SET title = ?, formatted_notes = ? WHERE id = ?")
         .bind(title)
         .bind(formattedNotes)
@@ -316,7 +317,7 @@ void DictationStore::updateMeeting(std::int64_t id, std::string_view title,
 }
 
 void DictationStore::updateMeetingNotes(std::int64_t id, std::string_view formattedNotes) const {
-    const Connection connection(databaseURL);
+    const Connection connection(databaseURL, Access::write);
     Statement(connection, "UPDATE meetings SET formatted_notes = ? WHERE id = ?")
         .bind(formattedNotes)
         .bind(id)
@@ -324,7 +325,7 @@ void DictationStore::updateMeetingNotes(std::int64_t id, std::string_view format
 }
 
 void DictationStore::updateMeetingTitle(std::int64_t id, std::string_view title) const {
-    const Connection connection(databaseURL);
+    const Connection connection(databaseURL, Access::write);
     Statement(connection, "UPDATE meetings SET title = ? WHERE id = ?")
         .bind(title)
         .bind(id)
@@ -332,11 +333,11 @@ void DictationStore::updateMeetingTitle(std::int64_t id, std::string_view title)
 }
 
 void DictationStore::clearMeetings() const {
-    Connection(databaseURL).execute("DELETE FROM meetings");
+    Connection(databaseURL, Access::write).execute("DELETE FROM meetings");
 }
 
 MeetingStats DictationStore::meetingStats() const {
-    const Connection connection(databaseURL);
+    const Connection connection(databaseURL, Access::read);
     Statement totals(connection,
                      "SELECT COUNT(*) AS total_meetings, COALESCE(SUM(word_count), 0) AS "
                      "total_words, COALESCE(SUM(duration_seconds), 0) AS total_duration_seconds "
@@ -351,13 +352,13 @@ MeetingStats DictationStore::meetingStats() const {
 // ---- folders ----------------------------------------------------------------------------------
 
 std::int64_t DictationStore::createFolder(std::string_view name) const {
-    const Connection connection(databaseURL);
+    const Connection connection(databaseURL, Access::write);
     Statement(connection, "INSERT INTO meeting_folders (name) VALUES (?)").bind(name).finish();
     return connection.lastInsertedRowId();
 }
 
 void DictationStore::renameFolder(std::int64_t id, std::string_view name) const {
-    const Connection connection(databaseURL);
+    const Connection connection(databaseURL, Access::write);
     Statement(connection, "UPDATE meeting_folders SET name = ? WHERE id = ?")
         .bind(name)
         .bind(id)
@@ -365,7 +366,7 @@ void DictationStore::renameFolder(std::int64_t id, std::string_view name) const 
 }
 
 void DictationStore::deleteFolder(std::int64_t id) const {
-    const Connection connection(databaseURL);
+    const Connection connection(databaseURL, Access::write);
     Statement(connection, "UPDATE meetings SET folder_id = NULL WHERE folder_id = ?")
         .bind(id)
         .tryFinish();
@@ -373,7 +374,7 @@ void DictationStore::deleteFolder(std::int64_t id) const {
 }
 
 std::vector<MeetingFolder> DictationStore::listFolders() const {
-    const Connection connection(databaseURL);
+    const Connection connection(databaseURL, Access::read);
     Statement statement(
         connection,
         "SELECT id, name, created_at FROM meeting_folders ORDER BY sort_order ASC, id ASC");
@@ -386,7 +387,7 @@ std::vector<MeetingFolder> DictationStore::listFolders() const {
 }
 
 void DictationStore::moveMeeting(std::int64_t id, std::optional<std::int64_t> folder) const {
-    const Connection connection(databaseURL);
+    const Connection connection(databaseURL, Access::write);
     Statement(connection, "UPDATE meetings SET folder_id = ? WHERE id = ?")
         .bind(folder)
         .bind(id)

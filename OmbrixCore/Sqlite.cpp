@@ -2,9 +2,14 @@
 
 #include <sqlite3.h>
 
+#include <filesystem>
+#include <system_error>
+#include <utility>
+
 #include "OmbrixCore/DictationStore.h"
 #include "OmbrixPlatform/Files.h"
 #include "OmbrixPlatform/Paths.h"
+#include "OmbrixPlatform/Text.h"
 #include "OmbrixPlatform/Utf8.h"
 
 namespace ombrix::Sqlite {
@@ -13,18 +18,43 @@ namespace {
 DatabaseError lastError(sqlite3* handle, std::string statement) {
     return {sqlite3_errcode(handle), sqlite3_errmsg(handle), std::move(statement)};
 }
+
+bool isEmptyFile(const std::string& path) {
+    std::error_code error;
+    return std::filesystem::file_size(path, error) == 0 && !error;
+}
+
+/// The path as a part of a URI: what could end it there is spelled in hexadecimal.
+std::string uriPath(const std::string& path) {
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    std::string text;
+    for (const char c : path) {
+        if (Text::isAsciiAlphanumeric(c) || c == '/' || c == '.' || c == '-' || c == '_') {
+            text += c;
+        } else {
+            const auto byte = static_cast<unsigned char>(c);
+            text += {'%', digits[byte >> 4], digits[byte & 0xF]};
+        }
+    }
+    return text;
+}
 }  // namespace
 
 // ---- connection -------------------------------------------------------------------------------
 
 void Connection::Close::operator()(sqlite3* handle) const { sqlite3_close(handle); }
 
-Connection::Connection(const std::string& path) {
+Connection::Connection(const std::string& path, Access access) {
     if (const auto folder = Paths::parent(path); !folder.empty()) {
         Files::createDirectories(std::string(folder));
     }
+    open(path, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, path);
+    if (access == Access::write || !isEmptyFile(path)) enterWalMode(path);
+}
+
+void Connection::open(const std::string& name, int flags, const std::string& path) {
     sqlite3* handle = nullptr;
-    const int result = sqlite3_open(path.c_str(), &handle);
+    const int result = sqlite3_open_v2(name.c_str(), &handle, flags, nullptr);
     handle_.reset(handle);  // SQLite gives a handle even when it cannot open the file
     if (result != SQLITE_OK) {
         throw lastError(handle, "open " + path + (Files::isDirectory(path) ? " (a folder)" : ""));
@@ -32,18 +62,20 @@ Connection::Connection(const std::string& path) {
     sqlite3_busy_timeout(handle, DictationStore::busyTimeoutMilliseconds);
     // A database is foreign bytes: what its schema may call is limited to what does no harm.
     sqlite3_db_config(handle, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
-    enterWalMode();
 }
 
-void Connection::enterWalMode() const {
+void Connection::enterWalMode(const std::string& path) {
     constexpr const char* pragma = "PRAGMA journal_mode=WAL";
     if (tryExecute(pragma)) return;
-    // A database that we may only read stays in the mode it is in. Whether it can be read in that
-    // mode, the statement behind this one tells.
     const DatabaseError error = lastError(handle_.get(), pragma);
-    if (sqlite3_db_readonly(handle_.get(), "main") != 1 || error.code() != SQLITE_READONLY) {
+    if (error.code() != SQLITE_READONLY || sqlite3_db_readonly(handle_.get(), "main") != 1) {
         throw error;
     }
+    // We may only read it. In WAL mode even that takes an index file beside it, which we cannot
+    // make in a folder without write access. Without a log the database file holds everything, and
+    // then it can be read as a file that does not change.
+    if (tryExecute("SELECT 1 FROM sqlite_master LIMIT 1") || Files::exists(path + "-wal")) return;
+    open("file:" + uriPath(path) + "?immutable=1", SQLITE_OPEN_READONLY | SQLITE_OPEN_URI, path);
 }
 
 void Connection::execute(const char* script) const {

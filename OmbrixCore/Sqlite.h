@@ -13,12 +13,17 @@ struct sqlite3_stmt;
 
 namespace ombrix::Sqlite {
 
+/// What a connection is for. A reader leaves a file of no bytes, which is a database without
+/// tables, as it is.
+enum class Access { read, write };
+
 /// One connection, in WAL mode. It must outlive its statements.
 class Connection {
   public:
     /// Makes the folder (throws `Files::Error`) and an empty database when they are missing. A
-    /// database that cannot be written keeps its journal mode.
-    explicit Connection(const std::string& path);
+    /// database that this user may not write keeps its journal mode and can still be read; in a
+    /// folder without write access, too, unless it has a log that only a writer can open.
+    Connection(const std::string& path, Access access);
 
     /// Runs a script of statements that give no rows.
     void execute(const char* script) const;
@@ -32,7 +37,8 @@ class Connection {
         void operator()(sqlite3* handle) const;
     };
 
-    void enterWalMode() const;
+    void open(const std::string& name, int flags, const std::string& path);
+    void enterWalMode(const std::string& path);
 
     std::unique_ptr<sqlite3, Close> handle_;
 };
