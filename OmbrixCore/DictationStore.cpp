@@ -1,7 +1,6 @@
 #include "OmbrixCore/DictationStore.h"
 
-#include <algorithm>
-#include <limits>
+#include <utility>
 
 #include "OmbrixCore/OmbrixPaths.h"
 #include "OmbrixCore/Sqlite.h"
@@ -57,10 +56,6 @@ CREATE TABLE IF NOT EXISTS meeting_folders (
 
 constexpr std::string_view dictationColumns =
     "SELECT id, timestamp, duration_seconds, raw_text, app_context, word_count";
-constexpr std::string_view meetingColumns =
-    "SELECT id, title, start_time, duration_seconds, raw_transcript, formatted_notes, word_count, "
-    "folder_id, calendar_event_id, mic_audio_path, system_audio_path";
-
 DictationRecord dictationOf(const Statement& row) {
     return {.id = row.int64(0),
             .timestamp = row.text(1),
@@ -68,86 +63,6 @@ DictationRecord dictationOf(const Statement& row) {
             .rawText = row.text(3),
             .appContext = row.text(4),
             .wordCount = row.int32(5)};
-}
-
-MeetingRecord meetingOf(const Statement& row) {
-    return {.id = row.int64(0),
-            .title = row.text(1),
-            .startTime = row.text(2),
-            .durationSeconds = row.number(3),
-            .rawTranscript = row.text(4),
-            .formattedNotes = row.text(5),
-            .wordCount = row.int32(6),
-            .folderID = row.optionalInt64(7),
-            .calendarEventID = row.optionalText(8),
-            .micAudioPath = row.optionalText(9),
-            .systemAudioPath = row.optionalText(10)};
-}
-
-MeetingSummary summaryOf(const Statement& row) {
-    return {.id = row.int64(0),
-            .title = row.text(1),
-            .startTime = row.text(2),
-            .durationSeconds = row.number(3),
-            .wordCount = row.int32(6),
-            .folderID = row.optionalInt64(7),
-            .notesState = notesStateOf(row.rawText(5))};
-}
-
-/// SQLite would take the lower bits of a larger number and list something that nobody asked for.
-std::int64_t require32Bits(std::int64_t number, const char* name) {
-    using Bounds = std::numeric_limits<std::int32_t>;
-    if (number < Bounds::min() || number > Bounds::max()) {
-        throw std::out_of_range(std::string("The ") + name + " " + std::to_string(number) +
-                                " does not fit 32 bits.");
-    }
-    return number;
-}
-
-std::string sql(const std::vector<std::string_view>& pieces) { return Text::joined(pieces, ""); }
-
-/// "WHERE a AND b" on a line of its own; nothing without conditions.
-std::string whereLine(const std::vector<std::string_view>& conditions) {
-    return conditions.empty() ? std::string() : sql({"WHERE ", Text::joined(conditions, " AND ")});
-}
-
-/// What LIKE with the escape character "\" takes for "contains this text as it stands".
-std::string likePattern(std::string_view text) {
-    std::string pattern = "%";
-    for (const char c : text) {
-        if (c == '\\' || c == '%' || c == '_') pattern += '\\';
-        pattern += c;
-    }
-    return pattern + "%";
-}
-
-/// Runs the statement of a meeting list and makes one thing of each row.
-template <typename MakeRow>
-auto meetingRows(const std::string& databaseURL, const MeetingQuery& query, MakeRow makeRow) {
-    const std::int64_t limit = require32Bits(query.limit, "limit");
-    const std::string_view text = query.search ? Text::trimmed(*query.search) : std::string_view();
-    std::vector<std::string_view> conditions;
-    if (query.folderID) conditions.push_back("folder_id = ?");
-    if (!text.empty()) {
-        conditions.push_back(
-            "(title LIKE ? ESCAPE '\\' OR IFNULL(raw_transcript, '') LIKE ? ESCAPE '\\' OR "
-            "IFNULL(formatted_notes, '') LIKE ? ESCAPE '\\')");
-    }
-    const std::string pattern = likePattern(text);
-
-    const Connection connection(databaseURL, Access::read);
-    Statement statement(connection, sql({meetingColumns, "\nFROM meetings\n", whereLine(conditions),
-                                         "\nORDER BY id DESC\nLIMIT ?"}));
-    if (query.folderID) statement.bind(*query.folderID);
-    if (!text.empty()) statement.bind(pattern).bind(pattern).bind(pattern);
-    statement.bind(limit);
-    std::vector<decltype(makeRow(statement))> rows;
-    while (statement.step()) rows.push_back(makeRow(statement));
-    return rows;
-}
-
-double wordsPerMinute(std::int64_t words, double seconds) {
-    return seconds > 0 ? static_cast<double>(words) / (seconds / 60) : 0;
 }
 
 /// The days that dictations were made on, as the database tells them, in UTC. A timestamp that is
@@ -211,16 +126,15 @@ void DictationStore::insert(const NewDictation& dictation) const {
 }
 
 std::vector<DictationRecord> DictationStore::recentDictations(const DictationQuery& query) const {
-    const std::int64_t limit = require32Bits(query.limit, "limit");
-    const std::int64_t offset = require32Bits(query.offset, "offset");
+    const std::int64_t limit = Sqlite::require32Bits(query.limit, "limit");
+    const std::int64_t offset = Sqlite::require32Bits(query.offset, "offset");
     std::vector<std::string_view> conditions;
     if (query.fromDate) conditions.push_back("timestamp >= ?");
     if (query.toDate) conditions.push_back("timestamp <= ?");
 
     const Connection connection(databaseURL, Access::read);
-    Statement statement(connection,
-                        sql({dictationColumns, "\nFROM dictations\n", whereLine(conditions),
-                             "\nORDER BY id DESC\nLIMIT ? OFFSET ?"}));
+    Statement statement(connection, Sqlite::newestFirst(dictationColumns, "dictations", conditions,
+                                                        "LIMIT ? OFFSET ?"));
     if (query.fromDate) statement.bind(*query.fromDate);
     if (query.toDate) statement.bind(*query.toDate);
     statement.bind(limit).bind(offset);
@@ -231,8 +145,7 @@ std::vector<DictationRecord> DictationStore::recentDictations(const DictationQue
 
 std::optional<DictationRecord> DictationStore::dictation(std::int64_t id) const {
     const Connection connection(databaseURL, Access::read);
-    Statement statement(connection,
-                        sql({dictationColumns, " FROM dictations WHERE id = ? LIMIT 1"}));
+    Statement statement(connection, Sqlite::byId(dictationColumns, "dictations"));
     if (!statement.bind(id).step()) return std::nullopt;
     return dictationOf(statement);
 }
@@ -263,90 +176,6 @@ DictationStats DictationStore::dictationStats(Instant now, const Calendar& calen
             .averageWPM = wordsPerMinute(words, totals.number(2)),
             .currentStreakDays = streaks.current,
             .longestStreakDays = streaks.longest};
-}
-
-// ---- meetings ---------------------------------------------------------------------------------
-
-void DictationStore::insertMeeting(const NewMeeting& meeting) const {
-    const std::string started = isoInstant(meeting.startTime);
-    const std::string ended = isoInstant(meeting.endTime);
-    const auto seconds = static_cast<double>((meeting.endTime - meeting.startTime).count());
-    const Connection connection(databaseURL, Access::write);
-    Statement(connection,
-              "INSERT INTO meetings (title, calendar_event_id, start_time, end_time, "
-              "duration_seconds, raw_transcript, formatted_notes, mic_audio_path, "
-              "system_audio_path, word_count, source) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, "
-              "'meeting')")
-        .bind(meeting.title)
-        .bind(meeting.calendarEventID)
-        .bind(started)
-        .bind(ended)
-        .bind(std::max(seconds, 0.0))
-        .bind(meeting.rawTranscript)
-        .bind(meeting.formattedNotes)
-        .bind(meeting.micAudioPath)
-        .bind(meeting.systemAudioPath)
-        .bind(countWords(meeting.rawTranscript))
-        .finish();
-}
-
-std::vector<MeetingRecord> DictationStore::recentMeetings(const MeetingQuery& query) const {
-    return meetingRows(databaseURL, query, meetingOf);
-}
-
-std::vector<MeetingSummary> DictationStore::recentMeetingSummaries(
-    const MeetingQuery& query) const {
-    return meetingRows(databaseURL, query, summaryOf);
-}
-
-std::optional<MeetingRecord> DictationStore::meeting(std::int64_t id) const {
-    const Connection connection(databaseURL, Access::read);
-    Statement statement(connection, sql({meetingColumns, " FROM meetings WHERE id = ? LIMIT 1"}));
-    if (!statement.bind(id).step()) return std::nullopt;
-    return meetingOf(statement);
-}
-
-void DictationStore::updateMeeting(std::int64_t id, std::string_view title,
-                                   std::string_view formattedNotes) const {
-    const Connection connection(databaseURL, Access::read);
-    Statement(connection, "UPDATE meetings SET title = ?, formatted_notes = ? WHERE id = ?")
-        .bind(title)
-        .bind(formattedNotes)
-        .bind(id)
-        .finish();
-}
-
-void DictationStore::updateMeetingNotes(std::int64_t id, std::string_view formattedNotes) const {
-    const Connection connection(databaseURL, Access::write);
-    Statement(connection, "UPDATE meetings SET formatted_notes = ? WHERE id = ?")
-        .bind(formattedNotes)
-        .bind(id)
-        .finish();
-}
-
-void DictationStore::updateMeetingTitle(std::int64_t id, std::string_view title) const {
-    const Connection connection(databaseURL, Access::write);
-    Statement(connection, "UPDATE meetings SET title = ? WHERE id = ?")
-        .bind(title)
-        .bind(id)
-        .finish();
-}
-
-void DictationStore::clearMeetings() const {
-    Connection(databaseURL, Access::write).execute("DELETE FROM meetings");
-}
-
-MeetingStats DictationStore::meetingStats() const {
-    const Connection connection(databaseURL, Access::read);
-    Statement totals(connection,
-                     "SELECT COUNT(*) AS total_meetings, COALESCE(SUM(word_count), 0) AS "
-                     "total_words, COALESCE(SUM(duration_seconds), 0) AS total_duration_seconds "
-                     "FROM meetings");
-    if (!totals.step()) return {};
-    const std::int64_t words = totals.int64(1);
-    return {.totalWords = words,
-            .totalMeetings = totals.int64(0),
-            .averageWPM = wordsPerMinute(words, totals.number(2))};
 }
 
 // ---- folders ----------------------------------------------------------------------------------
@@ -384,14 +213,6 @@ std::vector<MeetingFolder> DictationStore::listFolders() const {
             {.id = statement.int64(0), .name = statement.text(1), .createdAt = statement.text(2)});
     }
     return folders;
-}
-
-void DictationStore::moveMeeting(std::int64_t id, std::optional<std::int64_t> folder) const {
-    const Connection connection(databaseURL, Access::write);
-    Statement(connection, "UPDATE meetings SET folder_id = ? WHERE id = ?")
-        .bind(folder)
-        .bind(id)
-        .finish();
 }
 
 std::int64_t DictationStore::countWords(std::string_view text) {

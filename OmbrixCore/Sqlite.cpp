@@ -3,6 +3,7 @@
 #include <sqlite3.h>
 
 #include <filesystem>
+#include <stdexcept>
 #include <system_error>
 #include <utility>
 
@@ -188,4 +189,28 @@ std::int32_t Statement::int32(int column) const {
 }
 
 double Statement::number(int column) const { return sqlite3_column_double(handle_.get(), column); }
+
+// ---- texts ------------------------------------------------------------------------------------
+
+std::string newestFirst(std::string_view columns, std::string_view table,
+                        const std::vector<std::string_view>& conditions, std::string_view tail) {
+    const std::string where = Text::joined(conditions, " AND ");
+    return Text::joined(std::vector<std::string_view>{columns, "\nFROM ", table, "\n",
+                                                      where.empty() ? "" : "WHERE ", where,
+                                                      "\nORDER BY id DESC\n", tail},
+                        "");
+}
+
+std::string byId(std::string_view columns, std::string_view table) {
+    return Text::joined(
+        std::vector<std::string_view>{columns, " FROM ", table, " WHERE id = ? LIMIT 1"}, "");
+}
+
+std::int64_t require32Bits(std::int64_t number, std::string_view name) {
+    if (!std::in_range<std::int32_t>(number)) {
+        throw std::out_of_range("The " + std::string(name) + " " + std::to_string(number) +
+                                " does not fit 32 bits.");
+    }
+    return number;
+}
 }  // namespace ombrix::Sqlite

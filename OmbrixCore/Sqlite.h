@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 struct sqlite3;
 struct sqlite3_stmt;
@@ -92,4 +93,15 @@ class Statement {
     std::unique_ptr<sqlite3_stmt, Finalize> handle_;
     int bound_ = 0;
 };
+
+/// "`columns`, FROM `table`, WHERE `conditions`, ORDER BY id DESC, `tail`", a line each.
+std::string newestFirst(std::string_view columns, std::string_view table,
+                        const std::vector<std::string_view>& conditions, std::string_view tail);
+/// `columns` of the row whose id is bound.
+std::string byId(std::string_view columns, std::string_view table);
+
+/// `number` as it is; throws `std::out_of_range` when it does not fit 32 signed bits, of which
+/// SQLite would take the lower ones and list something that nobody asked for. `name` is for the
+/// text.
+std::int64_t require32Bits(std::int64_t number, std::string_view name);
 }  // namespace ombrix::Sqlite

@@ -25,6 +25,10 @@ MeetingNotesState notesStateOf(std::string_view formattedNotes) {
     return MeetingNotesState::structuredNotes;
 }
 
+double wordsPerMinute(std::int64_t words, double seconds) {
+    return seconds > 0 ? static_cast<double>(words) / (seconds / 60) : 0;
+}
+
 Json::Value encode(const DictationRecord& record) {
     return Json::object({{"id", record.id},
                          {"timestamp", record.timestamp},

@@ -87,6 +87,9 @@ struct MeetingStats {
     bool operator==(const MeetingStats&) const = default;
 };
 
+/// 0 without a positive duration.
+double wordsPerMinute(std::int64_t words, double seconds);
+
 /// Objects with one key a field, named like it; an absent optional writes no key, and what is
 /// computed from other fields (`notesState`) is not written.
 Json::Value encode(const DictationRecord& record);
