@@ -191,12 +191,12 @@ TEST(AskIntentRouter, CatchingUpLooksAWeekBackUnlessTheQuestionHasASubject) {
         std::int64_t windowDays;
     } cases[] = {
         {"Catch me up", 7},
-        {"Catch me up, please!", 7},
+        {"So, what did I miss?", 7},
         {"RECAP", 7},
         {"catch me up on the pricing project", 0},
         {"what did I miss about Zürich", 0},
         // Only the first occurrence goes.
-        {"recap, recap", 0},
+        {"summary of the summary of it", 0},
     };
     for (const auto& [question, windowDays] : cases) {
         const auto plan = route(question, {}, false);
