@@ -1,6 +1,7 @@
-// The transcript file: a frontmatter of known keys and a body of known sections. The reader is a line
-// scanner for the keys and a substring search for the headings; it is neither a YAML nor a Markdown
-// parser and lets pass whatever it does not know. It never fails on a file that has a frontmatter.
+// The transcript file: a frontmatter of known keys and a body of known sections. The reader is a
+// line scanner for the keys and a substring search for the headings; it is neither a YAML nor a
+// Markdown parser and lets pass whatever it does not know. It never fails on a file that has a
+// frontmatter.
 //
 //   ---
 //   title: "Weekly: pricing"
@@ -22,6 +23,7 @@
 //   And we say so in April.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -40,7 +42,7 @@ struct TranscriptDocument {
     std::string title;
     std::string date;  ///< "YYYY-MM-DD", as text; empty when unknown
     std::vector<std::string> participants;
-    int durationMin = 0;
+    std::int64_t durationMin = 0;
     std::string source;
     std::string notes;
     std::vector<Turn> turns;

@@ -53,7 +53,7 @@ std::optional<ByteRange> firstRange(std::span<const std::string> stems, std::str
 /// How often `phrase` stands in `tokens`; overlapping places count each. 0 for an empty phrase.
 std::size_t count(std::span<const std::string> phrase, std::span<const std::string> tokens);
 
-/// A query cut at white space, with what stands between double quotes, straight or typographic, kept
-/// together and its quotes gone. A quote that is not closed runs to the end.
+/// A query cut at white space, with what stands between double quotes, straight or typographic,
+/// kept together and its quotes gone. A quote that is not closed runs to the end.
 std::vector<std::string> terms(std::string_view query);
 }  // namespace ombrix::QueryTokenizer

@@ -1,6 +1,6 @@
 #include "OmbrixPlatform/Characters.h"
 
-#include <optional>
+#include <unicode/uchar.h>
 
 #include "OmbrixPlatform/BreakIterator.h"
 
@@ -73,6 +73,11 @@ std::size_t backward(std::string_view text, std::size_t from, std::size_t n) {
         --n;
     }
     return from;
+}
+
+bool isPrefix(char32_t scalar) {
+    return u_getIntPropertyValue(static_cast<UChar32>(scalar), UCHAR_GRAPHEME_CLUSTER_BREAK) ==
+           U_GCB_PREPEND;
 }
 
 bool hasAtLeast(std::string_view text, std::size_t n) {

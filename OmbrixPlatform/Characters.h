@@ -43,6 +43,9 @@ inline std::string_view prefix(std::string_view text, std::size_t n) {
     return text.substr(0, forward(text, 0, n));
 }
 
+/// True for the few scalars that join what stands behind them into their own character.
+bool isPrefix(char32_t scalar);
+
 /// True when `text` has at least `n` characters; looks no farther than that.
 bool hasAtLeast(std::string_view text, std::size_t n);
 }  // namespace ombrix::Characters

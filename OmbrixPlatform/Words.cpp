@@ -20,13 +20,19 @@ std::size_t nextCut(std::string_view text, std::size_t from) {
             return at + 1;
     return text.size();
 }
+
+std::size_t firstNotAscii(std::string_view text, std::size_t from) {
+    constexpr std::size_t step = 256;  // small enough to look at twice when it holds the byte
+    while (from + step <= text.size() && Utf8::isAscii(text.substr(from, step))) from += step;
+    while (from < text.size() && isAsciiByte(text[from])) ++from;
+    return from;
+}
 }  // namespace
 
 bool Stretches::next(Stretch& stretch) {
     if (place_ >= text_.size()) return false;
     const std::size_t begin = place_;
-    std::size_t at = begin;
-    while (at < text_.size() && isAsciiByte(text_[at])) ++at;
+    const std::size_t at = firstNotAscii(text_, begin);
     if (at == text_.size()) {
         place_ = at;
         stretch = {{begin, at}, true};
