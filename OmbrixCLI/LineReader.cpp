@@ -64,7 +64,7 @@ class Reader {
 
     void readWord(const std::string& word) {
         if (!hasSubcommands(*line_.command) && !asksByName_) return addPositional(word);
-        if (word == "help" && !asksByName_) {
+        if (word == "help" && hasSubcommands(*line_.command)) {
             asksByName_ = true;
             return;
         }

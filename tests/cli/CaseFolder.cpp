@@ -1,0 +1,117 @@
+#include "CaseFolder.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <stdexcept>
+
+#include "ToolProcess.h"
+
+namespace ombrix::ToolTests {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::optional<std::string> textOf(const fs::path& path) {
+    if (!fs::exists(path)) return std::nullopt;
+    return fileText(path.string());
+}
+
+std::vector<std::string> split(const std::string& text, char separator) {
+    std::vector<std::string> pieces(1);
+    for (const char c : text) {
+        if (c == separator) {
+            pieces.emplace_back();
+        } else {
+            pieces.back() += c;
+        }
+    }
+    return pieces;
+}
+
+CaseRun runIn(const fs::path& folder) {
+    CaseRun run{.name = folder.filename().string(),
+                .arguments = linesOf((folder / "arguments").string()),
+                .stdinFile = fs::exists(folder / "stdin") ? (folder / "stdin").string() : "",
+                .environment = linesOf((folder / "environment").string()),
+                .output = textOf(folder / "stdout"),
+                .errors = textOf(folder / "stderr"),
+                .outputContains = linesOf((folder / "stdout-contains").string()),
+                .errorsContain = linesOf((folder / "stderr-contains").string()),
+                .anywhere = {},
+                .status = 0,
+                .changes = linesOf((folder / "changes").string())};
+    if (const auto status = textOf(folder / "status")) run.status = std::stoi(*status);
+    const bool saysSomething = run.output || run.errors || !run.outputContains.empty() ||
+                               !run.errorsContain.empty() || fs::exists(folder / "status");
+    if (!saysSomething) throw std::runtime_error(folder.string() + " expects nothing");
+    return run;
+}
+
+/// Blanks part the words; single quotes keep them together.
+std::vector<std::string> words(const std::string& text) {
+    std::vector<std::string> result;
+    bool inWord = false;
+    bool quoted = false;
+    for (const char c : text) {
+        if (c == '\'') {
+            quoted = !quoted;
+            if (!inWord) result.emplace_back();
+            inWord = true;
+        } else if (c == ' ' && !quoted) {
+            inWord = false;
+        } else {
+            if (!inWord) result.emplace_back();
+            inWord = true;
+            result.back() += c;
+        }
+    }
+    if (quoted) throw std::runtime_error("an open quote: " + text);
+    return result;
+}
+
+std::string trimmed(const std::string& text) {
+    const auto first = text.find_first_not_of(' ');
+    if (first == std::string::npos) return {};
+    return text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+CaseRun runOfLine(const std::string& line) {
+    const auto columns = split(line, '|');
+    if (columns.size() < 3) throw std::runtime_error("a line of three columns expected: " + line);
+    CaseRun run;
+    run.name = line;
+    run.status = std::stoi(columns[0]);
+    run.arguments = words(columns[1]);
+    for (std::size_t i = 2; i < columns.size(); ++i) run.anywhere.push_back(trimmed(columns[i]));
+    return run;
+}
+}  // namespace
+
+std::vector<std::string> linesOf(const std::string& path) {
+    const auto text = textOf(path);
+    if (!text || text->empty()) return {};
+    auto lines = split(*text, '\n');
+    if (lines.back().empty()) lines.pop_back();
+    return lines;
+}
+
+std::vector<CaseRun> runsOf(const std::string& caseFolder) {
+    std::vector<CaseRun> runs;
+    for (const auto& line : linesOf(caseFolder + "/lines")) {
+        if (!line.empty() && line.front() != '#') runs.push_back(runOfLine(line));
+    }
+    if (fs::exists(fs::path(caseFolder) / "arguments")) runs.push_back(runIn(caseFolder));
+    std::vector<fs::path> numbered;
+    for (const auto& entry : fs::directory_iterator(caseFolder)) {
+        const std::string name = entry.path().filename().string();
+        if (entry.is_directory() && name.front() >= '0' && name.front() <= '9') {
+            numbered.push_back(entry.path());
+        }
+    }
+    std::ranges::sort(numbered, {},
+                      [](const fs::path& path) { return std::stoi(path.filename().string()); });
+    for (const auto& folder : numbered) runs.push_back(runIn(folder));
+    if (runs.empty()) throw std::runtime_error(caseFolder + " runs nothing");
+    return runs;
+}
+}  // namespace ombrix::ToolTests

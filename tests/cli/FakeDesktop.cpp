@@ -1,0 +1,111 @@
+// The desktop application as far as the tool can tell: it listens on the session bus, says on
+// standard output what it hears, and answers as a script says: FakeDesktop <script> <state folder>.
+//
+//   on com.ombrix.app.state-request    what follows is done each time this name is heard
+//   wait 200                           milliseconds
+//   write state-{id}.json whole.json   in the state folder, from the script's own folder, in place
+//   remove state-{id}.json
+//
+// {id} is the notification's object. A file that is written holds {script}, if anywhere, for the
+// text of "web-eval-{id}.js", so that a case can tell that the script came across.
+#include <gio/gio.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <iterator>
+#include <map>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+struct Step {
+    std::string verb, first, second;
+};
+
+struct Desktop {
+    fs::path scriptFolder;
+    fs::path stateFolder;
+    std::map<std::string, std::vector<Step>> answers;
+};
+
+std::string textOf(const fs::path& path) {
+    std::ifstream in(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+}
+
+std::string replaced(std::string text, const std::string& from, const std::string& to) {
+    if (const auto at = text.find(from); at != std::string::npos) text.replace(at, from.size(), to);
+    return text;
+}
+
+std::map<std::string, std::vector<Step>> readScript(const fs::path& path) {
+    std::map<std::string, std::vector<Step>> answers;
+    std::istringstream lines(textOf(path));
+    std::string line, heard;
+    while (std::getline(lines, line)) {
+        std::istringstream words(line);
+        Step step;
+        words >> step.verb >> step.first >> step.second;
+        if (step.verb == "on") {
+            heard = step.first;
+        } else if (!step.verb.empty()) {
+            answers[heard].push_back(step);
+        }
+    }
+    return answers;
+}
+
+void take(const Desktop& desktop, const Step& step, const std::string& id) {
+    const fs::path target = desktop.stateFolder / replaced(step.first, "{id}", id);
+    if (step.verb == "wait") {
+        g_usleep(std::stoul(step.first) * 1000);
+    } else if (step.verb == "remove") {
+        fs::remove(target);
+    } else if (step.verb == "write") {
+        fs::create_directories(desktop.stateFolder);
+        const std::string script = textOf(desktop.stateFolder / ("web-eval-" + id + ".js"));
+        std::ofstream(target, std::ios::binary)
+            << replaced(textOf(desktop.scriptFolder / step.second), "{script}", script);
+    } else {
+        std::cerr << "FakeDesktop: unknown step " << step.verb << "\n";
+        std::exit(2);
+    }
+}
+
+void hear(GDBusConnection*, const char*, const char*, const char*, const char*,
+          GVariant* parameters, void* data) {
+    if (!g_variant_is_of_type(parameters, G_VARIANT_TYPE("(ss)"))) return;
+    const char* name = nullptr;
+    const char* object = nullptr;
+    g_variant_get(parameters, "(&s&s)", &name, &object);
+    std::cout << name << "\t" << object << std::endl;
+    const auto& desktop = *static_cast<const Desktop*>(data);
+    const auto answer = desktop.answers.find(name);
+    if (answer == desktop.answers.end()) return;
+    for (const Step& step : answer->second) take(desktop, step, object);
+}
+}  // namespace
+
+int main(int argc, char* argv[]) {
+    if (argc != 3) return 2;
+    Desktop desktop{fs::path(argv[1]).parent_path(), argv[2], readScript(argv[1])};
+    GDBusConnection* const bus = g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr);
+    if (bus == nullptr) {
+        std::cout << "no session bus" << std::endl;
+        return 1;
+    }
+    g_dbus_connection_signal_subscribe(bus, nullptr, "com.ombrix.Notifications", "Posted",
+                                       "/com/ombrix/Notifications", nullptr,
+                                       G_DBUS_SIGNAL_FLAGS_NONE, hear, &desktop, nullptr);
+    // The bus has taken the subscription when it answers a call that was made behind it.
+    GVariant* const answer = g_dbus_connection_call_sync(
+        bus, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "GetId",
+        nullptr, nullptr, G_DBUS_CALL_FLAGS_NONE, 5000, nullptr, nullptr);
+    std::cout << (answer != nullptr ? "ready" : "the bus does not answer") << std::endl;
+    g_main_loop_run(g_main_loop_new(nullptr, FALSE));
+}

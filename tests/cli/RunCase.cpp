@@ -1,0 +1,195 @@
+// Runs one case folder (CaseFolder.h) against the real tool: RunCase <tool> <fake desktop> <case>.
+// Status 0 when everything is as the case says; otherwise what differs is told on standard error.
+// A case with a running application wants a session bus of its own around this program.
+#include <stdlib.h>
+
+#include <filesystem>
+#include <iostream>
+#include <map>
+#include <memory>
+#include <regex>
+
+#include "CaseFolder.h"
+#include "DesktopProcess.h"
+#include "OmbrixCore/DictationStore.h"
+#include "Sql.h"
+#include "ToolProcess.h"
+
+namespace ombrix::ToolTests {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string replacingAll(std::string text, const std::string& from, const std::string& to) {
+    for (auto at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size())) {
+        text.replace(at, from.size(), to);
+    }
+    return text;
+}
+
+/// The two paths that differ from machine to machine, and their names in a case.
+struct Placeholders {
+    std::string folder;
+    std::string tool;
+
+    std::string filled(const std::string& text) const {
+        return replacingAll(replacingAll(text, "{folder}", folder), "{tool}", tool);
+    }
+    std::string normalised(std::string text) const {
+        for (const auto& [path, name] :
+             {std::pair(tool, "{tool}"), std::pair(folder, "{folder}")}) {
+            text = replacingAll(std::move(text), replacingAll(path, "/", "\\/"), name);
+            text = replacingAll(std::move(text), path, name);
+        }
+        static const std::regex time(R"re(("generatedAt" : ")\d{4}-\d\d-\d\dT\d\d:\d\d:\d\dZ")re");
+        return std::regex_replace(text, time, "$1{now}\"");
+    }
+};
+
+/// Every file below a folder with what it holds; folders and links by their kind.
+using Snapshot = std::map<std::string, std::string>;
+
+Snapshot snapshotOf(const std::string& folder) {
+    Snapshot result;
+    for (const auto& entry : fs::recursive_directory_iterator(folder)) {
+        const std::string name = fs::relative(entry.path(), folder).string();
+        if (name.ends_with("ombrix.db-wal") || name.ends_with("ombrix.db-shm")) continue;
+        if (entry.is_symlink()) {
+            result[name] = "link to " + fs::read_symlink(entry.path()).string();
+        } else if (entry.is_regular_file()) {
+            result[name] = "file: " + fileText(entry.path().string());
+        } else {
+            result[name] = entry.is_directory() ? "folder" : "special";
+        }
+    }
+    return result;
+}
+
+class CaseRunner {
+  public:
+    CaseRunner(std::string tool, std::string desktop, std::string caseFolder)
+        : case_(std::move(caseFolder)), names_{folder_.path(), std::move(tool)} {
+        for (const char* part : {"library", "support"}) {
+            const fs::path source = fs::path(case_) / part;
+            fs::create_directories(fs::path(folder_.path()) / part);
+            if (fs::exists(source)) {
+                fs::copy(source, fs::path(folder_.path()) / part,
+                         fs::copy_options::recursive | fs::copy_options::copy_symlinks);
+            }
+        }
+        if (fs::exists(case_ + "/database.sql")) {
+            const std::string database = folder_.path() + "/support/ombrix.db";
+            DictationStore(database).migrateIfNeeded();
+            Sql::run(database, fileText(case_ + "/database.sql"));
+        }
+        if (fs::exists(case_ + "/desktop")) {
+            desktop_ = std::make_unique<DesktopProcess>(desktop, case_ + "/desktop",
+                                                        folder_.path() + "/support/state");
+        }
+    }
+
+    bool passes() {
+        for (const CaseRun& run : runsOf(case_)) check(run);
+        if (desktop_) {
+            const auto expected = linesOf(case_ + "/heard");
+            expect("what the application heard", desktop_->heard(expected.size()), expected);
+        }
+        return passes_;
+    }
+
+  private:
+    void check(const CaseRun& run) {
+        run_ = run.name;
+        const Snapshot before = snapshotOf(folder_.path());
+        Call call{.arguments = {names_.tool},
+                  .environment = cleanEnvironment(folder_.path()),
+                  .input = run.stdinFile,
+                  .workingDirectory = folder_.path(),
+                  .outputTo = std::nullopt};
+        for (const auto& argument : run.arguments)
+            call.arguments.push_back(names_.filled(argument));
+        for (const auto& line : run.environment) call.environment.push_back(names_.filled(line));
+        const Outcome outcome = ToolTests::run(call);
+        const std::string output = names_.normalised(outcome.output);
+        const std::string errors = names_.normalised(outcome.errors);
+
+        if (outcome.status != run.status) {
+            complain("status " + std::to_string(outcome.status) + " instead of " +
+                     std::to_string(run.status) + "\n" + output + errors);
+        }
+        if (run.output) expect("standard output", output, *run.output);
+        if (run.errors) expect("standard error", errors, *run.errors);
+        for (const auto& part : run.outputContains) expectPart("standard output", output, part);
+        for (const auto& part : run.errorsContain) expectPart("standard error", errors, part);
+        for (const auto& part : run.anywhere) expectPart("the output", output + errors, part);
+        expectUnchanged(before, snapshotOf(folder_.path()), run.changes);
+    }
+
+    void complain(const std::string& problem) {
+        passes_ = false;
+        std::cerr << case_ << ", run " << run_ << ": " << problem << "\n";
+    }
+
+    void expect(const std::string& what, const std::string& found, const std::string& expected) {
+        if (found == expected) return;
+        complain(what + " differs.\n---- expected\n" + expected + "\n---- found\n" + found);
+    }
+
+    void expect(const std::string& what, const std::vector<std::string>& found,
+                const std::vector<std::string>& expected) {
+        std::string one, other;
+        for (const auto& line : found) one += line + "\n";
+        for (const auto& line : expected) other += line + "\n";
+        expect(what, one, other);
+    }
+
+    void expectPart(const std::string& what, const std::string& text, const std::string& part) {
+        if (text.find(part) == std::string::npos) {
+            complain(what + " does not contain: " + part + "\n---- found\n" + text);
+        }
+    }
+
+    void expectUnchanged(const Snapshot& before, const Snapshot& after,
+                         const std::vector<std::string>& changes) {
+        const auto isAllowed = [&changes](const std::string& name) {
+            for (const auto& one : changes) {
+                if (name == one || (one.ends_with('/') && name.starts_with(one))) return true;
+            }
+            return false;
+        };
+        for (const auto& [name, content] : before) {
+            const auto found = after.find(name);
+            if (isAllowed(name) || (found != after.end() && found->second == content)) continue;
+            complain((found == after.end() ? "removed " : "changed ") + name);
+        }
+        for (const auto& [name, content] : after) {
+            if (!before.contains(name) && !isAllowed(name)) complain("made " + name);
+        }
+    }
+
+    std::string case_;
+    TemporaryFolder folder_;
+    Placeholders names_;
+    std::unique_ptr<DesktopProcess> desktop_;
+    std::string run_;
+    bool passes_ = true;
+};
+}  // namespace
+}  // namespace ombrix::ToolTests
+
+int main(int argc, char* argv[]) {
+    if (argc != 4) {
+        std::cerr << "usage: RunCase <tool> <fake desktop> <case folder>\n";
+        return 2;
+    }
+    // The tool is told of the bus by this name, so that only a test that brought a bus has one.
+    const char* const bus = ::getenv("DBUS_SESSION_BUS_ADDRESS");
+    const bool ownBus = std::filesystem::exists(std::string(argv[3]) + "/desktop");
+    if (ownBus && bus != nullptr) ::setenv("OMBRIX_TEST_BUS", bus, 1);
+    try {
+        return ombrix::ToolTests::CaseRunner(argv[1], argv[2], argv[3]).passes() ? 0 : 1;
+    } catch (const std::exception& error) {
+        std::cerr << argv[3] << ": " << error.what() << "\n";
+        return 2;
+    }
+}

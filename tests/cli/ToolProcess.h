@@ -1,0 +1,56 @@
+// Runs a program the way a script would: with its own environment, standard input from a file,
+// standard output and standard error caught.
+#pragma once
+
+#include <sys/types.h>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace ombrix::ToolTests {
+
+struct Call {
+    static constexpr const char* closed = "closed";
+    static constexpr const char* abandoned = "abandoned";
+
+    std::vector<std::string> arguments;    ///< argument 0 included; it is the path that is run
+    std::vector<std::string> environment;  ///< "NAME=value", the whole of it
+    std::string input;                     ///< the file that is standard input
+    std::string workingDirectory;
+    /// Where standard output goes instead of being caught: a path, `closed`, or `abandoned`, a pipe
+    /// whose reader has gone.
+    std::optional<std::string> outputTo;
+    int timeoutSeconds = 120;
+};
+
+struct Outcome {
+    int status = -1;  ///< the exit status, or 1000 plus the signal that ended the process
+    std::string output;
+    std::string errors;
+};
+
+/// Runs to the end, or to the timeout, after which the process is killed and its status is 1009.
+/// Throws `std::system_error` when the process cannot be started.
+Outcome run(const Call& call);
+
+/// The environment every tool test starts from: UTC, C.UTF-8, a home inside `folder`, no variable
+/// of ours, and the session bus only when the test itself runs on one.
+std::vector<std::string> cleanEnvironment(const std::string& folder);
+
+/// A new folder under the system's temporary folder, gone with the object.
+class TemporaryFolder {
+  public:
+    TemporaryFolder();
+    ~TemporaryFolder();
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+    const std::string& path() const { return path_; }
+
+  private:
+    std::string path_;
+};
+
+std::string fileText(const std::string& path);
+void writeFile(const std::string& path, const std::string& text);
+}  // namespace ombrix::ToolTests

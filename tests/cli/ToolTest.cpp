@@ -1,0 +1,200 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sqlite3.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <cstring>
+#include <filesystem>
+#include <thread>
+
+#include "OmbrixCore/DictationStore.h"
+#include "Sql.h"
+#include "ToolProcess.h"
+
+namespace ombrix::ToolTests {
+namespace {
+
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+class Tool : public testing::Test {
+  protected:
+    Call callOf(std::vector<std::string> arguments) const {
+        arguments.insert(arguments.begin(), OMBRIX_TOOL);
+        arguments.insert(arguments.end(), {"--support-dir", folder_.path()});
+        return {.arguments = std::move(arguments),
+                .environment = cleanEnvironment(folder_.path()),
+                .input = {},
+                .workingDirectory = folder_.path(),
+                .outputTo = std::nullopt};
+    }
+
+    /// One meeting, id 1, with the notes "before".
+    void makeDatabase() const {
+        DictationStore(database_).migrateIfNeeded();
+        Sql::run(database_,
+                 "INSERT INTO meetings (title, start_time, formatted_notes) "
+                 "VALUES ('Pricing', '2026-03-02T09:00:00Z', 'before')");
+    }
+
+    std::string notes() const {
+        return Sql::value(database_, "SELECT formatted_notes FROM meetings WHERE id = 1");
+    }
+
+    TemporaryFolder folder_;
+    std::string database_ = folder_.path() + "/ombrix.db";
+};
+
+// ---- standard output --------------------------------------------------------------------------
+
+TEST_F(Tool, AnOutputThatTakesNothingIsAClearFailure) {
+    makeDatabase();
+    for (const char* output : {Call::closed, Call::abandoned, "/dev/full"}) {
+        for (const auto& arguments : std::vector<std::vector<std::string>>{
+                 {"spec"}, {"meetings", "get", "1"}, {"meetings", "get", "2"}, {"--help"}}) {
+            Call call = callOf(arguments);
+            call.outputTo = output;
+            const Outcome outcome = run(call);
+            EXPECT_EQ(outcome.status, 1) << output << " " << arguments.front();
+            EXPECT_THAT(outcome.errors, HasSubstr("Cannot write to standard output")) << output;
+        }
+    }
+    EXPECT_EQ(Sql::value(database_, "PRAGMA integrity_check"), "ok");
+    EXPECT_EQ(notes(), "before");
+}
+
+// ---- notes ------------------------------------------------------------------------------------
+
+TEST_F(Tool, FiftyMegabytesOfDamagedNotesAreRepairedAndStoredWhole) {
+    makeDatabase();
+    const std::string input = folder_.path() + "/notes";
+    const std::string head = std::string("\xEF\xBB\xBF first\r\n\0 behind a zero \xFF\xFE\n", 30);
+    writeFile(input, head + std::string(50 << 20, 'n') + "\xE2\x82");
+    Call call = callOf({"meetings", "update-notes", "1", "--stdin"});
+    call.input = input;
+    const Outcome outcome = run(call);
+    ASSERT_EQ(outcome.status, 0) << outcome.errors;
+    EXPECT_GT(outcome.output.size(), std::size_t{50} << 20);
+    // Two bad bytes are a replacement of three bytes each, and so is the cut sequence at the end.
+    EXPECT_EQ(Sql::value(database_, "SELECT length(CAST(formatted_notes AS BLOB)) FROM meetings"),
+              std::to_string(30 + 4 + (50 << 20) + 3));
+    EXPECT_EQ(Sql::value(database_,
+                         "SELECT hex(substr(CAST(formatted_notes AS BLOB), 1, 14))"
+                         " FROM meetings"),
+              "EFBBBF2066697273740D0A002062");
+    EXPECT_EQ(Sql::value(database_,
+                         "SELECT hex(substr(CAST(formatted_notes AS BLOB), -4))"
+                         " FROM meetings"),
+              "6EEFBFBD");
+
+    call = callOf({"meetings", "update-notes", "1", "--file", input});
+    const Outcome refused = run(call);
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_THAT(refused.errors, HasSubstr("is not valid UTF-8"));
+    EXPECT_THAT(refused.output, IsEmpty());
+}
+
+TEST_F(Tool, NotesAreNotReadForAMeetingThatIsNotThere) {
+    Call call = callOf({"meetings", "update-notes", "7", "--stdin"});
+    call.input = "/dev/zero";  // never ends
+    call.timeoutSeconds = 20;
+    EXPECT_EQ(run(call).status, 5);
+    makeDatabase();
+    const Outcome outcome = run(call);
+    EXPECT_EQ(outcome.status, 3);
+    EXPECT_THAT(outcome.output, HasSubstr("No meeting exists with id 7."));
+}
+
+// ---- locks ------------------------------------------------------------------------------------
+
+/// Holds the database for writing as long as it lives.
+class WriteLock {
+  public:
+    explicit WriteLock(const std::string& database) {
+        if (sqlite3_open(database.c_str(), &connection_) != SQLITE_OK) std::abort();
+        if (sqlite3_exec(connection_, "BEGIN IMMEDIATE; UPDATE meetings SET title = 'held'",
+                         nullptr, nullptr, nullptr) != SQLITE_OK) {
+            std::abort();
+        }
+    }
+    ~WriteLock() { sqlite3_close(connection_); }  // rolls back
+    WriteLock(const WriteLock&) = delete;
+    WriteLock& operator=(const WriteLock&) = delete;
+
+  private:
+    sqlite3* connection_ = nullptr;
+};
+
+TEST_F(Tool, ALockIsWaitedForAndThenReported) {
+    makeDatabase();
+    const std::string file = folder_.path() + "/notes.md";
+    writeFile(file, "after");
+    const Call update = callOf({"meetings", "update-notes", "1", "--file", file});
+    {
+        const WriteLock lock(database_);
+        EXPECT_EQ(run(callOf({"meetings", "list"})).status, 0) << "a reader needs no lock";
+        const Outcome outcome = run(update);
+        EXPECT_EQ(outcome.status, 1);
+        EXPECT_THAT(outcome.errors, HasSubstr("database is locked"));
+        EXPECT_THAT(outcome.output, IsEmpty());
+    }
+    EXPECT_EQ(notes(), "before");
+    {
+        auto lock = std::make_unique<WriteLock>(database_);
+        std::thread release([&lock] {
+            std::this_thread::sleep_for(std::chrono::milliseconds(600));
+            lock.reset();
+        });
+        EXPECT_EQ(run(update).status, 0);
+        release.join();
+    }
+    EXPECT_EQ(notes(), "after");
+}
+
+// ---- the line to the application --------------------------------------------------------------
+
+TEST_F(Tool, ABusThatNeverSpeaksHoldsNobodyUp) {
+    const std::string path = folder_.path() + "/bus";
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    ASSERT_LT(path.size(), sizeof address.sun_path);
+    std::memcpy(address.sun_path, path.c_str(), path.size());
+    const int listener = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    ASSERT_EQ(::bind(listener, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+    ASSERT_EQ(::listen(listener, 8), 0);
+
+    for (const std::string& variable :
+         {"DBUS_SESSION_BUS_ADDRESS=unix:path=" + path, "XDG_RUNTIME_DIR=" + folder_.path()}) {
+        Call call = callOf({"debug-route", "recent"});
+        call.environment.push_back(variable);
+        const auto start = std::chrono::steady_clock::now();
+        const Outcome outcome = run(call);
+        EXPECT_EQ(outcome.status, 0) << outcome.errors;
+        EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(1500));
+    }
+    ::close(listener);
+}
+
+TEST_F(Tool, WhatNobodyAnswersLeavesOtherRequestsAlone) {
+    const std::string state = folder_.path() + "/state";
+    writeFile(state + "/state-OTHER.json", "{}");
+    writeFile(state + "/web-eval-OTHER.js", "1");
+    writeFile(state + "/web-eval-OTHER.json", R"({"ok": true, "json": "1"})");
+    for (const auto& arguments :
+         {std::vector<std::string>{"app-state", "--timeout", "0.2"},
+          std::vector<std::string>{"debug-web-eval", "document.title", "--timeout", "0.2"}}) {
+        const auto start = std::chrono::steady_clock::now();
+        const Outcome outcome = run(callOf(arguments));
+        EXPECT_EQ(outcome.status, 7) << outcome.errors;
+        EXPECT_THAT(outcome.output, HasSubstr("request within 0.2s."));
+        EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(200));
+    }
+    int files = 0;
+    for ([[maybe_unused]] const auto& entry : std::filesystem::directory_iterator(state)) ++files;
+    EXPECT_EQ(files, 3);
+}
+}  // namespace
+}  // namespace ombrix::ToolTests
