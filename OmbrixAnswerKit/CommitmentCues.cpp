@@ -14,28 +14,30 @@ namespace {
 /// that the scan looks behind it too.
 bool isWordByte(char c) { return Text::isAsciiAlphanumeric(c) || c == '_'; }
 
-#define OMBRIX_WEEKDAY "(?:monday|tuesday|wednesday|thursday|friday|saturday|sunday)"
-#define OMBRIX_MONTH                                                                  \
-    "(?:january|february|march|april|may|june|july|august|september|october|november" \
-    "|december|jan|feb|mar|apr|jun|jul|aug|sept|sep|oct|nov|dec)"
+constexpr std::string_view weekday = "(?:monday|tuesday|wednesday|thursday|friday|saturday|sunday)";
+constexpr std::string_view month =
+    "(?:january|february|march|april|may|june|july|august|september|october|november|december"
+    "|jan|feb|mar|apr|jun|jul|aug|sept|sep|oct|nov|dec)";
 
+// In these three, WEEKDAY and MONTH stand for the groups above.
 constexpr std::string_view dueByPattern =
-    R"(\b(?:by|before|due|until|till)\s+(?:the\s+)?(?:end\s+of\s+(?:the\s+)?)"
-    R"((?:day|week|month|quarter|sprint)|eod|eow|eom|today|tomorrow|tonight|)"
-    R"((?:this|next)\s+(?:)" OMBRIX_WEEKDAY R"(|week|month|sprint)|)" OMBRIX_WEEKDAY
-    R"(|)" OMBRIX_MONTH R"(\s+\d{1,2}(?:st|nd|rd|th)?|\d{1,2}\s+)" OMBRIX_MONTH
+    R"(\b(?:by|before|due|until|till)\s+(?:the\s+)?)"
+    R"((?:end\s+of\s+(?:the\s+)?(?:day|week|month|quarter|sprint)|eod|eow|eom)"
+    R"(|today|tomorrow|tonight|(?:this|next)\s+(?:WEEKDAY|week|month|sprint)|WEEKDAY)"
+    R"(|MONTH\s+\d{1,2}(?:st|nd|rd|th)?|\d{1,2}\s+MONTH)"
     R"(|\d{4}-\d{2}-\d{2}|\d{1,2}/\d{1,2}(?:/\d{2,4})?)\b)";
 
 constexpr std::string_view nextDayPattern =
-    R"(\b(?:on|this|next)\s+(?:)" OMBRIX_WEEKDAY R"(|week|month|sprint)\b)";
+    R"(\b(?:on|this|next)\s+(?:WEEKDAY|week|month|sprint)\b)";
 
 constexpr std::string_view bareDayPattern =
     R"(\b(?:tomorrow|tonight|end of (?:the )?(?:day|week|month|quarter|sprint)|eod|eow|eom)"
-    R"(|later today|this afternoon|this evening|)" OMBRIX_MONTH
-    R"(\s+\d{1,2}(?:st|nd|rd|th)?|\d{4}-\d{2}-\d{2})\b)";
+    R"(|later today|this afternoon|this evening)"
+    R"(|MONTH\s+\d{1,2}(?:st|nd|rd|th)?|\d{4}-\d{2}-\d{2})\b)";
 
-#undef OMBRIX_WEEKDAY
-#undef OMBRIX_MONTH
+std::string filled(std::string_view pattern) {
+    return Text::replacingAll(Text::replacingAll(pattern, "WEEKDAY", weekday), "MONTH", month);
+}
 
 constexpr std::string_view firstPersonPattern =
     R"(\b(?:i'll(?!\s+(?:not|never)\b)|i will(?!\s+not\b)|i am going to|i'm going to|i'm gonna)"
@@ -106,39 +108,39 @@ std::optional<ByteRange> Cue::firstMatch(std::string_view text) const {
 
 const std::array<Cue, 3>& deadlinePatterns() {
     static const std::array<Cue, 3> patterns = {
-        Cue(dueByPattern, {"by", "before", "due", "until", "till"}),
-        Cue(nextDayPattern, {"on", "this", "next"}),
-        Cue(bareDayPattern, {"tomorrow",
-                             "tonight",
-                             "end of ",
-                             "eod",
-                             "eow",
-                             "eom",
-                             "later today",
-                             "this afternoon",
-                             "this evening",
-                             "jan",
-                             "feb",
-                             "mar",
-                             "apr",
-                             "may",
-                             "jun",
-                             "jul",
-                             "aug",
-                             "sep",
-                             "oct",
-                             "nov",
-                             "dec",
-                             "0",
-                             "1",
-                             "2",
-                             "3",
-                             "4",
-                             "5",
-                             "6",
-                             "7",
-                             "8",
-                             "9"})};
+        Cue(filled(dueByPattern), {"by", "before", "due", "until", "till"}),
+        Cue(filled(nextDayPattern), {"on", "this", "next"}),
+        Cue(filled(bareDayPattern), {"tomorrow",
+                                     "tonight",
+                                     "end of ",
+                                     "eod",
+                                     "eow",
+                                     "eom",
+                                     "later today",
+                                     "this afternoon",
+                                     "this evening",
+                                     "jan",
+                                     "feb",
+                                     "mar",
+                                     "apr",
+                                     "may",
+                                     "jun",
+                                     "jul",
+                                     "aug",
+                                     "sep",
+                                     "oct",
+                                     "nov",
+                                     "dec",
+                                     "0",
+                                     "1",
+                                     "2",
+                                     "3",
+                                     "4",
+                                     "5",
+                                     "6",
+                                     "7",
+                                     "8",
+                                     "9"})};
     return patterns;
 }
 

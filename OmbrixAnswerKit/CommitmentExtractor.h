@@ -1,7 +1,7 @@
 // Who promised what in a meeting, found by rules over the spoken turns and the listed action items;
-// no model takes part. A promise is seen from the user: he owes it, it is owed to him, or it is
-// between others. The words stay as they were spoken. The tests that the rules consist of stand in
-// CommitmentCues (phrases) and SpokenWords (echoes).
+// no model takes part. A promise is seen from the user's side: owed by the user, owed to the user,
+// or between others. The words stay as they were spoken. The tests that the rules consist of stand
+// in CommitmentCues (phrases) and SpokenWords (echoes).
 #pragma once
 
 #include <array>
