@@ -29,27 +29,27 @@ struct AppStateSnapshot {
     std::string appVersion;
     std::string bundlePath;
     std::string recordingState;
-    std::optional<std::string> activeMeetingTitle;
+    std::optional<std::string> activeMeetingTitle = {};
     bool liveTranscriptEnabled = false;
     std::string appearance;
     std::string outputBasePath;  ///< the transcripts folder
     std::int64_t transcriptCount = 0;
-    std::optional<std::string> selectedTranscriptPath;
-    std::optional<std::string> selectedFolder;
+    std::optional<std::string> selectedTranscriptPath = {};
+    std::optional<std::string> selectedFolder = {};
     std::string route;  ///< the surface shown
-    std::optional<std::string> toast;
-    std::optional<std::int64_t> finishingCount;
-    std::optional<std::string> conferenceDetected;
-    std::optional<std::string> scheduledEnd;
-    std::optional<bool> autoStopArmed;
-    std::optional<bool> meetingLikelyActive;
-    std::optional<std::string> settingsSection;
-    std::optional<std::string> place;
-    std::optional<std::map<std::string, double>> perf;  ///< milliseconds by `PerfBudget` path
-    std::optional<std::map<std::string, std::string>> engineRecipes;  ///< version by recipe
-    std::optional<bool> calendarFixture;
-    std::optional<std::string> webBuild;
-    std::optional<std::map<std::string, std::string>> pill;
+    std::optional<std::string> toast = {};
+    std::optional<std::int64_t> finishingCount = {};
+    std::optional<std::string> conferenceDetected = {};
+    std::optional<std::string> scheduledEnd = {};
+    std::optional<bool> autoStopArmed = {};
+    std::optional<bool> meetingLikelyActive = {};
+    std::optional<std::string> settingsSection = {};
+    std::optional<std::string> place = {};
+    std::optional<std::map<std::string, double>> perf = {};  ///< milliseconds by `PerfBudget` path
+    std::optional<std::map<std::string, std::string>> engineRecipes = {};  ///< version by recipe
+    std::optional<bool> calendarFixture = {};
+    std::optional<std::string> webBuild = {};
+    std::optional<std::map<std::string, std::string>> pill = {};
     bool operator==(const AppStateSnapshot&) const = default;
 };
 

@@ -40,36 +40,36 @@ class DatabaseError : public std::runtime_error {
 /// Which meetings a list holds.
 struct MeetingQuery {
     std::int64_t limit = 10;  ///< negative is no limit
-    std::optional<std::int64_t> folderID;
+    std::optional<std::int64_t> folderID = {};
     /// Literal text that the title, the transcript or the notes contain, ASCII case ignored. Blank
     /// is none.
-    std::optional<std::string> search;
+    std::optional<std::string> search = {};
 };
 
 struct DictationQuery {
     std::int64_t limit = 10;  ///< negative is no limit
     std::int64_t offset = 0;
-    std::optional<std::string> fromDate;  ///< the first timestamp, compared as text
-    std::optional<std::string> toDate;    ///< the last one
+    std::optional<std::string> fromDate = {};  ///< the first timestamp, compared as text
+    std::optional<std::string> toDate = {};    ///< the last one
 };
 
 struct NewDictation {
-    std::string text;
+    std::string text = {};
     double durationSeconds = 0;
-    std::string appContext;
-    Instant startedAt;
-    Instant endedAt;  ///< also the record's timestamp
+    std::string appContext = {};
+    Instant startedAt = {};
+    Instant endedAt = {};  ///< also the record's timestamp
 };
 
 struct NewMeeting {
-    std::string title;
-    std::optional<std::string> calendarEventID;
-    Instant startTime;
-    Instant endTime;
-    std::string rawTranscript;
-    std::string formattedNotes;
-    std::optional<std::string> micAudioPath;
-    std::optional<std::string> systemAudioPath;
+    std::string title = {};
+    std::optional<std::string> calendarEventID = {};
+    Instant startTime = {};
+    Instant endTime = {};
+    std::string rawTranscript = {};
+    std::string formattedNotes = {};
+    std::optional<std::string> micAudioPath = {};
+    std::optional<std::string> systemAudioPath = {};
 };
 
 /// Unless it says otherwise, an operation throws `DatabaseError` for what SQLite refuses and

@@ -23,20 +23,20 @@ std::string defaultDatabaseURL(std::string_view appName, std::string_view home);
 
 /// What one run works on. Nothing says that either exists.
 struct Location {
-    std::string supportDirectory;
-    std::string databaseURL;
+    std::string supportDirectory = {};
+    std::string databaseURL = {};
     bool operator==(const Location&) const = default;
 };
 
 /// Everything the location is read from.
 struct Sources {
-    std::optional<std::string> dbPath;      ///< `--db-path`, when it was given
-    std::optional<std::string> supportDir;  ///< `--support-dir`, when it was given
+    std::optional<std::string> dbPath = {};      ///< `--db-path`, when it was given
+    std::optional<std::string> supportDir = {};  ///< `--support-dir`, when it was given
     /// A variable's value, also when it is empty; nothing when it is not set.
     std::function<std::optional<std::string>(const std::string& name)> environment;
-    std::optional<std::string> executable;  ///< the running executable, when the system tells
-    std::string home;
-    std::string workingDirectory;
+    std::optional<std::string> executable = {};  ///< the running executable, when the system tells
+    std::string home = {};
+    std::string workingDirectory = {};
 };
 
 /// The first of these that speaks: `--db-path`; `--support-dir`; OMBRIX_DB_PATH;

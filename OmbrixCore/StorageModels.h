@@ -42,10 +42,10 @@ struct MeetingRecord {
     std::string rawTranscript;
     std::string formattedNotes;
     std::int32_t wordCount = 0;
-    std::optional<std::int64_t> folderID;
-    std::optional<std::string> calendarEventID;
-    std::optional<std::string> micAudioPath;
-    std::optional<std::string> systemAudioPath;
+    std::optional<std::int64_t> folderID = {};
+    std::optional<std::string> calendarEventID = {};
+    std::optional<std::string> micAudioPath = {};
+    std::optional<std::string> systemAudioPath = {};
 
     MeetingNotesState notesState() const { return notesStateOf(formattedNotes); }
     bool operator==(const MeetingRecord&) const = default;
@@ -58,7 +58,7 @@ struct MeetingSummary {
     std::string startTime;
     double durationSeconds = 0;
     std::int32_t wordCount = 0;
-    std::optional<std::int64_t> folderID;
+    std::optional<std::int64_t> folderID = {};
     MeetingNotesState notesState = MeetingNotesState::missing;
     bool operator==(const MeetingSummary&) const = default;
 };

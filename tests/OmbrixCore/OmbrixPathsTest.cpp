@@ -1,0 +1,161 @@
+#include "OmbrixCore/OmbrixPaths.h"
+
+#include <map>
+
+#include "OmbrixPlatform/TestFolder.h"
+
+namespace ombrix {
+namespace {
+using Variables = std::map<std::string, std::string>;
+
+struct Given {
+    std::optional<std::string> dbPath = {};
+    std::optional<std::string> supportDir = {};
+    Variables variables = {};
+};
+
+OmbrixPaths::Location resolve(const Given& given) {
+    return OmbrixPaths::resolve(
+        {.dbPath = given.dbPath,
+         .supportDir = given.supportDir,
+         .environment = [&](const std::string& name) -> std::optional<std::string> {
+             const auto found = given.variables.find(name);
+             if (found == given.variables.end()) return std::nullopt;
+             return found->second;
+         },
+         .executable = "/usr/bin/ombrix-cli",
+         .home = "/home/ilse",
+         .workingDirectory = "/work"});
+}
+
+const std::string infoPlist =
+    "<?xml version=\"1.0\"?><plist version=\"1.0\"><dict><key>OmbrixSupportDirectoryName</key>"
+    "<string>Ombrix Dev</string></dict></plist>";
+}  // namespace
+
+TEST(OmbrixPaths, TheFirstSourceThatSpeaksDecides) {
+    const OmbrixPaths::Location standard = {
+        "/home/ilse/Library/Application Support/Ombrix",
+        "/home/ilse/Library/Application Support/Ombrix/ombrix.db"};
+    const struct {
+        const char* why;
+        Given given;
+        OmbrixPaths::Location expected;
+    } cases[] = {
+        {"nothing given", {}, standard},
+        {"--db-path alone", {.dbPath = "/tmp/a/ombrix.db"}, {"/tmp/a", "/tmp/a/ombrix.db"}},
+        {"both options, unrelated",
+         {.dbPath = "/tmp/a/x.db", .supportDir = "/tmp/b"},
+         {"/tmp/b", "/tmp/a/x.db"}},
+        {"an empty support option counts beside a database",
+         {.dbPath = "/tmp/a/x.db", .supportDir = ""},
+         {"/work", "/tmp/a/x.db"}},
+        {"--support-dir alone", {.supportDir = "/tmp/b/"}, {"/tmp/b", "/tmp/b/ombrix.db"}},
+        {"an option hides every variable",
+         {.supportDir = "/tmp/b", .variables = {{"OMBRIX_DB_PATH", "/v/x.db"}}},
+         {"/tmp/b", "/tmp/b/ombrix.db"}},
+        {"an empty option is none",
+         {.dbPath = "", .variables = {{"OMBRIX_SUPPORT_DIR", "/v"}}},
+         {"/v", "/v/ombrix.db"}},
+        {"two empty options are none", {.dbPath = "", .supportDir = ""}, standard},
+        {"a database variable alone",
+         {.variables = {{"OMBRIX_DB_PATH", "/tmp/d/ombrix.db"}}},
+         {"/tmp/d", "/tmp/d/ombrix.db"}},
+        {"an empty support variable counts beside it",
+         {.variables = {{"OMBRIX_DB_PATH", "/tmp/d/ombrix.db"},
+                        {"OMBRIX_SUPPORT_DIR", ""},
+                        {"TARVEN_SUPPORT_DIR", "/old"}}},
+         {"/work", "/tmp/d/ombrix.db"}},
+        {"the earlier product's names",
+         {.variables = {{"TARVEN_DB_PATH", "/old/x.db"}, {"TARVEN_SUPPORT_DIR", "/old/s"}}},
+         {"/old/s", "/old/x.db"}},
+        {"an empty newer name hides the older one",
+         {.variables = {{"OMBRIX_DB_PATH", ""},
+                        {"TARVEN_DB_PATH", "/old/x.db"},
+                        {"TARVEN_SUPPORT_DIR", "/old/s"}}},
+         {"/old/s", "/old/s/ombrix.db"}},
+        {"an empty support variable alone",
+         {.variables = {{"OMBRIX_SUPPORT_DIR", ""}, {"TARVEN_SUPPORT_DIR", "/old/s"}}},
+         standard},
+        {"relative paths are the working directory's; nothing is resolved in them",
+         {.dbPath = "../a//x.db", .supportDir = "~/b/"},
+         {"/work/~/b", "/work/../a//x.db"}},
+        {"a bare name", {.dbPath = "x.db"}, {"/work", "/work/x.db"}},
+        {"in the root", {.dbPath = "/x.db"}, {"/", "/x.db"}},
+    };
+    for (const auto& [why, given, expected] : cases) {
+        const auto location = resolve(given);
+        EXPECT_EQ(location.supportDirectory, expected.supportDirectory) << why;
+        EXPECT_EQ(location.databaseURL, expected.databaseURL) << why;
+    }
+}
+
+TEST(OmbrixPaths, ALinkIntoABundleFollowsTheBundlesData) {
+    const test::TestFolder folder;
+    folder.write("Tools/Ombrix Dev.app/Contents/Info.plist", infoPlist);
+    const std::string real =
+        folder.write("Tools/Ombrix Dev.app/Contents/Helpers/deep/ombrix-cli", "");
+    std::filesystem::create_directory(folder.at("bin"));
+    std::filesystem::create_symlink(real, folder.at("bin/ombrix-cli"));
+    const OmbrixPaths::Sources sources{
+        .dbPath = {},
+        .supportDir = {},
+        .environment = [](const std::string&) { return std::nullopt; },
+        .executable = folder.at("bin/ombrix-cli"),
+        .home = "/home/ilse",
+        .workingDirectory = "/work"};
+    EXPECT_EQ(OmbrixPaths::resolve(sources).supportDirectory,
+              "/home/ilse/Library/Application Support/Ombrix Dev");
+}
+
+TEST(OmbrixPaths, WithoutANamingBundleTheNameIsOmbrix) {
+    const test::TestFolder folder;
+    folder.write("Outer.app/Contents/Info.plist", infoPlist);
+    folder.write("Outer.app/Inner.app/Contents/other.txt", "");
+    folder.write("Empty.app/Contents/Info.plist",
+                 "<plist version=\"1.0\"><dict><key>OmbrixSupportDirectoryName</key>"
+                 "<string></string></dict></plist>");
+    folder.write("Garbage.app/Contents/Info.plist", "garbage");
+    folder.write("Folder.app/Contents/Info.plist/x", "");
+    folder.write("Upper.APP/Contents/Info.plist", infoPlist);
+    const auto name = OmbrixPaths::enclosingAppSupportDirectoryName;
+    EXPECT_EQ(name(folder.at("Outer.app/Contents/MacOS/ombrix-cli")), "Ombrix Dev");
+    for (const char* executable :
+         {"Outer.app/Inner.app/ombrix-cli", "Empty.app/ombrix-cli", "Garbage.app/ombrix-cli",
+          "Folder.app/ombrix-cli", "Upper.APP/ombrix-cli", "plain/ombrix-cli", "Outer.app"}) {
+        EXPECT_EQ(name(folder.at(executable)), "Ombrix") << executable;
+    }
+    for (const char* executable : {"", "/", "/ombrix-cli", "ombrix-cli", "/nowhere.app/x"}) {
+        EXPECT_EQ(name(executable), "Ombrix") << executable;
+    }
+    EXPECT_EQ(name(std::nullopt), "Ombrix");
+}
+
+TEST(OmbrixPaths, TheBundleIsReadOffThePathTheToolWasStartedBy) {
+    const std::string installed = "/Applications/Ombrix.app";
+    const struct {
+        const char* argument0;
+        std::optional<std::string> expected;
+    } cases[] = {
+        {"/a/Ombrix Dev.app/Contents/MacOS/ombrix-cli", "/a/Ombrix Dev.app"},
+        {"../x/B.app/./Contents/MacOS/ombrix-cli", "/x/B.app"},
+        {"/A.app/Contents/B.app/Contents/x", "/A.app/Contents/B.app"},
+        {"/A.app/Contents/folder/Contents/x", std::nullopt},  // the last one counts
+        {"/A.app/Contents/../../ombrix-cli", std::nullopt},
+        {"/Contents/x", std::nullopt},
+        {"/A.app/contents/x", std::nullopt},
+        {"ombrix-cli", std::nullopt},
+    };
+    for (const auto& [argument0, expected] : cases) {
+        EXPECT_EQ(OmbrixPaths::appBundlePath(argument0, "/work",
+                                             [](const std::string&) { return false; }),
+                  expected)
+            << argument0;
+        EXPECT_EQ(
+            OmbrixPaths::appBundlePath(argument0, "/work",
+                                       [&](const std::string& path) { return path == installed; }),
+            expected.value_or(installed))
+            << argument0;
+    }
+}
+}  // namespace ombrix

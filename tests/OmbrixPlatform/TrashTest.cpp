@@ -1,0 +1,25 @@
+#include "OmbrixPlatform/Trash.h"
+
+#include "OmbrixPlatform/TestFolder.h"
+
+namespace ombrix {
+
+TEST(Trash, AFileGoesWhereAPersonCanBringItBack) {
+    const test::TestFolder home;  // both on one file system, or there would be another trash
+    const test::Variable homeVariable("HOME", home.path());
+    const test::Variable data("XDG_DATA_HOME", home.at("data"));
+    const std::string file = home.write("a folder/notes ü.txt", "kept");
+    EXPECT_EQ(Trash::move(file), std::nullopt);
+    EXPECT_FALSE(std::filesystem::exists(file));
+    EXPECT_EQ(home.read("data/Trash/files/notes ü.txt"), "kept");
+    EXPECT_THAT(home.read("data/Trash/info/notes ü.txt.trashinfo"),
+                testing::HasSubstr("/a%20folder/notes%20%C3%BC.txt\n"));
+}
+
+TEST(Trash, AMissingFileIsReported) {
+    const test::TestFolder folder;
+    const auto problem = Trash::move(folder.at("nothing"));
+    ASSERT_TRUE(problem);
+    EXPECT_NE(*problem, "");
+}
+}  // namespace ombrix
