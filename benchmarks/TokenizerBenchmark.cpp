@@ -1,0 +1,37 @@
+// Cutting text into words, the hot path of every question, in bytes a second.
+#include <benchmark/benchmark.h>
+
+#include "OmbrixMarkdownKit/QueryTokenizer.h"
+#include "Talk.h"
+
+namespace {
+
+using namespace ombrix;
+
+void tokenize(benchmark::State& state, const std::string& text) {
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(QueryTokenizer::tokens(text));
+    }
+    state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(text.size()));
+}
+
+void words(benchmark::State& state, const std::string& text) {
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(QueryTokenizer::words(text));
+    }
+    state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(text.size()));
+}
+
+BENCHMARK_CAPTURE(tokenize, ascii, Talk::ascii(100'000));
+BENCHMARK_CAPTURE(tokenize, mixed, Talk::mixed(100'000));
+BENCHMARK_CAPTURE(words, ascii, Talk::ascii(100'000));
+BENCHMARK_CAPTURE(words, mixed, Talk::mixed(100'000));
+
+void keywordsOfAQuestion(benchmark::State& state) {
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(
+            QueryTokenizer::keywords("what did we decide about pricing with \"Vale Thorn\"?"));
+    }
+}
+BENCHMARK(keywordsOfAQuestion);
+}  // namespace
