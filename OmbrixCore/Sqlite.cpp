@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <stdexcept>
 #include <system_error>
+#include <thread>
 #include <utility>
 
 #include "OmbrixCore/DictationStore.h"
@@ -60,9 +61,22 @@ void Connection::open(const std::string& name, int flags, const std::string& pat
     if (result != SQLITE_OK) {
         throw lastError(handle, "open " + path + (Files::isDirectory(path) ? " (a folder)" : ""));
     }
-    sqlite3_busy_timeout(handle, DictationStore::busyTimeoutMilliseconds);
+    sqlite3_busy_handler(handle, &Connection::waitForLock, this);
     // A database is foreign bytes: what its schema may call is limited to what does no harm.
     sqlite3_db_config(handle, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+}
+
+/// SQLite's own wait sleeps up to a tenth of a second between two attempts. A writer that comes
+/// back at once then holds the lock again at nearly every attempt, and two seconds were not enough.
+/// So we look every half millisecond.
+int Connection::waitForLock(void* self, int attempt) {
+    auto& connection = *static_cast<Connection*>(self);
+    const auto now = std::chrono::steady_clock::now();
+    if (attempt == 0) connection.firstAttempt_ = now;
+    const std::chrono::milliseconds limit(DictationStore::busyTimeoutMilliseconds);
+    if (now - connection.firstAttempt_ >= limit) return 0;
+    std::this_thread::sleep_for(std::chrono::microseconds(500));
+    return 1;
 }
 
 void Connection::enterWalMode(const std::string& path) {

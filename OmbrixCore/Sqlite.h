@@ -2,6 +2,7 @@
 // a `DatabaseError` with the statement that met it.
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -25,6 +26,8 @@ class Connection {
     /// database that this user may not write keeps its journal mode and can still be read; in a
     /// folder without write access, too, unless it has a log that only a writer can open.
     Connection(const std::string& path, Access access);
+    Connection(const Connection&) = delete;
+    Connection& operator=(const Connection&) = delete;
 
     /// Runs a script of statements that give no rows.
     void execute(const char* script) const;
@@ -38,9 +41,11 @@ class Connection {
         void operator()(sqlite3* handle) const;
     };
 
+    static int waitForLock(void* self, int attempt);
     void open(const std::string& name, int flags, const std::string& path);
     void enterWalMode(const std::string& path);
 
+    std::chrono::steady_clock::time_point firstAttempt_;
     std::unique_ptr<sqlite3, Close> handle_;
 };
 

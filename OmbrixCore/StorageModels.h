@@ -26,21 +26,21 @@ MeetingNotesState notesStateOf(std::string_view formattedNotes);
 /// wrote it. A NULL text is empty.
 struct DictationRecord {
     std::int64_t id = 0;
-    std::string timestamp;
+    std::string timestamp = {};
     double durationSeconds = 0;
-    std::string rawText;
-    std::string appContext;
+    std::string rawText = {};
+    std::string appContext = {};
     std::int32_t wordCount = 0;
     bool operator==(const DictationRecord&) const = default;
 };
 
 struct MeetingRecord {
     std::int64_t id = 0;
-    std::string title;
-    std::string startTime;
+    std::string title = {};
+    std::string startTime = {};
     double durationSeconds = 0;
-    std::string rawTranscript;
-    std::string formattedNotes;
+    std::string rawTranscript = {};
+    std::string formattedNotes = {};
     std::int32_t wordCount = 0;
     std::optional<std::int64_t> folderID = {};
     std::optional<std::string> calendarEventID = {};
@@ -54,8 +54,8 @@ struct MeetingRecord {
 /// A meeting as a list shows it: without its texts, so that a list of thousands costs no memory.
 struct MeetingSummary {
     std::int64_t id = 0;
-    std::string title;
-    std::string startTime;
+    std::string title = {};
+    std::string startTime = {};
     double durationSeconds = 0;
     std::int32_t wordCount = 0;
     std::optional<std::int64_t> folderID = {};
@@ -65,8 +65,8 @@ struct MeetingSummary {
 
 struct MeetingFolder {
     std::int64_t id = 0;
-    std::string name;
-    std::string createdAt;  ///< SQLite's own form, "2026-03-01 09:30:00", UTC
+    std::string name = {};
+    std::string createdAt = {};  ///< SQLite's own form, "2026-03-01 09:30:00", UTC
     bool operator==(const MeetingFolder&) const = default;
 };
 

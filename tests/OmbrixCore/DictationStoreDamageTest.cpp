@@ -1,0 +1,179 @@
+// What the store does with a database that is not as it should be.
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <random>
+#include <thread>
+
+#include "OmbrixCore/DictationStore.h"
+#include "OmbrixCore/RawDatabase.h"
+#include "OmbrixPlatform/TestFolder.h"
+
+namespace ombrix {
+namespace {
+using Clock = std::chrono::steady_clock;
+
+/// What a list says of the database; empty when it has nothing to say.
+std::string complaint(const DictationStore& store) {
+    try {
+        store.recentMeetings({});
+    } catch (const DatabaseError& error) {
+        EXPECT_THAT(error.what(), testing::StartsWith(error.message()));
+        EXPECT_THAT(error.what(), testing::HasSubstr(error.statement()));
+        EXPECT_THAT(error.what(),
+                    testing::HasSubstr("OmbrixDB error " + std::to_string(error.code())));
+        return error.message();
+    }
+    return {};
+}
+
+DictationStore oneMeeting(const test::TestFolder& folder) {
+    const DictationStore store(folder.at("ombrix.db"));
+    store.migrateIfNeeded();
+    store.insertMeeting({.title = "one", .rawTranscript = std::string(40000, 'x')});
+    return store;
+}
+
+std::string noise(std::size_t size) {
+    std::mt19937 random(7);
+    std::string bytes;
+    for (std::size_t i = 0; i < size; ++i) bytes += static_cast<char>(random());
+    return bytes;
+}
+}  // namespace
+
+TEST(DictationStoreDamage, WhatIsNoDatabaseIsReportedAndLeftAsItIs) {
+    const test::TestFolder folder;
+    const std::string whole =
+        folder.read(oneMeeting(folder).databaseURL.substr(folder.path().size() + 1));
+    const struct {
+        const char* what;
+        std::string bytes;
+        std::string complaint;
+    } cases[] = {
+        {"empty", "", "no such table: meetings"},
+        {"text", "This is a text that somebody named like a database. " + std::string(500, '.'),
+         "file is not a database"},
+        {"noise", noise(8192), "file is not a database"},
+        {"cut in its first page", whole.substr(0, 1000), "database disk image is malformed"},
+        {"cut behind it", whole.substr(0, 5000), "database disk image is malformed"},
+    };
+    for (const auto& [what, bytes, expected] : cases) {
+        const DictationStore store(folder.write("damaged.db", bytes));
+        EXPECT_EQ(complaint(store), expected) << what;
+        EXPECT_EQ(folder.read("damaged.db"), bytes) << what;
+    }
+    EXPECT_EQ(complaint(DictationStore(folder.path())), "unable to open database file");
+    EXPECT_TRUE(DictationStore(folder.path()).databaseExists());
+}
+
+TEST(DictationStoreDamage, AMissingTableOrColumnIsNamed) {
+    const test::TestFolder folder;
+    const DictationStore store = oneMeeting(folder);
+    test::RawDatabase database(store.databaseURL);
+    database.run("DROP INDEX idx_meetings_folder; ALTER TABLE meetings DROP COLUMN folder_id");
+    EXPECT_EQ(complaint(store), "no such column: folder_id");
+    database.run("DROP TABLE meeting_folders");
+    EXPECT_THROW(store.listFolders(), DatabaseError);
+    database.run("DROP TABLE dictations");
+    EXPECT_THROW(store.deleteDictation(1), DatabaseError);
+}
+
+TEST(DictationStoreDamage, OddValuesAreReadAsSqliteConvertsThem) {
+    const test::TestFolder folder;
+    const DictationStore store = oneMeeting(folder);
+    test::RawDatabase database(store.databaseURL);
+    database.run(
+        "INSERT INTO meetings (id, title, start_time, duration_seconds, raw_transcript, "
+        "formatted_notes, word_count, folder_id, calendar_event_id, mic_audio_path) VALUES "
+        "(-5, CAST(x'61FF62C3' AS TEXT), 17, NULL, x'00E282AC00', NULL, 4294967297, NULL, 1.5, "
+        "x'FE')");
+    const MeetingRecord expected{.id = -5,
+                                 .title = "a\uFFFDb\uFFFD",
+                                 .startTime = "17",
+                                 .rawTranscript = std::string("\0€\0", 5),
+                                 .wordCount = 1,
+                                 .calendarEventID = "1.5",
+                                 .micAudioPath = "\uFFFD"};
+    EXPECT_EQ(store.meeting(-5), expected);
+    database.run(
+        "UPDATE meetings SET duration_seconds = 'long', word_count = 'many', folder_id = 'none' "
+        "WHERE id = -5");
+    EXPECT_EQ(store.meeting(-5)->durationSeconds, 0);
+    EXPECT_EQ(store.meeting(-5)->wordCount, 0);
+    EXPECT_EQ(store.meeting(-5)->folderID, 0);
+    EXPECT_EQ(store.recentMeetingSummaries({}).size(), 2U);
+
+    database.run("UPDATE meetings SET word_count = 9223372036854775807");
+    EXPECT_THROW(store.meetingStats(), DatabaseError);  // the sum is no integer any more
+    database.run("DROP TABLE meetings; DROP TABLE dictations; PRAGMA journal_mode=DELETE");
+}
+
+TEST(DictationStoreDamage, AUtf16DatabaseReadsTheSame) {
+    const test::TestFolder folder;
+    const DictationStore store(folder.at("ombrix.db"));
+    test::RawDatabase(store.databaseURL).run("PRAGMA encoding = 'UTF-16le'; CREATE TABLE t(x)");
+    store.migrateIfNeeded();
+    store.insertMeeting({.title = "Käthe 🙂", .formattedNotes = "— notes"});
+    EXPECT_EQ(store.meeting(1)->title, "Käthe 🙂");
+    EXPECT_EQ(store.recentMeetings({.search = "KÄTHE 🙂"}).size(), 0U);  // only ASCII folds
+    EXPECT_EQ(store.recentMeetings({.search = "KäTHE 🙂"}).size(), 1U);
+}
+
+TEST(DictationStoreDamage, AMissingDatabaseIsMadeEmptyAndAMissingFolderWithIt) {
+    const test::TestFolder folder;
+    const DictationStore store(folder.at("a/b/ombrix.db"));
+    EXPECT_FALSE(store.databaseExists());
+    EXPECT_EQ(complaint(store), "no such table: meetings");
+    EXPECT_TRUE(store.databaseExists());
+    const DictationStore blocked(folder.write("file", "") + "/ombrix.db");
+    EXPECT_THROW(blocked.recentMeetings({}), std::system_error);
+}
+
+TEST(DictationStoreDamage, ALockIsWaitedOutForTwoSeconds) {
+    const test::TestFolder folder;
+    const DictationStore store = oneMeeting(folder);
+    test::RawDatabase writer(store.databaseURL);
+    writer.run("BEGIN IMMEDIATE; UPDATE meetings SET title = 'theirs'");
+    EXPECT_EQ(store.meeting(1)->title, "one") << "a reader does not wait for a writer";
+    std::thread other([&] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(500));
+        writer.run("COMMIT");
+    });
+    EXPECT_NO_THROW(store.updateMeetingNotes(1, "ours"));
+    other.join();
+    EXPECT_EQ(store.meeting(1)->title, "theirs");
+    EXPECT_EQ(store.meeting(1)->formattedNotes, "ours");
+
+    writer.run("BEGIN IMMEDIATE");
+    const auto start = Clock::now();
+    try {
+        store.updateMeetingNotes(1, "lost");
+        FAIL() << "the lock was ignored";
+    } catch (const DatabaseError& error) {
+        EXPECT_EQ(error.message(), "database is locked");
+        EXPECT_EQ(error.code(), SQLITE_BUSY);
+    }
+    const double seconds = std::chrono::duration<double>(Clock::now() - start).count();
+    EXPECT_GT(seconds, 1.8);
+    EXPECT_LT(seconds, 4);
+}
+
+TEST(DictationStoreDamage, WhatMayNotBeWrittenCanStillBeRead) {
+    if (::geteuid() == 0) GTEST_SKIP() << "the superuser may write everything";
+    for (const char* mode : {"WAL", "DELETE"}) {
+        for (const mode_t folderMode : {0755U, 0555U}) {
+            const test::TestFolder folder;
+            const DictationStore store = oneMeeting(folder);
+            test::RawDatabase(store.databaseURL).rows(std::string("PRAGMA journal_mode=") + mode);
+            ASSERT_EQ(::chmod(store.databaseURL.c_str(), 0444), 0);
+            ASSERT_EQ(::chmod(folder.path().c_str(), folderMode), 0);
+            EXPECT_EQ(complaint(store), "") << mode << folderMode;
+            EXPECT_THROW(store.updateMeetingNotes(1, "x"), DatabaseError);
+            EXPECT_EQ(store.meeting(1)->formattedNotes, "");
+            ::chmod(folder.path().c_str(), 0755);
+        }
+    }
+}
+}  // namespace ombrix
