@@ -19,7 +19,8 @@
 //   - "--help" or "-h" anywhere, not as an option's value and not behind "--", and the word "help"
 //     where a subcommand may stand ("help", "help meetings list", "meetings help list") ask for
 //     help, whatever else is wrong with the line.
-//   - A command with subcommands and no work of its own prints its help. Options belong to the command
+//   - A command with subcommands and no work of its own prints its help. Options belong to the
+//   command
 //     whose name stands before them; one that has subcommands takes options only when none follows.
 //   - Numbers are decimal and strict: "010" is 10, and what does not fit is an error.
 #pragma once

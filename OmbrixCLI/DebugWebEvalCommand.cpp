@@ -6,6 +6,7 @@
 #include "OmbrixPlatform/Numbers.h"
 #include "OmbrixPlatform/Paths.h"
 #include "OmbrixPlatform/Process.h"
+#include "OmbrixPlatform/Utf8.h"
 
 namespace ombrix {
 namespace {
@@ -79,7 +80,7 @@ void evaluate(const WebEvalOptions& options) {
     std::optional<Json::Value> reply;
     {
         const RequestFiles files(context.supportDirectory, requestId);
-        files.writeScript(options.script);
+        files.writeScript(Utf8::repaired(options.script));
         NotificationCenter::post("com.ombrix.app.debug-web-eval", requestId);
         reply = awaitedReply(files.reply, options.timeoutSeconds);
     }

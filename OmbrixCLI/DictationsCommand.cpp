@@ -15,13 +15,15 @@ struct GetOptions {
     GlobalOptions global;
 };
 
-Json::Value listRow(const DictationRecord& record) {
+Json::Value dictationListRow(const DictationRecord& record) {
     return Json::object({{"id", record.id},
                          {"timestamp", record.timestamp},
                          {"durationSeconds", record.durationSeconds},
                          {"wordCount", record.wordCount},
                          {"appContext", record.appContext}});
 }
+
+Json::Value dictationDetailPayload(const DictationRecord& record) { return encode(record); }
 
 void listDictations(const ListOptions& options) {
     constexpr std::string_view command = "ombrix-cli dictations list";
@@ -36,7 +38,7 @@ void listDictations(const ListOptions& options) {
     query.limit = options.limit;
     const DictationStore store(context.databaseURL);
     for (const auto& record : store.recentDictations(query)) {
-        rows.push_back(listRow(record));
+        rows.push_back(dictationListRow(record));
     }
     emitSuccess(command, std::move(rows), context.databaseURL);
 }
@@ -49,7 +51,7 @@ void getDictation(const GetOptions& options) {
         throw CLIError::notFound("No dictation exists with id " + std::to_string(options.id) + ".",
                                  "Run `ombrix-cli dictations list` to find a valid ID.");
     }
-    emitSuccess("ombrix-cli dictations get", encode(*record), context.databaseURL);
+    emitSuccess("ombrix-cli dictations get", dictationDetailPayload(*record), context.databaseURL);
 }
 
 void declareList(Command parent) {

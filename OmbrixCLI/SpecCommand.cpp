@@ -9,7 +9,7 @@ constexpr std::int64_t schemaVersion = 1;
 
 Json::Value commandSpecPayload() {
     Json::Array commands;
-    for (const SpecCommandRow& row : specTable()) {
+    for (const auto& row : CommandSpecPayload::commands()) {
         commands.push_back(
             Json::object({{"name", row.name},
                           {"usage", row.usage},

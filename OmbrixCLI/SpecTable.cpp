@@ -1,9 +1,9 @@
 #include "OmbrixCLI/SpecTable.h"
 
-namespace ombrix {
+namespace ombrix::CommandSpecPayload {
 
-const std::vector<SpecCommandRow>& specTable() {
-    static const std::vector<SpecCommandRow> rows{
+const std::vector<SpecCommand>& commands() {
+    static const std::vector<SpecCommand> rows{
         {.name = "spec",
          .usage = "ombrix-cli spec",
          .summary = "Dump the command tree and CLI schema metadata.",
@@ -141,4 +141,4 @@ const std::vector<SpecCommandRow>& specTable() {
     };
     return rows;
 }
-}  // namespace ombrix
+}  // namespace ombrix::CommandSpecPayload

@@ -2,14 +2,12 @@
 // prompts, so it is not made from the parser, and a row stays as it is when a command moves on.
 #pragma once
 
-#include <initializer_list>
-#include <span>
 #include <string_view>
 #include <vector>
 
-namespace ombrix {
+namespace ombrix::CommandSpecPayload {
 
-struct SpecCommandRow {
+struct SpecCommand {
     std::string_view name;
     std::string_view usage;
     std::string_view summary;
@@ -17,5 +15,5 @@ struct SpecCommandRow {
 };
 
 /// Every row, in the order in which `spec` prints them.
-const std::vector<SpecCommandRow>& specTable();
-}  // namespace ombrix
+const std::vector<SpecCommand>& commands();
+}  // namespace ombrix::CommandSpecPayload

@@ -7,7 +7,6 @@
 #include <iostream>
 #include <map>
 #include <memory>
-#include <regex>
 
 #include "CaseFolder.h"
 #include "DesktopProcess.h"
@@ -41,8 +40,8 @@ struct Placeholders {
             text = replacingAll(std::move(text), replacingAll(path, "/", "\\/"), name);
             text = replacingAll(std::move(text), path, name);
         }
-        static const std::regex time(R"re(("generatedAt" : ")\d{4}-\d\d-\d\dT\d\d:\d\d:\d\dZ")re");
-        return std::regex_replace(text, time, "$1{now}\"");
+        return replacingShape(text, R"("generatedAt" : "9999-99-99T99:99:99Z")",
+                              R"("generatedAt" : "{now}")");
     }
 };
 

@@ -7,7 +7,9 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
+#include <cctype>
 #include <cerrno>
 #include <chrono>
 #include <filesystem>
@@ -30,6 +32,12 @@ std::vector<char*> pointers(const std::vector<std::string>& texts) {
     for (const auto& text : texts) result.push_back(const_cast<char*>(text.c_str()));
     result.push_back(nullptr);
     return result;
+}
+
+bool fits(char shape, char c) {
+    if (shape == '9') return std::isdigit(static_cast<unsigned char>(c)) != 0;
+    if (shape == 'F') return std::isxdigit(static_cast<unsigned char>(c)) != 0;
+    return shape == c;
 }
 
 /// In the child; only calls that are safe behind a fork.
@@ -144,6 +152,19 @@ TemporaryFolder::TemporaryFolder() {
 TemporaryFolder::~TemporaryFolder() {
     std::error_code ignored;
     std::filesystem::remove_all(path_, ignored);
+}
+
+std::string replacingShape(const std::string& text, const std::string& shape,
+                           const std::string& replacement) {
+    std::string result;
+    for (std::size_t at = 0; at < text.size();) {
+        const bool found = at + shape.size() <= text.size() &&
+                           std::equal(shape.begin(), shape.end(),
+                                      text.begin() + static_cast<std::ptrdiff_t>(at), fits);
+        result += found ? replacement : std::string(1, text[at]);
+        at += found ? shape.size() : 1;
+    }
+    return result;
 }
 
 std::string fileText(const std::string& path) {

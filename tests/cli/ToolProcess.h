@@ -51,6 +51,11 @@ class TemporaryFolder {
     std::string path_;
 };
 
+/// `text` with each place of a shape replaced: in `shape` a "9" stands for a digit, an "F" for a
+/// hexadecimal digit, anything else for itself.
+std::string replacingShape(const std::string& text, const std::string& shape,
+                           const std::string& replacement);
+
 std::string fileText(const std::string& path);
 void writeFile(const std::string& path, const std::string& text);
 }  // namespace ombrix::ToolTests

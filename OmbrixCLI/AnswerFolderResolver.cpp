@@ -1,0 +1,73 @@
+#include "OmbrixCLI/AnswerFolderResolver.h"
+
+#include <algorithm>
+
+#include "OmbrixCLI/TranscriptReader.h"
+#include "OmbrixMemoryKit/EnginePaths.h"
+#include "OmbrixMemoryKit/SkillPaths.h"
+#include "OmbrixPlatform/Files.h"
+#include "OmbrixPlatform/Paths.h"
+#include "OmbrixPlatform/Text.h"
+
+namespace ombrix::AnswerFolderResolver {
+
+Config::Config(const std::string& supportDirectory) {
+    try {
+        content_ = Json::parse(Files::bytes(Paths::joined(supportDirectory, "config.json")));
+    } catch (const Files::Error&) {
+    } catch (const Json::SyntaxError&) {
+    }
+}
+
+std::optional<std::string> Config::string(std::string_view key) const {
+    const Json::Value* value = content_.member(key);
+    if (value == nullptr || value->string() == nullptr) return std::nullopt;
+    return *value->string();
+}
+
+std::string resolve(const Config& config, std::string_view home) {
+    const auto path = config.string("output_folder_display_path");
+    if (!path || Text::trimmed(*path).empty()) return Paths::joined(home, "Documents/Ombrix");
+    return Paths::expandingTilde(*path, home);
+}
+
+std::string memoryFolderName(const Config& config) {
+    const auto name = config.string("engine_folder_name");
+    const auto trimmed = Text::trimmed(name ? std::string_view(*name) : std::string_view());
+    return std::string(trimmed.empty() ? EnginePaths::defaultMemoryFolderName : trimmed);
+}
+
+std::optional<std::string> userName(const Config& config) {
+    const auto name = config.string("user_name");
+    if (!name) return std::nullopt;
+    return std::string(Text::trimmedBlanks(*name));
+}
+
+const std::string& startOf(const TranscriptDocument& document) {
+    return document.startedAt.empty() ? document.date : document.startedAt;
+}
+
+std::vector<std::string> transcriptPaths(const std::string& folder,
+                                         std::string_view memoryFolderName) {
+    std::vector<std::string> paths;
+    const std::string root = Paths::standardised(folder, Files::workingDirectory());
+    Files::walk(root, [&](std::string path) {
+        if (!Text::equalsIgnoringCase(Paths::extension(path), "md")) return;
+        if (!SkillsFolder::holds(path, memoryFolderName)) paths.push_back(std::move(path));
+    });
+    return paths;
+}
+
+std::vector<IdentifiedDocument> scan(const std::string& folder,
+                                     std::string_view memoryFolderName) {
+    std::vector<IdentifiedDocument> documents;
+    TranscriptReader reader;
+    for (auto& path : transcriptPaths(folder, memoryFolderName))
+        if (auto document = reader.document(path))
+            documents.push_back({std::move(path), std::move(*document)});
+    std::ranges::sort(documents, {}, [](const IdentifiedDocument& entry) {
+        return LibraryOrder{startOf(entry.document), entry.id};
+    });
+    return documents;
+}
+}  // namespace ombrix::AnswerFolderResolver

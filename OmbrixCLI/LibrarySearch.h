@@ -1,0 +1,35 @@
+// The search of `answer` over a folder: reads file after file, keeps what ranking needs of each, and
+// opens again only the few files it shows. Gives what ranking the scanned documents would give, in
+// memory that grows with the hits and not with the library.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "OmbrixMarkdownKit/AnswerScope.h"
+#include "OmbrixMarkdownKit/RankedTranscriptSearch.h"
+
+namespace ombrix {
+
+struct LibrarySearchResult {
+    std::vector<RankedTranscriptSearch::AnswerHit> hits;  ///< the first ones, in order
+    std::int64_t scannedCount = 0;                        ///< transcripts that passed the scope
+    std::int64_t totalMatched = 0;                        ///< all hits, shown or not
+};
+
+/// What becomes of a question that no transcript in scope has a word of.
+enum class WithoutHits {
+    showNothing,
+    showNewest,  ///< the newest transcripts in scope, as hits without keywords and snippets
+};
+
+/// At most `limit` hits. A file that changes or vanishes while the search runs is shown as it is
+/// when it is opened again, or left out.
+LibrarySearchResult searchLibrary(const std::string& folder, std::string_view memoryFolderName,
+                                  const std::vector<std::string>& keywords,
+                                  const AnswerScope& scope,
+                                  const RankedTranscriptSearch::AnswerRankOptions& options,
+                                  std::size_t limit, WithoutHits withoutHits);
+}  // namespace ombrix
