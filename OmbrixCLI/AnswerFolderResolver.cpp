@@ -58,16 +58,16 @@ std::vector<std::string> transcriptPaths(const std::string& folder,
     return paths;
 }
 
-std::vector<IdentifiedDocument> scan(const std::string& folder,
-                                     std::string_view memoryFolderName) {
+std::vector<IdentifiedDocument> scan(const std::string& folder, std::string_view memoryFolderName) {
     std::vector<IdentifiedDocument> documents;
     TranscriptReader reader;
     for (auto& path : transcriptPaths(folder, memoryFolderName))
         if (auto document = reader.document(path))
             documents.push_back({std::move(path), std::move(*document)});
-    std::ranges::sort(documents, {}, [](const IdentifiedDocument& entry) {
+    const auto place = [](const IdentifiedDocument& entry) {
         return LibraryOrder{startOf(entry.document), entry.id};
-    });
+    };
+    std::ranges::sort(documents, std::less<>(), place);
     return documents;
 }
 }  // namespace ombrix::AnswerFolderResolver

@@ -34,8 +34,8 @@ std::string memoryFolderName(const Config& config);
 /// `user_name` without blanks around it, also when nothing is left; nothing without the key.
 std::optional<std::string> userName(const Config& config);
 
-/// The order of a library: the latest start (or day, when a transcript has no start) first, then the
-/// greater id. Two entries never tie.
+/// The order of a library: the latest start (or day, when a transcript has no start) first, then
+/// the greater id. Two entries never tie.
 struct LibraryOrder {
     std::string_view start;
     std::string_view id;

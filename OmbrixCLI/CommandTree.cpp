@@ -8,6 +8,7 @@ void declareCommands(const CommandLine& line, const std::string& argument0) {
     declareInfo(root, argument0);
     declareMeetings(root);
     declareDictations(root);
+    declareAnswer(root);
     declareAppState(root);
     declareDebugForceScheduledEnd(root);
     declareDebugForceNotification(root);

@@ -22,7 +22,8 @@ struct Entry {
 };
 
 void sortNewestFirst(std::vector<Entry>& entries) {
-    std::ranges::sort(entries, {}, [](const Entry& e) { return LibraryOrder{e.start, e.id}; });
+    const auto place = [](const Entry& entry) { return LibraryOrder{entry.start, entry.id}; };
+    std::ranges::sort(entries, std::less<>(), place);
 }
 
 /// The scope without its count, which needs all the others in order.
@@ -65,8 +66,8 @@ bool Search::admitsFacts(const std::string& id, const TranscriptDocument& header
     return filter_.admitsFacts(id, header.date, header.participants) && filter_.admitsFolder(id);
 }
 
-/// The files that may pass. With a scope, a look at the frontmatter spares reading most files whole;
-/// a file whose frontmatter the look does not show stays in.
+/// The files that may pass. With a scope, a look at the frontmatter spares reading most files
+/// whole; a file whose frontmatter the look does not show stays in.
 std::vector<Entry> Search::candidates(std::vector<std::string> paths) {
     std::vector<Entry> entries;
     entries.reserve(paths.size());

@@ -1,6 +1,6 @@
-// The search of `answer` over a folder: reads file after file, keeps what ranking needs of each, and
-// opens again only the few files it shows. Gives what ranking the scanned documents would give, in
-// memory that grows with the hits and not with the library.
+// The search of `answer` over a folder: reads file after file, keeps what ranking needs of each,
+// and opens again only the few files it shows. Gives what ranking the scanned documents would give,
+// in memory that grows with the hits and not with the library.
 #pragma once
 
 #include <cstdint>

@@ -155,6 +155,7 @@ WordStarts::WordStarts(std::vector<std::string> beginnings) : beginnings_(std::m
 }
 
 std::size_t WordStarts::next(std::string_view text, std::size_t from) const {
+    if (beginnings_.empty()) return text.size();
     const auto marks = [&](const Block& block, std::size_t at) {
         const std::uint64_t inWord = block.alphanumeric();
         const std::uint64_t wordBefore = at > 0 && Text::isAsciiAlphanumeric(text[at - 1]) ? 1 : 0;
