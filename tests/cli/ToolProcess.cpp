@@ -43,8 +43,13 @@ bool fits(char shape, char c) {
 /// In the child; only calls that are safe behind a fork.
 [[noreturn]] void become(const Call& call, char* const* arguments, char* const* environment,
                          int output, int errors) {
-    const int input = ::open(call.input.empty() ? "/dev/null" : call.input.c_str(), O_RDONLY);
-    if (input < 0 || ::dup2(input, STDIN_FILENO) < 0) ::_exit(126);
+    if (call.input == Call::closed) {
+        ::close(STDIN_FILENO);
+    } else {
+        const int input = ::open(call.input.empty() ? "/dev/null" : call.input.c_str(), O_RDONLY);
+        if (input < 0 || ::dup2(input, STDIN_FILENO) < 0) ::_exit(126);
+        ::close(input);
+    }
     if (!call.outputTo) {
         ::dup2(output, STDOUT_FILENO);
     } else if (*call.outputTo == Call::closed) {

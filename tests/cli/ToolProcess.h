@@ -16,7 +16,7 @@ struct Call {
 
     std::vector<std::string> arguments;    ///< argument 0 included; it is the path that is run
     std::vector<std::string> environment;  ///< "NAME=value", the whole of it
-    std::string input;                     ///< the file that is standard input
+    std::string input;  ///< the file that is standard input, or `closed`; "" is empty
     std::string workingDirectory;
     /// Where standard output goes instead of being caught: a path, `closed`, or `abandoned`, a pipe
     /// whose reader has gone.
