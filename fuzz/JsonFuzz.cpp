@@ -1,0 +1,70 @@
+// JSON from outside: config.json, the application's state and its replies. What is read and written
+// again reads back the same.
+#include <algorithm>
+#include <string>
+
+#include "Law.h"
+#include "OmbrixCore/AppStateBus.h"
+#include "OmbrixMarkdownKit/AnswerScope.h"
+#include "OmbrixPlatform/Json.h"
+
+using namespace ombrix;
+using Fuzz::law;
+
+namespace {
+
+/// Equal but for whole doubles, which are written as integers and read as such.
+bool sameContent(const Json::Value& a, const Json::Value& b) {
+    if (const Json::Array* list = a.array()) {
+        const Json::Array* other = b.array();
+        return other != nullptr && std::ranges::equal(*list, *other, sameContent);
+    }
+    if (const Json::Members* members = a.members()) {
+        const Json::Members* other = b.members();
+        return other != nullptr && std::ranges::equal(*members, *other, [](auto& x, auto& y) {
+                   return x.first == y.first && sameContent(x.second, y.second);
+               });
+    }
+    if (a.number()) return a.number() == b.number();
+    return a == b;
+}
+
+void checkSnapshot(const Json::Value& value) {
+    try {
+        const AppStateSnapshot snapshot = decodeAppStateSnapshot(Json::Object(value));
+        const Json::Value encoded = encode(snapshot);
+        law(decodeAppStateSnapshot(Json::Object(encoded)) == snapshot, "a state reads back");
+    } catch (const Json::DecodingError&) {
+        // not a state
+    }
+}
+
+void checkScope(const Json::Value& value) {
+    try {
+        const AnswerScope scope = decodeAnswerScope(Json::Object(value));
+        const Json::Value encoded = encode(scope);
+        law(decodeAnswerScope(Json::Object(encoded)) == scope, "a scope reads back");
+    } catch (const Json::DecodingError&) {
+        // not a scope
+    }
+}
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    Json::Value value;
+    try {
+        value = Json::parse(Fuzz::text(data, size));
+    } catch (const Json::SyntaxError&) {
+        return 0;
+    }
+    for (const Json::Style style :
+         {Json::Style::envelope, Json::Style::file, Json::Style::canonical}) {
+        const std::string text = Json::write(value, style);
+        const Json::Value again = Json::parse(text);
+        law(sameContent(again, value), "what is written reads back");
+        law(Json::write(again, style) == text, "written again, the same text");
+    }
+    checkSnapshot(value);
+    checkScope(value);
+    return 0;
+}

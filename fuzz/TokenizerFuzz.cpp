@@ -1,0 +1,73 @@
+// Words of any bytes: a question in the first line, a text behind it. The quick ways of cutting,
+// counting and finding give what the plain ways give.
+#include <algorithm>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "Law.h"
+#include "OmbrixMarkdownKit/KeywordMatcher.h"
+#include "OmbrixMarkdownKit/QueryTokenizer.h"
+#include "OmbrixPlatform/Text.h"
+#include "OmbrixPlatform/Words.h"
+
+using namespace ombrix;
+using Fuzz::law;
+
+namespace {
+
+std::vector<QueryTokenizer::Word> checkedWords(std::string_view text) {
+    const auto words = QueryTokenizer::words(text);
+    const auto tokens = QueryTokenizer::tokens(text);
+    law(words.size() == tokens.size(), "a token for each word");
+    std::size_t place = 0;
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        const auto& [raw, stem, range] = words[i];
+        law(place <= range.begin && range.begin < range.end && range.end <= text.size(),
+            "words stand one behind the other inside the text");
+        place = range.end;
+        law(stem == tokens[i] && stem == QueryTokenizer::stem(raw), "a token is its word's stem");
+        law(raw == QueryTokenizer::normalize(raw), "a normal form stays");
+    }
+    return words;
+}
+
+void checkBoundaries(std::string_view text) {
+    std::vector<ByteRange> plain;
+    if (!text.empty()) Words::appendIcuWords(text, {0, text.size()}, plain);
+    law(Words::ranges(text) == plain, "stretches are cut where ICU cuts the whole");
+}
+
+void checkCounts(const std::vector<std::string>& keywords, std::string_view text) {
+    const std::vector<std::string> tokens = QueryTokenizer::tokens(text);
+    const KeywordMatcher matcher(keywords);
+    KeywordMatcher::Count count(matcher);
+    count.add(text);
+    std::vector<std::size_t> times(keywords.size(), 0);
+    for (const auto& found : count.finish()) times.at(found.keyword) = found.times;
+    for (std::size_t i = 0; i < keywords.size(); ++i) {
+        const auto& stems = matcher.keywords()[i];
+        law(times[i] == QueryTokenizer::count(stems, tokens), "counted together as alone");
+        const auto range = QueryTokenizer::firstRange(stems, text);
+        law(range.has_value() == (times[i] > 0), "what is counted is found");
+        law(!range || (range->begin < range->end && range->end <= text.size()), "inside the text");
+        law(times[i] == 0 || matcher.nextPlace(text, 0) < text.size(), "no keyword is passed over");
+    }
+}
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const auto [question, text] = Fuzz::firstLineAndRest(Fuzz::text(data, size));
+    checkBoundaries(text);
+    const auto words = checkedWords(text);
+    const auto keywords = QueryTokenizer::keywords(question);
+    law(std::set(keywords.begin(), keywords.end()).size() == keywords.size(), "no keyword twice");
+    checkCounts(keywords, text);
+    if (!words.empty()) {
+        checkCounts({words.back().stem}, text);
+        checkCounts({words.front().stem + " " + words[words.size() / 2].stem, words.front().stem},
+                    text);
+    }
+    law(Text::folded(Text::folded(text)) == Text::folded(text), "folding twice changes nothing");
+    return 0;
+}
