@@ -50,7 +50,7 @@ Location resolve(const Sources& sources) {
     const auto path = [&](const std::string& given) {
         return Paths::absolute(given, sources.workingDirectory);
     };
-    const auto besides = [&](const std::string& database,
+    const auto beside = [&](const std::string& database,
                              const std::optional<std::string>& support) -> Location {
         const std::string file = path(database);
         return {.supportDirectory = support ? path(*support) : std::string(Paths::parent(file)),
@@ -61,11 +61,11 @@ Location resolve(const Sources& sources) {
                 .databaseURL = Paths::joined(support, databaseFileName)};
     };
 
-    if (speaks(sources.dbPath)) return besides(*sources.dbPath, sources.supportDir);
+    if (speaks(sources.dbPath)) return beside(*sources.dbPath, sources.supportDir);
     if (speaks(sources.supportDir)) return inside(path(*sources.supportDir));
     const auto database = variable(sources, "OMBRIX_DB_PATH", "TARVEN_DB_PATH");
     const auto support = variable(sources, "OMBRIX_SUPPORT_DIR", "TARVEN_SUPPORT_DIR");
-    if (speaks(database)) return besides(*database, support);
+    if (speaks(database)) return beside(*database, support);
     if (speaks(support)) return inside(path(*support));
     const std::string appName = enclosingAppSupportDirectoryName(sources.executable);
     return inside(defaultSupportDirectoryURL(appName, sources.home));

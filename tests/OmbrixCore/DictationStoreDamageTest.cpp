@@ -69,6 +69,37 @@ TEST(DictationStoreDamage, WhatIsNoDatabaseIsReportedAndLeftAsItIs) {
     EXPECT_TRUE(DictationStore(folder.path()).databaseExists());
 }
 
+TEST(DictationStoreDamage, FlippedBytesAreReadOrReportedButDoNoHarm) {
+    const test::TestFolder folder;
+    const DictationStore good = oneMeeting(folder);
+    good.insert({.text = "hello", .appContext = "Mail"});
+    test::RawDatabase(good.databaseURL).rows("PRAGMA journal_mode=DELETE");
+    const std::string whole = folder.read("ombrix.db");
+    std::mt19937 random(11);
+    int refused = 0;
+    for (int round = 0; round < 300; ++round) {
+        std::string bytes = whole;
+        for (int i = 0; i < 20; ++i) {
+            // Half of them in the first page and the schema, where they do most.
+            const std::size_t reach = i % 2 == 0 ? 2048 : bytes.size() - 100;
+            bytes[100 + random() % (reach - 100)] = static_cast<char>(random());
+        }
+        const DictationStore store(folder.write("damaged.db", bytes));
+        std::filesystem::remove(folder.at("damaged.db-wal"));
+        std::filesystem::remove(folder.at("damaged.db-shm"));
+        try {
+            store.recentMeetings({.search = "x"});
+            store.meeting(1);
+            store.dictation(1);
+            store.dictationStats({}, Calendar::gregorianUtc());
+        } catch (const DatabaseError&) {
+            ++refused;
+        }
+    }
+    EXPECT_GT(refused, 0);
+    EXPECT_LT(refused, 300);
+}
+
 TEST(DictationStoreDamage, AMissingTableOrColumnIsNamed) {
     const test::TestFolder folder;
     const DictationStore store = oneMeeting(folder);

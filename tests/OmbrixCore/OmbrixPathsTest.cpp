@@ -25,7 +25,7 @@ OmbrixPaths::Location resolve(const Given& given) {
          },
          .executable = "/usr/bin/ombrix-cli",
          .home = "/home/ilse",
-         .workingDirectory = "/work"});
+         .workingDirectory = "/here"});
 }
 
 const std::string infoPlist =
@@ -49,7 +49,7 @@ TEST(OmbrixPaths, TheFirstSourceThatSpeaksDecides) {
          {"/tmp/b", "/tmp/a/x.db"}},
         {"an empty support option counts beside a database",
          {.dbPath = "/tmp/a/x.db", .supportDir = ""},
-         {"/work", "/tmp/a/x.db"}},
+         {"/here", "/tmp/a/x.db"}},
         {"--support-dir alone", {.supportDir = "/tmp/b/"}, {"/tmp/b", "/tmp/b/ombrix.db"}},
         {"an option hides every variable",
          {.supportDir = "/tmp/b", .variables = {{"OMBRIX_DB_PATH", "/v/x.db"}}},
@@ -65,7 +65,7 @@ TEST(OmbrixPaths, TheFirstSourceThatSpeaksDecides) {
          {.variables = {{"OMBRIX_DB_PATH", "/tmp/d/ombrix.db"},
                         {"OMBRIX_SUPPORT_DIR", ""},
                         {"TARVEN_SUPPORT_DIR", "/old"}}},
-         {"/work", "/tmp/d/ombrix.db"}},
+         {"/here", "/tmp/d/ombrix.db"}},
         {"the earlier product's names",
          {.variables = {{"TARVEN_DB_PATH", "/old/x.db"}, {"TARVEN_SUPPORT_DIR", "/old/s"}}},
          {"/old/s", "/old/x.db"}},
@@ -79,8 +79,8 @@ TEST(OmbrixPaths, TheFirstSourceThatSpeaksDecides) {
          standard},
         {"relative paths are the working directory's; nothing is resolved in them",
          {.dbPath = "../a//x.db", .supportDir = "~/b/"},
-         {"/work/~/b", "/work/../a//x.db"}},
-        {"a bare name", {.dbPath = "x.db"}, {"/work", "/work/x.db"}},
+         {"/here/~/b", "/here/../a//x.db"}},
+        {"a bare name", {.dbPath = "x.db"}, {"/here", "/here/x.db"}},
         {"in the root", {.dbPath = "/x.db"}, {"/", "/x.db"}},
     };
     for (const auto& [why, given, expected] : cases) {
@@ -103,7 +103,7 @@ TEST(OmbrixPaths, ALinkIntoABundleFollowsTheBundlesData) {
         .environment = [](const std::string&) { return std::nullopt; },
         .executable = folder.at("bin/ombrix-cli"),
         .home = "/home/ilse",
-        .workingDirectory = "/work"};
+        .workingDirectory = "/here"};
     EXPECT_EQ(OmbrixPaths::resolve(sources).supportDirectory,
               "/home/ilse/Library/Application Support/Ombrix Dev");
 }
@@ -147,12 +147,12 @@ TEST(OmbrixPaths, TheBundleIsReadOffThePathTheToolWasStartedBy) {
         {"ombrix-cli", std::nullopt},
     };
     for (const auto& [argument0, expected] : cases) {
-        EXPECT_EQ(OmbrixPaths::appBundlePath(argument0, "/work",
+        EXPECT_EQ(OmbrixPaths::appBundlePath(argument0, "/here",
                                              [](const std::string&) { return false; }),
                   expected)
             << argument0;
         EXPECT_EQ(
-            OmbrixPaths::appBundlePath(argument0, "/work",
+            OmbrixPaths::appBundlePath(argument0, "/here",
                                        [&](const std::string& path) { return path == installed; }),
             expected.value_or(installed))
             << argument0;

@@ -38,8 +38,8 @@ std::string dictionary(int key, int value) {
 }
 
 const std::string head =
-    "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST "
-    "1.0//EN\" \"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">\n<plist version=\"1.0\">";
+    "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<!DOCTYPE plist SYSTEM \"plist.dtd\">\n"
+    "<plist version=\"1.0\">";
 }  // namespace
 
 TEST(PropertyList, AStringIsFoundInBothForms) {
