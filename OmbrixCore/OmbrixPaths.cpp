@@ -51,7 +51,7 @@ Location resolve(const Sources& sources) {
         return Paths::absolute(given, sources.workingDirectory);
     };
     const auto beside = [&](const std::string& database,
-                             const std::optional<std::string>& support) -> Location {
+                            const std::optional<std::string>& support) -> Location {
         const std::string file = path(database);
         return {.supportDirectory = support ? path(*support) : std::string(Paths::parent(file)),
                 .databaseURL = file};
