@@ -9,7 +9,7 @@
 //     stdin                bytes; without it standard input is empty
 //     environment          "NAME=value" lines on top of a clean environment
 //     stdout, stderr       exact; a text that is not checked has no file
-//     stdout-contains, stderr-contains   lines that must stand there
+//     stdout-contains, stderr-contains   lines that must stand there, in this order
 //     status               0 when there is no file
 //     changes              what below {folder} the run may make, change or remove: a file, a folder
 //                          without what it holds, or with a "/" behind it all it holds. The rest

@@ -118,9 +118,9 @@ class CaseRunner {
         }
         if (run.output) expect("standard output", output, *run.output);
         if (run.errors) expect("standard error", errors, *run.errors);
-        for (const auto& part : run.outputContains) expectPart("standard output", output, part);
-        for (const auto& part : run.errorsContain) expectPart("standard error", errors, part);
-        for (const auto& part : run.anywhere) expectPart("the output", output + errors, part);
+        expectInOrder("standard output", output, run.outputContains);
+        expectInOrder("standard error", errors, run.errorsContain);
+        for (const auto& part : run.anywhere) expectInOrder("the output", output + errors, {part});
         expectUnchanged(before, snapshotOf(folder_.path()), run.changes);
     }
 
@@ -142,9 +142,16 @@ class CaseRunner {
         expect(what, one, other);
     }
 
-    void expectPart(const std::string& what, const std::string& text, const std::string& part) {
-        if (text.find(part) == std::string::npos) {
-            complain(what + " does not contain: " + part + "\n---- found\n" + text);
+    void expectInOrder(const std::string& what, const std::string& text,
+                       const std::vector<std::string>& parts) {
+        std::size_t behind = 0;
+        for (const auto& part : parts) {
+            const auto at = text.find(part, behind);
+            if (at == std::string::npos) {
+                return complain(what + " does not contain, in its place: " + part +
+                                "\n---- found\n" + text);
+            }
+            behind = at + part.size();
         }
     }
 
