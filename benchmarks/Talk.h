@@ -45,6 +45,7 @@ inline std::string transcript(std::size_t turns) {
     for (std::size_t i = 0; i < turns; ++i) {
         text.append(i % 2 == 0 ? "**Nadia Brandt:** " : "**Søren Weir:** ");
         if (dice.chance(50)) text += "We decided on the pricing. ";
+        if (i == 7) text += "Osterby asked for it. ";
         text.append(talk, i * 250, 250).append("\n\n");
     }
     return text;

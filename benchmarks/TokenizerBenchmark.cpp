@@ -2,12 +2,24 @@
 #include <benchmark/benchmark.h>
 
 #include "OmbrixMarkdownKit/QueryTokenizer.h"
+#include "OmbrixMarkdownKit/WordScanner.h"
 #include "Talk.h"
 
 namespace {
 
 using namespace ombrix;
 
+/// The words one by one, as search reads them, without keeping them.
+void scan(benchmark::State& state, const std::string& text) {
+    for (auto _ : state) {
+        WordScanner scanner(text);
+        WordScanner::Token token;
+        while (scanner.next(token)) benchmark::DoNotOptimize(token.stem);
+    }
+    state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(text.size()));
+}
+
+/// The same kept as a list.
 void tokenize(benchmark::State& state, const std::string& text) {
     for (auto _ : state) {
         benchmark::DoNotOptimize(QueryTokenizer::tokens(text));
@@ -22,6 +34,8 @@ void words(benchmark::State& state, const std::string& text) {
     state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(text.size()));
 }
 
+BENCHMARK_CAPTURE(scan, ascii, Talk::ascii(100'000));
+BENCHMARK_CAPTURE(scan, mixed, Talk::mixed(100'000));
 BENCHMARK_CAPTURE(tokenize, ascii, Talk::ascii(100'000));
 BENCHMARK_CAPTURE(tokenize, mixed, Talk::mixed(100'000));
 BENCHMARK_CAPTURE(words, ascii, Talk::ascii(100'000));
