@@ -10,18 +10,18 @@
 //   }
 //
 // Declaring runs nothing. The words of a line are read as follows.
-//   - `--name value` and `--name=value` are the same; `--name=` is an empty value. Of an option
-//   given
-//     twice the last one counts. A flag takes no value. Names are never shortened or bundled.
+//   - `--name value` and `--name=value` are the same; `--name=` is an empty value. The last of a
+//     repeated option counts. A flag takes no value. Names are never shortened or bundled.
 //   - A word that begins with "-" is an option, unless it is "-" alone, a number ("-3", "-0.5") or
-//     holds white space before any "="; these are values and positionals. An option's value may not
-//     be such an option word ("missing value"); `--name=-x` says it anyway. "--" ends the options.
-//   - "--help" or "-h" anywhere, not as an option's value and not behind "--", and the word "help"
-//     where a subcommand may stand ("help", "help meetings list", "meetings help list") ask for
-//     help, whatever else is wrong with the line.
+//     holds white space before any "="; these are values and positionals. An option's value may
+//     not be such an option word ("missing value"); `--name=-x` says it anyway. "--" ends the
+//     options.
+//   - "--help" or "-h" anywhere, not as an option's value and not behind "--", asks for help,
+//     whatever else is wrong with the line. So does the word "help" where a subcommand may stand
+//     ("help", "help meetings list", "meetings help list"), if only names of commands follow it.
 //   - A command with subcommands and no work of its own prints its help. Options belong to the
-//   command
-//     whose name stands before them; one that has subcommands takes options only when none follows.
+//     command whose name stands before them; one that has subcommands takes options only when no
+//     subcommand follows.
 //   - Numbers are decimal and strict: "010" is 10, and what does not fit is an error.
 #pragma once
 
