@@ -1,0 +1,68 @@
+// config.json: whatever stands in it, each key has a value or its default, and nothing is thrown.
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+#include "Law.h"
+#include "OmbrixCLI/AnswerFolderResolver.h"
+#include "OmbrixPlatform/Json.h"
+#include "OmbrixPlatform/Text.h"
+
+using namespace ombrix;
+using Fuzz::law;
+
+namespace {
+
+/// A support directory of this process, gone when it ends.
+class SupportDirectory {
+  public:
+    SupportDirectory() {
+        if (mkdtemp(path_.data()) == nullptr) std::abort();
+    }
+    ~SupportDirectory() {
+        std::error_code ignored;
+        std::filesystem::remove_all(path_, ignored);
+    }
+    const std::string& holding(std::string_view config) const {
+        std::ofstream(path_ + "/config.json", std::ios::binary | std::ios::trunc) << config;
+        return path_;
+    }
+
+  private:
+    std::string path_ = std::filesystem::temp_directory_path() / "config-fuzz-XXXXXX";
+};
+
+/// The string under a key, read the plain way.
+std::optional<std::string> plainly(std::string_view text, std::string_view key) {
+    try {
+        const Json::Value value = Json::parse(text);
+        const Json::Value* member = value.member(key);
+        const std::string* content = member == nullptr ? nullptr : member->string();
+        return content == nullptr ? std::nullopt : std::optional(*content);
+    } catch (const Json::SyntaxError&) {
+        return std::nullopt;
+    }
+}
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    static const SupportDirectory support;
+    const std::string_view text = Fuzz::text(data, size);
+    const AnswerFolderResolver::Config config(support.holding(text));
+
+    const auto folder = plainly(text, "output_folder_display_path");
+    const std::string resolved = AnswerFolderResolver::resolve(config, "/home/n");
+    const bool given = folder && !Text::trimmed(*folder).empty();
+    law(given || resolved == "/home/n/Documents/Ombrix", "no folder is the default folder");
+    law(!given || folder->front() == '~' || resolved == *folder, "a folder is taken as it stands");
+
+    law(!AnswerFolderResolver::memoryFolderName(config).empty(), "the Memory folder has a name");
+    const auto user = plainly(text, "user_name");
+    const auto name = AnswerFolderResolver::userName(config);
+    law(name.has_value() == user.has_value(), "a name is there when it is given");
+    law(!name || *name == Text::trimmedBlanks(*user), "a name has no blanks around it");
+    return 0;
+}
