@@ -1,11 +1,12 @@
 #include "OmbrixMarkdownKit/OneOnOne.h"
 
 #include <algorithm>
+#include <optional>
+#include <utility>
 
 #include "OmbrixMarkdownKit/ByteScan.h"
 #include "OmbrixPlatform/Regex.h"
 #include "OmbrixPlatform/Text.h"
-#include "OmbrixPlatform/Utf8.h"
 
 namespace ombrix::OneOnOne {
 namespace {
@@ -23,16 +24,24 @@ std::size_t formLength(std::string_view rest) {
     return 0;
 }
 
-std::vector<Match> asciiMatches(std::string_view text) {
+bool isAsciiOrEnd(std::string_view text, std::size_t at) {
+    return at >= text.size() || static_cast<unsigned char>(text[at]) < 0x80;
+}
+
+/// The matches, as the expression below finds them; nothing when a form has a neighbour that is not
+/// ASCII: whether a word ends there, or goes on in an "ſ", is for the expression to say.
+std::optional<std::vector<Match>> plainMatches(std::string_view text) {
     std::vector<Match> found;
     std::size_t place = 0;
     for (std::size_t at; (at = ByteScan::findOneForm(text, place)) < text.size(); place = at + 1) {
-        if (at > 0 && isWordByte(text[at - 1])) continue;
         const std::size_t length = formLength(text.substr(at));
         if (length == 0) continue;
         std::size_t end = at + length;
         const bool isPlural = end < text.size() && (text[end] | 0x20) == 's';
         if (isPlural) ++end;
+        if (!isAsciiOrEnd(text, end) || (at > 0 && !isAsciiOrEnd(text, at - 1)))
+            return std::nullopt;
+        if (at > 0 && isWordByte(text[at - 1])) continue;
         if (end < text.size() && isWordByte(text[end])) continue;
         found.push_back({{at, end}, isPlural});
         at = end - 1;
@@ -51,8 +60,7 @@ std::vector<Match> regexMatches(std::string_view text) {
 }  // namespace
 
 std::vector<Match> matches(std::string_view text) {
-    if (Utf8::isAscii(text)) return asciiMatches(text);
-    if (ByteScan::findOneForm(text, 0) == text.size()) return {};
+    if (auto found = plainMatches(text)) return std::move(*found);
     return regexMatches(text);
 }
 
