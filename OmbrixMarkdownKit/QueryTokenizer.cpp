@@ -84,6 +84,9 @@ bool isContent(std::string_view raw, std::string_view stem) {
     return !carriesNothing(raw) && !carriesNothing(stem);
 }
 
+/// About how many words a text has: English ones take five bytes and a half.
+std::size_t likelyCount(std::string_view text) { return text.size() / 5; }
+
 bool holdsWhiteSpace(std::string_view text) {
     Characters::Cursor cursor(text);
     for (std::size_t at = 0; at < text.size(); at = cursor.after(at))
@@ -142,6 +145,7 @@ std::string stem(std::string_view normalForm) {
 
 std::vector<Word> words(std::string_view text) {
     std::vector<Word> result;
+    result.reserve(likelyCount(text));
     WordScanner scanner(text);
     for (WordScanner::Token token; scanner.next(token);)
         result.push_back({std::string(token.raw), std::string(token.stem), token.range});
@@ -150,6 +154,7 @@ std::vector<Word> words(std::string_view text) {
 
 std::vector<std::string> tokens(std::string_view text) {
     std::vector<std::string> stems;
+    stems.reserve(likelyCount(text));
     WordScanner scanner(text);
     for (WordScanner::Token token; scanner.next(token);) stems.emplace_back(token.stem);
     return stems;
