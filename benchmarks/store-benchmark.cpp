@@ -1,0 +1,79 @@
+// store-benchmark CLI FOLDER [--rounds N]
+//
+// Times `meetings list` and `meetings get` beside the sqlite3 shell, which runs the same SELECT on
+// the same database: one of 2,000 meetings and one of 20,000, 40 KB of transcript each, so that a
+// cost that grows with the table shows. The databases are made in FOLDER when they are not there.
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "OmbrixCore/DictationStore.h"
+#include "ProcessRun.h"
+
+namespace {
+
+using namespace ombrix;
+using ProcessRun::Command;
+using ProcessRun::Cost;
+
+constexpr const char* columns =
+    "SELECT id, title, start_time, duration_seconds, raw_transcript, formatted_notes, word_count, "
+    "folder_id, calendar_event_id, mic_audio_path, system_audio_path FROM meetings ";
+
+/// The schema is the store's own; the rows are filled in by one statement, since a commit a row
+/// would take minutes.
+std::string database(const std::string& folder, int meetings) {
+    const std::string path = folder + "/" + std::to_string(meetings) + ".db";
+    if (std::filesystem::exists(path)) return path;
+    std::filesystem::create_directories(folder);
+    const std::string partial = path + ".partial";
+    DictationStore(partial).migrateIfNeeded();
+    ProcessRun::run(
+        {"sqlite3", partial,
+         "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < " +
+             std::to_string(meetings) +
+             ") INSERT INTO meetings (title, start_time, end_time, duration_seconds, "
+             "raw_transcript, formatted_notes, word_count) SELECT 'Product weekly ' || i, "
+             "'2026-07-01T09:00:00Z', '2026-07-01T09:30:00Z', 1800, "
+             "i || replace(hex(zeroblob(4000)), '00', ' tenthword'), '- call ' || i, 4001 FROM n; "
+             "PRAGMA wal_checkpoint(TRUNCATE)"});
+    std::filesystem::rename(partial, path);
+    return path;
+}
+
+void printPair(const char* name, const Cost& ours, const Cost& shell) {
+    std::printf("%-28s %8.2f ms %6.1f MB   sqlite3 %8.2f ms %6.1f MB   ratio %.2f\n", name,
+                ours.seconds * 1000, ours.peakMegabytes, shell.seconds * 1000, shell.peakMegabytes,
+                ours.seconds / shell.seconds);
+}
+
+void compare(const std::string& cli, const std::string& path, int meetings, int rounds) {
+    const std::string id = std::to_string(meetings / 2);
+    const std::string select = columns;
+    const auto costs =
+        ProcessRun::sideBySide({{cli, "meetings", "list", "--limit", "10", "--db-path", path},
+                                {"sqlite3", path, select + "ORDER BY id DESC LIMIT 10"},
+                                {cli, "meetings", "get", id, "--db-path", path},
+                                {"sqlite3", path, select + "WHERE id = " + id}},
+                               rounds);
+    std::printf("%d meetings\n", meetings);
+    printPair("meetings list --limit 10", costs[0], costs[1]);
+    printPair("meetings get", costs[2], costs[3]);
+}
+}  // namespace
+
+int main(int argc, char** argv) {
+    const std::vector<std::string> arguments(argv + 1, argv + argc);
+    int rounds = 101;
+    if (arguments.size() == 4 && arguments[2] == "--rounds") rounds = std::atoi(argv[4]);
+    if ((arguments.size() != 2 && arguments.size() != 4) || rounds < 1) {
+        std::fputs("usage: store-benchmark CLI FOLDER [--rounds N]\n", stderr);
+        return 64;
+    }
+    std::printf("the store, median of %d rounds; the goal is a ratio of at most 2\n", rounds);
+    for (const int meetings : {2'000, 20'000}) {
+        compare(arguments[0], database(arguments[1], meetings), meetings, rounds);
+    }
+}
