@@ -14,6 +14,7 @@ bool endsLine(std::string_view rest) { return rest.starts_with('\n') || rest.sta
 /// As string_view's find, which stops at every line feed and so takes seven times as long on text
 /// with short lines.
 std::size_t find(std::string_view text, std::string_view part, std::size_t from) {
+    if (from == text.size()) return std::string_view::npos;  // an empty view may have no bytes
     const void* hit = ::memmem(text.data() + from, text.size() - from, part.data(), part.size());
     if (!hit) return std::string_view::npos;
     return static_cast<std::size_t>(static_cast<const char*>(hit) - text.data());

@@ -36,6 +36,7 @@ TEST(OmbrixTranscriptMarker, OnlyAWholeEndedLineDeclares) {
     };
     for (const auto& [why, text, declares] : cases)
         EXPECT_EQ(OmbrixTranscriptMarker::declares(text), declares) << why;
+    EXPECT_FALSE(OmbrixTranscriptMarker::declares(std::string_view()));  // no bytes to point to
 }
 
 TEST(OmbrixTranscriptMarker, ReadsLineEndsAsIfTheyHadBeenReplaced) {
