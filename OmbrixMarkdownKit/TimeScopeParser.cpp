@@ -12,6 +12,7 @@
 #include "OmbrixPlatform/Numbers.h"
 #include "OmbrixPlatform/Regex.h"
 #include "OmbrixPlatform/Text.h"
+#include "OmbrixPlatform/Utf8.h"
 
 namespace ombrix::TimeScopeParser {
 namespace {
@@ -204,7 +205,11 @@ struct Pattern {
         });
     }
     std::vector<Regex::Match> matches(std::string_view question) const {
-        std::call_once(once, [this] { compiled.emplace(regex, Regex::Case::ignored); });
+        // ICU remembers a way back for every repetition of a bare \s and gives up when there are
+        // too many, which loses this phrase and all behind it. A set repeats without that.
+        std::call_once(once, [this] {
+            compiled.emplace(Text::replacingAll(regex, R"(\s+)", R"([\s]+)"), Regex::Case::ignored);
+        });
         return compiled->matches(question);
     }
 };
@@ -297,10 +302,28 @@ bool isStrayLead(std::string_view character) {
     return std::ranges::find(leads, character) != leads.end();
 }
 
+/// The text with its runs of white space as single blanks and none at its ends. Scalar by scalar: a
+/// mark that stood on a blank is no white space and stays.
+std::string singleSpaced(std::string_view text) {
+    std::string spaced;
+    bool inGap = false;
+    for (std::size_t at = 0; at < text.size();) {
+        const auto [scalar, length] = Utf8::decode(text, at);
+        const bool isGap = Text::isWhiteSpace(scalar);
+        if (!isGap) {
+            if (inGap && !spaced.empty()) spaced.push_back(' ');
+            spaced += text.substr(at, length);
+        }
+        inGap = isGap;
+        at += length;
+    }
+    return spaced;
+}
+
 /// What is left of a question, made to read as one: single blanks, no punctuation that led to a
 /// phrase at the beginning, no blank before punctuation that stood behind one.
 std::string tidied(std::string_view left) {
-    const std::string spaced = Text::joined(Text::splitAtWhiteSpace(left), " ");
+    const std::string spaced = singleSpaced(left);
     std::string_view rest = spaced;
     const std::string_view first = Characters::prefix(rest, 1);
     if (isStrayLead(first)) rest = Text::trimmedSpacesAndTabs(rest.substr(first.size()));

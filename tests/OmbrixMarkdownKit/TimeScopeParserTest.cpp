@@ -38,6 +38,7 @@ TEST(TimeScopeParser, APhraseIsTakenOffTheQuestion) {
         {"last week –, pricing", {week, ", pricing", {"last week"}, none}},
         {"pricing last week , and notes", {week, "pricing, and notes", {"last week"}, none}},
         {"last week", {week, "", {"last week"}, none}},
+        {"price \u0301x last week", {week, "price \u0301x", {"last week"}, none}},
         {"last week.", {week, "", {"last week"}, none}},
         {"last meeting's notes", {{.lastN = 1}, "notes", {"last meeting's"}, none}},
         {"from the last meeting", {{.lastN = 1}, "from", {"the last meeting"}, none}},
@@ -289,6 +290,11 @@ TEST(TimeScopeParser, ALongQuestionIsReadToItsEnd) {
     ASSERT_EQ(parse.matchedPhrases.size(), 20'001U);
     EXPECT_EQ(parse.matchedPhrases.back(), "by tomorrow");
     EXPECT_EQ(parse.strippedQuestion.size(), 20'000 * 4 - 1U);
+
+    const std::string gap(300'000, ' ');
+    const std::string wide = "by" + gap + "the" + gap + "end" + gap + "of" + gap + "this week";
+    EXPECT_EQ(read(wide + " or today"),
+              (Parse{days("2026-03-10", "2026-03-10"), "or", {wide, "today"}, 4}));
 }
 
 TEST(TimeScopeParser, EveryPrefixOfAQuestionIsReadWithoutHarm) {
