@@ -11,14 +11,16 @@ namespace ombrix::CommitmentExtractor {
 namespace {
 
 struct Pair {
-    const char* hit;
-    const char* nearMiss;
+    std::string hit, nearMiss;
 };
+
+/// A text for a failure's message.
+std::string shown(const std::string& text) { return text.substr(0, 40); }
 
 void expectTold(const std::function<bool(std::string_view)>& test, const std::vector<Pair>& pairs) {
     for (const auto& [hit, nearMiss] : pairs) {
-        EXPECT_TRUE(test(hit)) << hit;
-        EXPECT_FALSE(test(nearMiss)) << nearMiss;
+        EXPECT_TRUE(test(hit)) << shown(hit);
+        EXPECT_FALSE(test(nearMiss)) << shown(nearMiss);
     }
 }
 
@@ -165,22 +167,32 @@ TEST(CommitmentCues, TheQuickScanFindsWhatTheExpressionFinds) {
     for (std::size_t i = 0; i < cues.size(); ++i) EXPECT_GT(found[i], 100) << cues[i].first;
 }
 
+TEST(CommitmentCues, ALongGapHidesNeitherItsOwnCueNorTheOnesBehindIt) {
+    const std::string gap(1'000'000, ' ');
+    expectTold(hasRequestCue, {{"please" + gap + "go", "please" + gap + "note"},
+                               {"please" + gap + "note: can you go", "please" + gap + "2"}});
+    expectTold(hasFirstPersonCue, {{"I'll" + gap + "go", "I'll" + gap + "never"},
+                                   {"I can" + gap + "not, but let me", "I can" + gap + "also see"},
+                                   {"I will" + gap + "not, I can", "I will" + gap + "not"}});
+    for (const std::string& expected :
+         {"by" + gap + "the" + gap + "end" + gap + "of" + gap + "the" + gap + "day",
+          "till" + gap + "March" + gap + "3", "next" + gap + "week", "May" + gap + "5"})
+        EXPECT_TRUE(deadline(expected + ", tonight") == expected) << shown(expected);
+    for (const auto* start : {"by", "by the", "until end", "due next", "before 3", "on", "March"})
+        EXPECT_TRUE(deadline(start + gap + "x, by eod") == "by eod") << start;
+}
+
 TEST(CommitmentCues, LongTextsTakeLinearTime) {
-    const auto repeated = [](std::string_view part) {
-        std::string text;
+    for (const char* part : {" ", "by ", "by the ", "i can not ", "please note ", "may ", "5 ", "é",
+                             "on this next é", "a\u0301", "\u0301", "\xFF"}) {
+        std::string text = "please ";
         while (text.size() < 500'000) text += part;
-        return text;
-    };
-    const std::string blanks = repeated(" ");
-    for (const std::string& text :
-         {blanks, "by" + blanks, "please" + blanks, "i can" + blanks + "not", repeated("by "),
-          repeated("by the "), repeated("i can not "), repeated("please note "), repeated("may "),
-          repeated("é"), repeated("on this next é"), "please " + repeated("a") + "1"}) {
-        EXPECT_EQ(deadline(text), std::nullopt);
-        EXPECT_FALSE(hasRequestCue(text));
-        EXPECT_FALSE(isAddressedToListener(text));
-        EXPECT_FALSE(isAcknowledgement(text));
-        hasFirstPersonCue(text);
+        text += "x1";
+        EXPECT_EQ(deadline(text), std::nullopt) << part;
+        EXPECT_FALSE(hasFirstPersonCue(text)) << part;
+        EXPECT_FALSE(isAddressedToListener(text)) << part;
+        EXPECT_FALSE(isAcknowledgement(text)) << part;
+        EXPECT_TRUE(hasRequestCue(text + " can you")) << part;
     }
 }
 }  // namespace
