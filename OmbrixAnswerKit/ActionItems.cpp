@@ -1,8 +1,8 @@
 #include "OmbrixAnswerKit/ActionItems.h"
 
-#include <algorithm>
 #include <array>
 
+#include "OmbrixAnswerKit/LineCursor.h"
 #include "OmbrixAnswerKit/SpokenWords.h"
 #include "OmbrixPlatform/Characters.h"
 #include "OmbrixPlatform/Text.h"
@@ -35,11 +35,11 @@ bool canBeOwner(std::string_view part) {
 
 std::vector<std::string_view> actionItemLines(const TranscriptDocument& document) {
     std::vector<std::string_view> lines;
-    for (const std::string_view line : Text::split(document.actionItems, "\n"))
-        if (const auto trimmed = Text::trimmedBlanks(line); !trimmed.empty())
+    for (LineCursor cursor(document.actionItems); const auto line = cursor.next();)
+        if (const auto trimmed = Text::trimmedBlanks(*line); !trimmed.empty())
             lines.push_back(trimmed);
-    for (const std::string_view line : Text::split(document.notes, "\n"))
-        if (const auto trimmed = Text::trimmedBlanks(line); hasCheckBox(trimmed))
+    for (LineCursor cursor(document.notes); const auto line = cursor.next();)
+        if (const auto trimmed = Text::trimmedBlanks(*line); hasCheckBox(trimmed))
             lines.push_back(trimmed);
     return lines;
 }

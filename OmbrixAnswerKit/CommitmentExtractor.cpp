@@ -18,12 +18,12 @@ using Turn = TranscriptDocument::Turn;
 /// Who owes whom, before the words are added.
 struct Debt {
     Direction direction = Direction::other;
-    std::optional<std::string> owner;
+    std::optional<std::string_view> owner;
 };
 
 Debt nobodysDebt() { return {}; }
 Debt debtOf(std::string_view owner, Direction direction = Direction::other) {
-    return {.direction = direction, .owner = std::string(owner)};
+    return {.direction = direction, .owner = owner};
 }
 
 /// The user by all names.
@@ -100,7 +100,7 @@ class Extraction {
             if (!user_.isKey(nameKey(participant))) otherParticipants_.add(participant);
     }
 
-    std::vector<Commitment> read() {
+    std::vector<Finding> read() {
         for (std::size_t i = 0; i < document_.turns.size();) i += readTurn(i);
         readActionItems();
         return std::move(found_);
@@ -116,12 +116,12 @@ class Extraction {
         if (!words.hasAtLeast(2)) return 1;
         const StraightText text(turn.text);
         if (hasFirstPersonCue(text.view())) {
-            add(ownPromise(i, text.view()), text.view(), Commitment::firstPersonConfidence);
+            add(ownPromise(i, text.view()), turn.text, Commitment::firstPersonConfidence);
             return 1;
         }
         if (!hasRequestCue(text.view())) return 1;
         const bool isAccepted = acknowledges(i);
-        add(isAccepted ? acceptedRequest(i) : openRequest(i), text.view(),
+        add(isAccepted ? acceptedRequest(i) : openRequest(i), turn.text,
             Commitment::requestConfidence);
         return isAccepted ? 2 : 1;
     }
@@ -168,25 +168,27 @@ class Extraction {
     }
 
     void readActionItem(std::string_view line, const ActionItem& item, const NameIndex& people) {
-        constexpr double confidence = Commitment::actionItemConfidence;
-        if (!item.owner) return add(nobodysDebt(), item.text, confidence);
-        if (user_.isNamed(*item.owner)) return add(user_.debt(), item.text, confidence);
+        if (!item.owner) return addListed(nobodysDebt(), item.text);
+        if (user_.isNamed(*item.owner)) return addListed(user_.debt(), item.text);
         auto person = people.withKeyOf(*item.owner);
         if (!person) person = people.withFirstWordOf(*item.owner);
-        if (person) return add(debtOf(*person), item.text, confidence);
+        if (person) return addListed(debtOf(*person), item.text);
         // What stands before the separator is no person, so it belongs to the text.
-        add(nobodysDebt(), trimmedBullet(line), confidence);
+        addListed(nobodysDebt(), trimmedBullet(line));
     }
 
-    void add(Debt debt, std::string_view text, double confidence) {
+    void addListed(const Debt& debt, std::string_view text) {
+        add(debt, text, Commitment::actionItemConfidence);
+        found_.back().isListed = true;
+    }
+
+    void add(const Debt& debt, std::string_view text, double confidence) {
         found_.push_back({.direction = debt.direction,
-                          .owner = std::move(debt.owner),
-                          .text = flatten(text),
-                          .deadline = deadline(text),
+                          .owner = debt.owner,
+                          .text = text,
                           .confidence = confidence,
                           .meetingID = id_,
-                          .meetingTitle = document_.title,
-                          .meetingDate = document_.date});
+                          .document = &document_});
     }
 
     /// Each turn's words are asked for by itself and by the turn behind it.
@@ -202,20 +204,45 @@ class Extraction {
     };
 
     const TranscriptDocument& document_;
-    std::string id_;
+    std::string_view id_;
     User user_;
     Speakers speakers_;
     NameIndex otherParticipants_;
     std::array<Heard, 2> heard_;
-    std::vector<Commitment> found_;
+    std::vector<Finding> found_;
 };
 
 /// The order of lists, up to the place in the input: the latest meeting, then by direction, then
 /// the surest.
-bool goesBefore(const Commitment& a, const Commitment& b) {
-    if (a.meetingDate != b.meetingDate) return a.meetingDate > b.meetingDate;
-    if (a.direction != b.direction) return a.direction < b.direction;
-    return a.confidence > b.confidence;
+struct Rank {
+    std::string_view date;
+    Direction direction;
+    double confidence;
+
+    bool operator<(const Rank& other) const {
+        if (date != other.date) return date > other.date;
+        if (direction != other.direction) return direction < other.direction;
+        return confidence > other.confidence;
+    }
+};
+
+Rank rankOf(const Commitment& c) { return {c.meetingDate, c.direction, c.confidence}; }
+Rank rankOf(const Finding& f) { return {f.document->date, f.direction, f.confidence}; }
+
+template <typename Promise>
+std::vector<Promise> selected(std::span<const Promise> promises, std::optional<Direction> direction,
+                              std::int64_t cap) {
+    std::vector<const Promise*> kept;
+    for (const Promise& promise : promises)
+        if (!direction || promise.direction == *direction) kept.push_back(&promise);
+    std::ranges::stable_sort(
+        kept, [](const Promise* a, const Promise* b) { return rankOf(*a) < rankOf(*b); });
+    const auto size = static_cast<std::size_t>(std::max<std::int64_t>(cap, 0));
+    if (kept.size() > size) kept.resize(size);
+    std::vector<Promise> result;
+    result.reserve(kept.size());
+    for (const Promise* promise : kept) result.push_back(*promise);
+    return result;
 }
 
 std::string counted(std::int64_t count, std::string_view noun) {
@@ -223,23 +250,39 @@ std::string counted(std::int64_t count, std::string_view noun) {
 }
 }  // namespace
 
+std::vector<Finding> find(const TranscriptDocument& document, std::string_view id,
+                          std::span<const std::string> userAliases) {
+    return Extraction(document, id, userAliases).read();
+}
+
+Commitment written(const Finding& finding) {
+    const StraightText straight(finding.text);
+    return {.direction = finding.direction,
+            .owner = finding.owner ? std::optional<std::string>(*finding.owner) : std::nullopt,
+            .text = flatten(finding.isListed ? finding.text : straight.view()),
+            .deadline = deadline(straight.view()),
+            .confidence = finding.confidence,
+            .meetingID = std::string(finding.meetingID),
+            .meetingTitle = finding.document->title,
+            .meetingDate = finding.document->date};
+}
+
 std::vector<Commitment> extract(const TranscriptDocument& document, std::string_view id,
                                 std::span<const std::string> userAliases) {
-    return Extraction(document, id, userAliases).read();
+    std::vector<Commitment> commitments;
+    for (const Finding& finding : find(document, id, userAliases))
+        commitments.push_back(written(finding));
+    return commitments;
 }
 
 std::vector<Commitment> select(std::span<const Commitment> commitments,
                                std::optional<Direction> direction, std::int64_t cap) {
-    std::vector<const Commitment*> kept;
-    for (const Commitment& commitment : commitments)
-        if (!direction || commitment.direction == *direction) kept.push_back(&commitment);
-    std::ranges::stable_sort(kept, [](const auto* a, const auto* b) { return goesBefore(*a, *b); });
-    const auto size = static_cast<std::size_t>(std::max<std::int64_t>(cap, 0));
-    if (kept.size() > size) kept.resize(size);
-    std::vector<Commitment> selected;
-    selected.reserve(kept.size());
-    for (const auto* commitment : kept) selected.push_back(*commitment);
-    return selected;
+    return selected(commitments, direction, cap);
+}
+
+std::vector<Finding> select(std::span<const Finding> findings, std::optional<Direction> direction,
+                            std::int64_t cap) {
+    return selected(findings, direction, cap);
 }
 
 StructuredAnswer assemble(std::span<const Commitment> commitments,

@@ -50,10 +50,29 @@ struct Commitment {
 
 namespace CommitmentExtractor {
 
+/// A promise where it stands: views of its document, of its id and of the user's names, which have
+/// to outlive it. A document may hold a million promises and a title of a megabyte, and a list of
+/// promises shows a dozen; so only those are written down.
+struct Finding {
+    Commitment::Direction direction = Commitment::Direction::other;
+    std::optional<std::string_view> owner{};
+    std::string_view text{};  ///< of the turn or the item, as it stands
+    bool isListed = false;    ///< an action item, which keeps its curly apostrophes
+    double confidence = 0;
+    std::string_view meetingID{};
+    const TranscriptDocument* document = nullptr;
+};
+
 /// The promises of one document: those of its turns, in order, then those of its action items, in
 /// order. `id` becomes their `meetingID`. `userAliases` are the user's names, the display name
 /// first; "you" and "me" always count as the user, and without another name the display name is
-/// "You". Linear in the document.
+/// "You". Time and memory are linear in the document, but for sorting the words of echoes.
+std::vector<Finding> find(const TranscriptDocument& document, std::string_view id,
+                          std::span<const std::string> userAliases);
+
+Commitment written(const Finding& finding);
+
+/// What `find` finds, written down: each with its own copy of the title.
 std::vector<Commitment> extract(const TranscriptDocument& document, std::string_view id,
                                 std::span<const std::string> userAliases);
 
@@ -61,6 +80,9 @@ std::vector<Commitment> extract(const TranscriptDocument& document, std::string_
 /// first, then by direction, then the surest first, then as given. A negative cap counts as 0.
 std::vector<Commitment> select(std::span<const Commitment> commitments,
                                std::optional<Commitment::Direction> direction, std::int64_t cap);
+/// The same of promises that are not written down yet.
+std::vector<Finding> select(std::span<const Finding> findings,
+                            std::optional<Commitment::Direction> direction, std::int64_t cap);
 
 /// What `select` gives as an answer of the shape `commitments`: one item a commitment, its text
 /// with the number of its meeting behind it ("send the deck [2]"). `citationIDs` are the meetings,

@@ -124,14 +124,18 @@ std::string ExtractiveFloor::commitmentList(const Citations& citations, AskInten
 
 std::vector<Commitment> ExtractiveFloor::commitments(const Citations& citations,
                                                      AskIntent intent) const {
-    std::vector<Commitment> all;
+    std::vector<CommitmentExtractor::Finding> all;
     for (const auto& citation : citations) {
         const auto document = documents_.find(citation.id);
         if (document == documents_.end()) continue;
-        std::ranges::move(CommitmentExtractor::extract(document->second, citation.id, userAliases_),
+        std::ranges::copy(CommitmentExtractor::find(document->second, citation.id, userAliases_),
                           std::back_inserter(all));
     }
-    return CommitmentExtractor::select(all, direction(intent), caps_.commitmentCap);
+    std::vector<Commitment> listed;
+    for (const auto& finding :
+         CommitmentExtractor::select(all, direction(intent), caps_.commitmentCap))
+        listed.push_back(CommitmentExtractor::written(finding));
+    return listed;
 }
 
 std::optional<Commitment::Direction> ExtractiveFloor::direction(AskIntent intent) {

@@ -1,15 +1,13 @@
 #include "OmbrixAnswerKit/StructuredAnswer.h"
 
-#include <algorithm>
 #include <utility>
 
+#include "OmbrixAnswerKit/LineCursor.h"
 #include "OmbrixPlatform/Characters.h"
 #include "OmbrixPlatform/Text.h"
 
 namespace ombrix::StructuredAnswerParser {
 namespace {
-
-using Lines = std::vector<std::string_view>;
 
 constexpr std::string_view separator = " — ";
 constexpr std::string_view nothingFound = "(none)";
@@ -74,10 +72,10 @@ StructuredAnswer::Item item(std::string_view line, AnswerShape shape) {
     return result;
 }
 
-std::vector<StructuredAnswer::Item> items(Lines::const_iterator line, Lines::const_iterator end,
-                                          AnswerShape shape) {
+/// The items of the lines that are left.
+std::vector<StructuredAnswer::Item> items(LineCursor& lines, AnswerShape shape) {
     std::vector<StructuredAnswer::Item> result;
-    for (; line != end; ++line) {
+    while (const auto line = lines.next()) {
         const auto text = Text::trimmedBlanks(*line);
         if (text == nothingFound) break;
         if (text.starts_with("- ") || text.starts_with("* "))
@@ -86,12 +84,16 @@ std::vector<StructuredAnswer::Item> items(Lines::const_iterator line, Lines::con
     return result;
 }
 
-std::optional<std::string> summary(Lines::const_iterator line, Lines::const_iterator end) {
-    std::vector<std::string_view> parts;
-    for (; line != end; ++line)
-        if (const auto text = Text::trimmedBlanks(*line); !text.empty()) parts.push_back(text);
-    if (parts.empty()) return std::nullopt;
-    return Text::joined(parts, " ");
+/// Reads past the heading: what stands ahead of it, on one line. Nothing when there is no heading.
+std::optional<std::string> overview(LineCursor& lines, AnswerShape shape) {
+    std::string result;
+    while (const auto line = lines.next()) {
+        const auto text = Text::trimmedBlanks(*line);
+        if (Text::equalsIgnoringCase(text, headingOf(shape))) return result;
+        if (!result.empty() && !text.empty()) result += ' ';
+        result += text;
+    }
+    return std::nullopt;
 }
 
 StructuredAnswer prose(std::string_view trimmed, std::vector<std::string> citationIDs) {
@@ -106,15 +108,13 @@ StructuredAnswer parse(std::string_view text, AnswerShape shape,
     const auto trimmed = Text::trimmed(text);
     if (trimmed.empty() || shape == AnswerShape::prose)
         return prose(trimmed, std::move(citationIDs));
-    const Lines lines = Text::split(trimmed, "\n");
-    const auto heading = std::ranges::find_if(lines, [&](std::string_view line) {
-        return Text::equalsIgnoringCase(Text::trimmedBlanks(line), headingOf(shape));
-    });
-    if (heading == lines.end() || heading + 1 == lines.end())
-        return prose(trimmed, std::move(citationIDs));
+    LineCursor lines(trimmed);
+    auto summary = overview(lines, shape);
+    if (!summary || lines.isAtEnd()) return prose(trimmed, std::move(citationIDs));
+    if (summary->empty()) summary.reset();
     return {.shape = shape,
-            .summary = summary(lines.begin(), heading),
-            .items = items(heading + 1, lines.end(), shape),
+            .summary = std::move(summary),
+            .items = items(lines, shape),
             .citationIDs = std::move(citationIDs)};
 }
 }  // namespace ombrix::StructuredAnswerParser

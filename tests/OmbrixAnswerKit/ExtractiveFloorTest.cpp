@@ -1,5 +1,7 @@
 #include "OmbrixAnswerKit/ExtractiveFloor.h"
 
+#include <sys/resource.h>
+
 namespace ombrix {
 namespace {
 
@@ -141,6 +143,30 @@ TEST(ExtractiveFloor, TheQuestionPlansTheAnswerAndEverySourceIsCited) {
     EXPECT_THROW(floor.synthesize("x", {}), AnswerSynthesisError);
     EXPECT_THROW(floor.synthesize("x", {}, AnswerShape::prose), AnswerSynthesisError);
     EXPECT_TRUE(floor.isAvailable());
+}
+
+long peakMegabytes() {
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return usage.ru_maxrss / 1024;
+}
+
+TEST(ExtractiveFloor, MemoryFollowsTheDocumentAndNotWhatIsLeftOutOfTheList) {
+    // A copy of the title for each item would take 2 GB, a list of the lines 320 MB.
+    TranscriptDocument document = meeting("2026-03-02", {});
+    document.title = std::string(1'000'000, 't');
+    for (int i = 0; i < 2'000; ++i) document.actionItems += "- go\n";
+    document.notes = std::string(20'000'000, '\n');
+    std::vector<std::pair<std::string, TranscriptDocument>> documents;
+    documents.emplace_back("a", std::move(document));
+    const ExtractiveFloor floor(std::move(documents), {}, {.commitmentCap = 1});
+    const long before = peakMegabytes();
+    EXPECT_EQ(floor.markdown({source("a", "", {})}, AnswerShape::commitments, AskIntent::freeform),
+              "1 commitment across 1 meeting, quoted from your transcripts.\n## Commitments\n"
+              "- unowned — go [1]");
+    StructuredAnswerParser::parse("x" + std::string(20'000'000, '\n') + "x", AnswerShape::timeline,
+                                  {});
+    EXPECT_LT(peakMegabytes() - before, 200);
 }
 }  // namespace
 }  // namespace ombrix
