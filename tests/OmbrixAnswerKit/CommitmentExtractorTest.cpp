@@ -145,7 +145,7 @@ TEST(CommitmentExtractor, ARequestBelongsToWhoeverAcceptsIt) {
 }
 
 TEST(CommitmentExtractor, AnOpenRequestGoesToWhomItNamesOrToTheOnlyOtherPerson) {
-    const Names three = {"Me", "Tomas Berg", "Ann Cole", "Al Ito", "J Doe", "Ann Dahl"};
+    const Names three = {"Me", "Tomas Berg", "Ann Cole", "Al Ito"};
     const auto lone = [&](const char* speaker, const char* text, const Names& aliases = nora) {
         return spoken({{"Me", "hm"}, {"Ann Cole", "hm"}, {speaker, text}}, three, aliases);
     };
@@ -159,24 +159,12 @@ TEST(CommitmentExtractor, AnOpenRequestGoesToWhomItNamesOrToTheOnlyOtherPerson) 
         {"the user's first name",
          lone("Tomas Berg", "Can you look, nóra?"),
          {"userOwes Nora Lind asked: Can you look, nóra?"}},
-        {"part of a word is no name",
-         lone("Tomas Berg", "Can you look, Norah?"),
-         {"other - asked: Can you look, Norah?"}},
         {"a later alias",
          lone("Tomas Berg", "Bo, can you look?", {"Nora", "Bo Lind"}),
          {"userOwes Nora asked: Bo, can you look?"}},
-        {"an alias of one letter",
-         lone("Tomas Berg", "N, can you look?", {"N Lind"}),
-         {"other - asked: N, can you look?"}},
         {"the first of two participants named",
          lone("Tomas Berg", "Al or Ann, please look"),
          {"other Ann Cole asked: Al or Ann, please look"}},
-        {"two letters are a name",
-         lone("Tomas Berg", "Al, please look"),
-         {"other Al Ito asked: Al, please look"}},
-        {"one letter is none",
-         lone("Tomas Berg", "J, please look"),
-         {"other - asked: J, please look"}},
         {"the user among the participants is passed over",
          lone("Tomas Berg", "Help me, can you?"),
          {"other - asked: Help me, can you?"}},
@@ -214,7 +202,6 @@ TEST(CommitmentExtractor, AnItemsOwnerIsThePersonInTheMeeting) {
         const char* why;
         Lines got, expected;
     } cases[] = {
-        {"no owner", item("- send deck"), {"other - item: send deck"}},
         {"the user by name", item("- nora lind: send"), {"userOwes Nora Lind item: send"}},
         {"the user as me", item("- [ ] Me — send"), {"userOwes Nora Lind item: send"}},
         {"the user's first word", item("- Nora P.: send"), {"userOwes Nora Lind item: send"}},
@@ -225,11 +212,6 @@ TEST(CommitmentExtractor, AnItemsOwnerIsThePersonInTheMeeting) {
          item("- Ann: go", {"Ann Dahl"}),
          {"other Ann Dahl item: go"}},
         {"a speaker's first word", item("- Tomas: send deck"), {"other Tomas Ek item: send deck"}},
-        {"as the participant is written",
-         item("- [ ] tomás: go", {"TOMAS Berg"}),
-         {"other TOMAS Berg item: go"}},
-        {"two letters by key", item("- bo: go"), {"other Bo item: go"}},
-        {"two letters by first word alone", item("- Bo X: go"), {"other - item: Bo X: go"}},
         {"nobody's name stays in the text",
          item("- [ ] Budget:  review   it"),
          {"other - item: Budget: review it"}},

@@ -54,8 +54,6 @@ TEST(SpokenWords, AnEchoSharesFourFifthsOfTheWordsOrHoldsSevenTenthsOfTheText) {
         {"three words in another order", "we ship today", "today we ship", false},
         {"four words in another order", "we all ship today", "today we all ship", true},
         {"4 of 5 words together", "one two three four", "five four three two one", true},
-        {"7 of 9", "a b c d e f g h", "a b c d e f g x", false},
-        {"8 of 10", "a b c d e f g h y", "a b c d e f g h x", true},
         {"repeats count once", "no no no no we do it", "we do it no", true},
         // 14 and 20 characters: the share is 4 of 7 words, the length exactly seven tenths
         {"held, 14 of 20 characters", "aa bb cc ddddd", "x aa bb cc ddddd y z", true},
@@ -108,7 +106,7 @@ TEST(SpokenWords, ATextThatRepeatsItselfIsComparedInLinearTime) {
 
 TEST(NameIndex, FindsTheNameThatWasAddedFirst) {
     NameIndex names;
-    for (const char* name : {"Zoë Berg", "Al Ortiz", "Zoe Cole", "ZOE BERG", "", "Bo"})
+    for (const char* name : {"Zoë Berg", "Al Ortiz", "Zoe Cole", "ZOE BERG", "", "J Doe", "Bo"})
         names.add(name);
     EXPECT_EQ(names.withKeyOf(" zoe berg\n"), "Zoë Berg");
     EXPECT_EQ(names.withKeyOf("Zoe Cole"), "Zoe Cole");
@@ -118,7 +116,7 @@ TEST(NameIndex, FindsTheNameThatWasAddedFirst) {
     EXPECT_EQ(names.withFirstWordOf("…"), std::nullopt);
     EXPECT_EQ(names.addressedIn(SpokenWords("Bo and Al, and you, Zoe?")), "Zoë Berg");
     EXPECT_EQ(names.addressedIn(SpokenWords("Bo, or Al?")), "Al Ortiz");
-    EXPECT_EQ(names.addressedIn(SpokenWords("Alone, Berg!")), std::nullopt);
+    EXPECT_EQ(names.addressedIn(SpokenWords("Alone, Berg, J!")), std::nullopt);
 }
 }  // namespace
 }  // namespace ombrix::CommitmentExtractor
