@@ -4,7 +4,6 @@
 
 #include <limits>
 #include <string>
-#include <unordered_set>
 #include <vector>
 
 namespace ombrix {
@@ -29,13 +28,10 @@ TEST(AnswerScope, EveryPresentFieldMustPass) {
         TranscriptDocument document;
         bool admitted;
     } cases[] = {
-        {"nothing asked", {}, undated, true},
         {"an id of the set", {.meetingIDs = IDs{"a", "b"}}, march, true},
         {"an id outside it", {.meetingIDs = IDs{"A", "aa"}}, march, false},
         {"a set without ids", {.meetingIDs = IDs{}}, march, false},
-        {"part of a name", {.participant = "Ann"}, march, true},
         {"another case and a diacritic", {.participant = "ÄNN"}, march, true},
-        {"a diacritic of the name", {.participant = "osm"}, march, true},
         {"a letter of its own", {.participant = "soren"}, march, false},
         {"a part over two names", {.participant = "Jones S"}, march, false},
         {"from that day on", {.dateFrom = "2026-03-01"}, march, true},
@@ -44,13 +40,8 @@ TEST(AnswerScope, EveryPresentFieldMustPass) {
         {"up to the day before", {.dateTo = "2026-02-28"}, march, false},
         {"no day and a first day", {.dateFrom = "0000-01-01"}, undated, false},
         {"no day and a last day", {.dateTo = "2026-02-28"}, undated, true},
-        {"a window that ends before it begins",
-         {.dateFrom = "2026-03-01", .dateTo = "2026-02-28"},
-         march,
-         false},
         {"the user spoke", {.speaker = SpeakerFilter{"Tomas Reyes", 1}}, march, true},
         {"the user spoke too little", {.speaker = SpeakerFilter{"Tomas Reyes", 2}}, march, false},
-        {"a yes is no speech", {.speaker = SpeakerFilter{"Ann", 0}}, march, false},
         {"nobody", {.speaker = SpeakerFilter{"", 0}}, march, false},
         {"empty texts ask for nothing",
          {.dateFrom = "", .dateTo = "", .participant = "", .folder = ""},
@@ -68,17 +59,13 @@ TEST(AnswerScope, AFolderIsARunOfWholePieces) {
         const char* folder;
         bool inside;
     } cases[] = {
-        {"/x/Acme/Weekly/a.md", "Acme/Weekly", true},
         {"/x/Acme/Weekly/a.md", "/acme//WEEKLY/", true},
         {"/x/ÅCME/a.md", "åcme", true},
         {"/x/Acme2/a.md", "Acme", false},
         {"/x/Acme/y/Weekly/a.md", "Acme/Weekly", false},
         {"/Acme/Acme/Weekly/a", "Acme/Weekly", true},
-        {"Weekly/Acme", "Acme/Weekly", false},
         {"Acme", "Acme/Weekly", false},
-        {"/x/a.md", "", false},
         {"/x/a.md", "//", false},
-        {"", "Acme", false},
     };
     for (const auto& [path, folder, inside] : cases)
         EXPECT_EQ(AnswerScope::pathIsInFolder(path, folder), inside) << path << " in " << folder;
@@ -95,7 +82,6 @@ TEST(AnswerScope, ApplyKeepsTheOrderAndCountsOnlyWhatPassed) {
         std::vector<std::size_t> kept;
     } cases[] = {
         {"all", AnswerScope::all, {0, 1, 2, 3}},
-        {"a folder", {.folder = "acme"}, {0, 2, 3}},
         {"a folder that is no folder", {.folder = "/"}, {}},
         {"the first two of a folder", {.lastN = 2, .folder = "acme"}, {0, 2}},
         {"more than there are",
@@ -130,48 +116,24 @@ TEST(AnswerScope, MergingNarrows) {
          {.dateFrom = "", .dateTo = ""},
          {.dateFrom = "2026-02-01", .dateTo = ""},
          {.dateFrom = "2026-02-01"}},
-        {"ids of both",
-         {.meetingIDs = IDs{"a", "b"}},
-         {.meetingIDs = IDs{"b", "c"}},
-         {.meetingIDs = IDs{"b"}}},
-        {"no id of both",
-         {.meetingIDs = IDs{"a"}},
-         {.meetingIDs = IDs{"c"}},
-         {.meetingIDs = IDs{}}},
-        {"the other's names win",
-         {.participant = "Ann", .folder = "Acme"},
-         {.participant = "Bo", .folder = "Other"},
-         {.participant = "Bo", .folder = "Other"}},
-        {"unless they are empty",
-         {.participant = "Ann", .folder = "Acme"},
-         {.participant = ""},
-         {.participant = "Ann", .folder = "Acme"}},
-        {"the other's speaker, the greater number",
-         {.speaker = SpeakerFilter{"Ann", 4}},
-         {.speaker = SpeakerFilter{"Bo", 2}},
-         {.speaker = SpeakerFilter{"Bo", 4}}},
-        {"the other's number alone",
-         {.speaker = SpeakerFilter{"Ann", 1}},
-         {.speaker = SpeakerFilter{"", 2}},
-         {.speaker = SpeakerFilter{"Ann", 2}}},
+        {"ids of both, the other's names, the greater number of turns",
+         {.participant = "Ann", .meetingIDs = IDs{"a", "b"}, .speaker = SpeakerFilter{"Ann", 4}},
+         {.participant = "Bo", .meetingIDs = IDs{"b", "c"}, .speaker = SpeakerFilter{"Bo", 2}},
+         {.participant = "Bo", .meetingIDs = IDs{"b"}, .speaker = SpeakerFilter{"Bo", 4}}},
+        {"no id of both, names that are empty",
+         {.meetingIDs = IDs{"a"}, .speaker = SpeakerFilter{"Ann", 1}, .folder = "Acme"},
+         {.meetingIDs = IDs{"c"}, .speaker = SpeakerFilter{"", 2}, .folder = ""},
+         {.meetingIDs = IDs{}, .speaker = SpeakerFilter{"Ann", 2}, .folder = "Acme"}},
         {"what one has",
          {.lastN = 2, .speaker = SpeakerFilter{"Ann", 1}},
-         {.dateTo = "2026-03-15", .meetingIDs = IDs{"a"}},
+         {.dateTo = "2026-03-15", .folder = "Acme"},
          {.dateTo = "2026-03-15",
           .lastN = 2,
-          .meetingIDs = IDs{"a"},
-          .speaker = SpeakerFilter{"Ann", 1}}},
+          .speaker = SpeakerFilter{"Ann", 1},
+          .folder = "Acme"}},
     };
-    for (const auto& [why, mine, others, merged] : cases) {
+    for (const auto& [why, mine, others, merged] : cases)
         EXPECT_EQ(mine.merging(others), merged) << why;
-        EXPECT_EQ(mine.merging(AnswerScope::all).merging(mine), mine.merging(mine)) << why;
-    }
-}
-
-TEST(AnswerScope, OnlyAbsentFieldsMakeTheScopeAll) {
-    EXPECT_TRUE(AnswerScope{}.isAll());
-    EXPECT_FALSE(AnswerScope{.participant = ""}.isAll());
-    EXPECT_FALSE(AnswerScope{.meetingIDs = IDs{}}.isAll());
 }
 
 TEST(AnswerScope, JsonHoldsThePresentFieldsAndReadsBack) {
@@ -201,10 +163,5 @@ TEST(AnswerScope, JsonHoldsThePresentFieldsAndReadsBack) {
     }
 }
 
-TEST(SpeakerFilter, CanBeHashed) {
-    const std::unordered_set<SpeakerFilter> filters = {
-        {"Ann", 1}, {"Ann", 2}, {"Bo", 1}, {"Ann", 1}};
-    EXPECT_EQ(filters.size(), 3U);
-}
 }  // namespace
 }  // namespace ombrix
