@@ -5,6 +5,7 @@
 #include <unicode/timezone.h>
 
 #include <array>
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <limits>
@@ -30,11 +31,13 @@ struct Calendar::State {
 namespace {
 
 constexpr std::int64_t farthestAmount = std::numeric_limits<std::int32_t>::max();
+/// ICU's own bound on instants, some five million years on either side.
+constexpr double farthestMilliseconds = 183882168921600000.0;
 
 std::optional<Instant> instantOf(icu::GregorianCalendar& calendar) {
     UErrorCode status = U_ZERO_ERROR;
     const double milliseconds = calendar.getTime(status);
-    if (U_FAILURE(status)) return std::nullopt;
+    if (U_FAILURE(status) || std::fabs(milliseconds) > farthestMilliseconds) return std::nullopt;
     return Instant(std::chrono::floor<std::chrono::seconds>(
         std::chrono::milliseconds(static_cast<std::int64_t>(milliseconds))));
 }
@@ -61,6 +64,7 @@ void toStartOf(icu::GregorianCalendar& calendar, Calendar::Unit unit) {
             const int first = calendar.getFirstDayOfWeek(status);
             const int daysIntoWeek = (field(calendar, UCAL_DAY_OF_WEEK) - first + 7) % 7;
             calendar.add(UCAL_DATE, -daysIntoWeek, status);
+            toStartOfDay(calendar);  // the day we came from may have begun without a midnight
             break;
         }
         case Calendar::Unit::month:
@@ -81,6 +85,10 @@ std::unique_ptr<icu::GregorianCalendar> makeCalendar(std::unique_ptr<icu::TimeZo
     if (U_FAILURE(status)) std::abort();  // the data is part of the library
     calendar->setFirstDayOfWeek(static_cast<UCalendarDaysOfWeek>(firstWeekday));
     calendar->setMinimalDaysInFirstWeek(static_cast<std::uint8_t>(minimalDays));
+    // Where the clock shows midnight twice, the day begins with the first one.
+    calendar->setRepeatedWallTimeOption(UCAL_WALLTIME_FIRST);
+    // The days that exist are those of `civilDay` and `isoInstant`, which know no Julian calendar.
+    calendar->setGregorianChange(-farthestMilliseconds, status);
     return calendar;
 }
 
@@ -171,7 +179,11 @@ std::optional<Instant> Calendar::adding(std::int64_t amount, Unit unit, Instant 
             break;
     }
     if (U_FAILURE(status)) return std::nullopt;
-    return instantOf(*calendar);
+    const auto result = instantOf(*calendar);
+    // Far outside its range ICU does not fail but comes out on the other side.
+    if (!result || (amount > 0 && *result <= to) || (amount < 0 && *result >= to))
+        return std::nullopt;
+    return result;
 }
 
 Instant Calendar::startOfDay(Instant instant) const {
@@ -196,7 +208,7 @@ std::int64_t Calendar::daysBetween(Instant from, Instant to) const {
 
 Calendar::Day Calendar::day(Instant instant) const {
     const auto calendar = state_->at(instant);
-    return {.year = field(*calendar, UCAL_YEAR),
+    return {.year = field(*calendar, UCAL_EXTENDED_YEAR),
             .month = field(*calendar, UCAL_MONTH) + 1,
             .day = field(*calendar, UCAL_DATE)};
 }
