@@ -1,36 +1,43 @@
 #include <simdjson.h>
 
+#include <algorithm>
 #include <memory>
 
 #include "OmbrixPlatform/Json.h"
+#include "OmbrixPlatform/Numbers.h"
+#include "OmbrixPlatform/Text.h"
 
 namespace ombrix::Json {
 namespace {
 
 namespace dom = simdjson::dom;
 
-Value converted(const dom::element& element);
+Value converted(const dom::element& element, std::size_t depth);
 
-Value convertedArray(const dom::array& list) {
+Value convertedArray(const dom::array& list, std::size_t depth) {
     Array values;
     values.reserve(list.size());
-    for (const dom::element item : list) values.push_back(converted(item));
+    for (const dom::element item : list) values.push_back(converted(item, depth));
     return values;
 }
 
-Value convertedObject(const dom::object& object) {
+Value convertedObject(const dom::object& object, std::size_t depth) {
     Members members;
     for (const auto& [key, value] : object)
-        members.insert_or_assign(std::string(key), converted(value));
+        members.insert_or_assign(std::string(key), converted(value, depth));
     return members;
 }
 
-Value converted(const dom::element& element) {
+/// `depth` counts the brackets around the element. The parser bounds them too, but does not count
+/// an empty pair.
+Value converted(const dom::element& element, std::size_t depth) {
+    if ((element.is_array() || element.is_object()) && ++depth > maximalDepth)
+        throw SyntaxError(simdjson::error_message(simdjson::DEPTH_ERROR));
     switch (element.type()) {
         case dom::element_type::ARRAY:
-            return convertedArray(element.get_array().value_unsafe());
+            return convertedArray(element.get_array().value_unsafe(), depth);
         case dom::element_type::OBJECT:
-            return convertedObject(element.get_object().value_unsafe());
+            return convertedObject(element.get_object().value_unsafe(), depth);
         case dom::element_type::INT64:
             return element.get_int64().value_unsafe();
         case dom::element_type::UINT64:
@@ -46,6 +53,48 @@ Value converted(const dom::element& element) {
     }
     return nullptr;
 }
+
+bool isNumberByte(char c) {
+    return Text::isAsciiDigit(c) || c == '-' || c == '+' || c == '.' || c == 'e' || c == 'E';
+}
+
+/// `text` with an exponent behind each integer that does not fit, which the parser refuses although
+/// a double holds it. Strings stay as they are; text that is not JSON stays text that is not JSON.
+std::string withLongIntegersAsDoubles(std::string_view text) {
+    std::string result;
+    bool inString = false;
+    for (std::size_t at = 0; at < text.size();) {
+        const char c = text[at];
+        if (inString || !isNumberByte(c)) {
+            const std::size_t length = inString && c == '\\' && at + 1 < text.size() ? 2 : 1;
+            if (c == '"') inString = !inString;
+            result.append(text, at, length);
+            at += length;
+            continue;
+        }
+        const auto end = std::find_if_not(text.begin() + static_cast<std::ptrdiff_t>(at),
+                                          text.end(), isNumberByte);
+        const auto number = text.substr(at, static_cast<std::size_t>(end - text.begin()) - at);
+        const bool isInteger =
+            Text::isAsciiDigit(number.back()) && number.find_first_of(".eE+") == number.npos;
+        result += number;
+        if (isInteger && !Numbers::parseInteger<std::int64_t>(number)) result += "e0";
+        at += number.size();
+    }
+    return result;
+}
+
+dom::element rootOf(dom::parser& parser, std::string_view text) {
+    const simdjson::padded_string padded(text);
+    dom::element root;
+    auto error = parser.parse(padded).get(root);
+    if (error == simdjson::NUMBER_ERROR) {
+        const simdjson::padded_string widened(withLongIntegersAsDoubles(text));
+        error = parser.parse(widened).get(root);
+    }
+    if (error) throw SyntaxError(simdjson::error_message(error));
+    return root;
+}
 }  // namespace
 
 Value parse(std::string_view text) {
@@ -53,11 +102,7 @@ Value parse(std::string_view text) {
     // The parser counts one level more than there are brackets around the innermost value.
     if (const auto error = parser.allocate(text.size() + 1, maximalDepth + 1))
         throw SyntaxError(simdjson::error_message(error));
-    const simdjson::padded_string padded(text);
-    dom::element root;
-    if (const auto error = parser.parse(padded).get(root))
-        throw SyntaxError(simdjson::error_message(error));
-    return converted(root);
+    return converted(rootOf(parser, text), 0);
 }
 
 DecodingError::DecodingError(std::string_view path, std::string_view problem)
