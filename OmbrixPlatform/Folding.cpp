@@ -130,7 +130,7 @@ bool equalsIgnoringCase(std::string_view a, std::string_view b) {
     return caseFolded(a) == caseFolded(b);
 }
 
-FoldedText::FoldedText(std::string_view text) : sourceSize_(text.size()), source_(text) {
+FoldedText::FoldedText(std::string_view text) : sourceSize_(text.size()) {
     if (Utf8::isAscii(text)) {
         fold_ = folded(text);
         return;
@@ -162,9 +162,9 @@ std::optional<ByteRange> FoldedText::find(std::string_view part) const {
     if (sources_.empty()) return ByteRange{*place, end};
     // The end lies where the next letter begins, behind the marks of the last one; when it falls
     // into the fold of one scalar ("ß" is "ss"), that scalar belongs to the place as a whole.
-    std::size_t behind = end == fold_.size() ? sourceSize_ : sources_[end];
-    if (behind == sources_[end - 1]) behind += Utf8::decode(source_, behind).length;
-    return ByteRange{sources_[*place], behind};
+    std::size_t next = end;
+    while (next < fold_.size() && sources_[next] == sources_[end - 1]) ++next;
+    return ByteRange{sources_[*place], next == fold_.size() ? sourceSize_ : sources_[next]};
 }
 
 bool containsFolded(std::string_view text, std::string_view part) {

@@ -104,7 +104,6 @@ class FoldedText {
     std::string fold_;
     std::vector<std::size_t> sources_;  // the source byte of each folded byte; empty for ASCII
     std::size_t sourceSize_;
-    std::string_view source_;
 };
 
 /// `FoldedText(text).contains(part)`, for one search.
