@@ -1,0 +1,254 @@
+#include "OmbrixPlatform/Files.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <csignal>
+#include <cstring>
+
+#include "OmbrixPlatform/TestFolder.h"
+
+namespace ombrix {
+namespace {
+
+using testing::UnorderedElementsAre;
+
+/// The superuser reads and writes what permissions forbid; for a while, be nobody.
+class Nobody {
+  public:
+    Nobody() : was_(::geteuid()) {
+        if (was_ == 0) {
+            EXPECT_EQ(::seteuid(65534), 0);
+        }
+    }
+    ~Nobody() { EXPECT_EQ(::seteuid(was_), 0); }
+    Nobody(const Nobody&) = delete;
+    Nobody& operator=(const Nobody&) = delete;
+
+  private:
+    uid_t was_;
+};
+
+/// While it lives, no file grows beyond so many bytes: a disk that is full.
+class FullDisk {
+  public:
+    explicit FullDisk(rlim_t bytes) : handler_(std::signal(SIGXFSZ, SIG_IGN)) {
+        ::getrlimit(RLIMIT_FSIZE, &old_);
+        const rlimit small{bytes, old_.rlim_max};
+        ::setrlimit(RLIMIT_FSIZE, &small);
+    }
+    ~FullDisk() {
+        ::setrlimit(RLIMIT_FSIZE, &old_);
+        std::signal(SIGXFSZ, handler_);
+    }
+    FullDisk(const FullDisk&) = delete;
+    FullDisk& operator=(const FullDisk&) = delete;
+
+  private:
+    void (*handler_)(int);
+    rlimit old_{};
+};
+
+std::vector<std::string> walked(const test::TestFolder& folder, const std::string& from) {
+    std::vector<std::string> found;
+    Files::walk(from, [&](const std::string& path) {
+        EXPECT_TRUE(path.starts_with(from)) << path;
+        found.push_back(path.substr(folder.path().size() + 1));
+    });
+    return found;
+}
+
+std::vector<std::string> names(const std::string& folder) {
+    std::vector<std::string> found;
+    for (const auto& entry : std::filesystem::directory_iterator(folder))
+        found.push_back(entry.path().filename().string());
+    std::ranges::sort(found);
+    return found;
+}
+
+mode_t permissions(const std::string& path) {
+    struct stat facts {};
+    EXPECT_EQ(::stat(path.c_str(), &facts), 0);
+    return facts.st_mode & 07777U;
+}
+
+TEST(Files, OnlyRegularFilesAreRead) {
+    const test::TestFolder folder;
+    ::mkfifo(folder.at("pipe.md").c_str(), 0666);
+    ::mkdir(folder.at("folder.md").c_str(), 0777);
+    std::filesystem::create_symlink("loop.md", folder.at("loop.md"));
+    std::filesystem::create_symlink("gone", folder.at("dangling.md"));
+    std::filesystem::create_symlink("/dev/zero", folder.at("device.md"));
+    const int listener = ::socket(AF_UNIX, SOCK_STREAM, 0);
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    std::strncpy(address.sun_path, folder.at("socket.md").c_str(), sizeof address.sun_path - 1);
+    ASSERT_EQ(::bind(listener, reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
+    Files::Reader reader;
+    for (const char* name : {"pipe.md", "folder.md", "loop.md", "dangling.md", "device.md",
+                             "socket.md", "missing.md", "pipe.md/below"}) {
+        EXPECT_FALSE(reader.read(folder.at(name))) << name;
+        EXPECT_FALSE(Files::text(folder.at(name))) << name;
+        try {
+            Files::bytes(folder.at(name));
+            ADD_FAILURE() << name;
+        } catch (const Files::Error& error) {
+            EXPECT_THAT(error.what(), testing::HasSubstr(folder.at(name)));
+            EXPECT_NE(error.code().value(), 0);
+        }
+    }
+    ::close(listener);
+}
+
+TEST(Files, WhatMayNotBeReadIsNotThere) {
+    const test::TestFolder folder;
+    folder.write("secret.md", "x");
+    folder.write("closed/inside.md", "x");
+    folder.write("open.md", "x");
+    ::chmod(folder.path().c_str(), 0755);
+    ::chmod(folder.at("secret.md").c_str(), 0);
+    ::chmod(folder.at("closed").c_str(), 0);
+    {
+        const Nobody nobody;
+        Files::Reader reader;
+        EXPECT_FALSE(reader.read(folder.at("secret.md")));
+        EXPECT_TRUE(reader.read(folder.at("open.md")));
+        EXPECT_THROW(Files::bytes(folder.at("secret.md")), Files::Error);
+        EXPECT_THAT(walked(folder, folder.path()), UnorderedElementsAre("secret.md", "open.md"));
+    }
+    ::chmod(folder.at("closed").c_str(), 0755);
+}
+
+TEST(Files, TextIsValidUtf8) {
+    const test::TestFolder folder;
+    EXPECT_EQ(Files::text(folder.write("a", "caf\u00E9\r\n")), "caf\u00E9\r\n");
+    EXPECT_EQ(Files::text(folder.write("b", "")), "");
+    EXPECT_EQ(Files::text(folder.write("c", "caf\xE9")), std::nullopt);
+    EXPECT_EQ(Files::bytes(folder.write("d", std::string("\xFF\0", 2))), std::string("\xFF\0", 2));
+}
+
+TEST(Files, AReaderShowsEachFileInItsTurn) {
+    const test::TestFolder folder;
+    const std::string big(300'000, 'b');
+    folder.write("big", big);
+    folder.write("small", "small");
+    folder.write("empty", "");
+    std::filesystem::create_symlink("small", folder.at("link"));
+    Files::Reader reader;
+    EXPECT_EQ(reader.read(folder.at("small")), "small");
+    EXPECT_EQ(reader.read(folder.at("big")), big);
+    EXPECT_EQ(reader.read(folder.at("link")), "small") << "a shorter file leaves nothing behind";
+    EXPECT_EQ(reader.read(folder.at("missing")), std::nullopt);
+    EXPECT_EQ(reader.read(folder.at("big"), 7), "bbbbbbb");
+    EXPECT_EQ(reader.read(folder.at("small"), 7), "small");
+    EXPECT_EQ(reader.read(folder.at("big"), 0), "");
+    EXPECT_EQ(reader.read(folder.at("empty")), "");
+    EXPECT_EQ(Files::Reader().read(folder.at("empty")), "");
+}
+
+TEST(Files, AWalkSeesEveryFileBelowOnce) {
+    const test::TestFolder folder;
+    for (const char* name : {"a.md", "x/b.md", "x/y/c", "x/new\nline.md", ".hidden", ".git/config",
+                             "x/.ombrix/side.json", "x/caf\u00E9.md", "outside/z.md", "x/bad\xFF"})
+        folder.write(name, "");
+    std::filesystem::create_symlink("../outside", folder.at("x/linked-folder"));
+    std::filesystem::create_symlink("..", folder.at("x/up"));
+    std::filesystem::create_symlink("b.md", folder.at("x/linked-file"));
+    std::filesystem::create_symlink("loop", folder.at("x/loop"));
+    ::mkfifo(folder.at("x/pipe.md").c_str(), 0666);
+    EXPECT_THAT(walked(folder, folder.path()),
+                UnorderedElementsAre("a.md", "x/b.md", "x/y/c", "x/new\nline.md", "x/caf\u00E9.md",
+                                     "x/bad\xFF", "x/linked-file", "x/pipe.md", "outside/z.md"));
+    EXPECT_THAT(walked(folder, folder.at("x/linked-folder")),
+                UnorderedElementsAre("x/linked-folder/z.md"))
+        << "the folder asked for may be a link itself";
+    EXPECT_THAT(walked(folder, folder.at("missing")), testing::IsEmpty());
+    EXPECT_THAT(walked(folder, folder.at("a.md")), testing::IsEmpty());
+}
+
+TEST(Files, AWalkGoesDeep) {
+    const test::TestFolder folder;
+    std::string path = folder.path();
+    while (path.size() < 2000) path += "/d";
+    std::filesystem::create_directories(path);
+    Files::writeAtomically(path + "/f", "deep");
+    ASSERT_EQ(walked(folder, folder.path()).size(), 1U);
+    EXPECT_EQ(Files::text(path + "/f"), "deep");
+}
+
+TEST(Files, AWriteReplacesTheWholeFileAndKeepsWhatItIs) {
+    const test::TestFolder folder;
+    const std::string file = folder.write("a.md", "old and longer");
+    ::chmod(file.c_str(), 0640);
+    Files::writeAtomically(file, "new");
+    EXPECT_EQ(folder.read("a.md"), "new");
+    EXPECT_EQ(permissions(file), 0640U);
+    std::filesystem::create_directory(folder.at("elsewhere"));
+    std::filesystem::create_symlink("../a.md", folder.at("elsewhere/link.md"));
+    Files::writeAtomically(folder.at("elsewhere/link.md"), "through");
+    EXPECT_TRUE(std::filesystem::is_symlink(folder.at("elsewhere/link.md")));
+    EXPECT_EQ(folder.read("a.md"), "through");
+    const std::string longName = folder.at(std::string(255, 'n'));
+    Files::writeAtomically(longName, std::string("\0\xFF", 2));
+    EXPECT_EQ(Files::bytes(longName), std::string("\0\xFF", 2));
+    EXPECT_EQ(names(folder.path()),
+              (std::vector<std::string>{"a.md", "elsewhere", std::string(255, 'n')}));
+    EXPECT_EQ(names(folder.at("elsewhere")), (std::vector<std::string>{"link.md"}));
+    const mode_t mask = ::umask(027);
+    Files::writeAtomically(folder.at("fresh"), "");
+    ::umask(mask);
+    EXPECT_EQ(permissions(folder.at("fresh")), 0640U);
+}
+
+TEST(Files, AFailedWriteLeavesEverythingAsItWas) {
+    const test::TestFolder folder;
+    const std::string file = folder.write("a.md", "old");
+    {
+        const FullDisk full(4096);
+        EXPECT_THROW(Files::writeAtomically(file, std::string(10'000, 'x')), Files::Error);
+    }
+    ::mkdir(folder.at("folder").c_str(), 0777);
+    EXPECT_THROW(Files::writeAtomically(folder.at("folder"), "x"), Files::Error);
+    EXPECT_THROW(Files::writeAtomically(folder.at("missing/a"), "x"), Files::Error);
+    EXPECT_THROW(Files::writeAtomically(folder.at("a.md/b"), "x"), Files::Error);
+    ::chmod(folder.path().c_str(), 0555);
+    {
+        const Nobody nobody;
+        EXPECT_THROW(Files::writeAtomically(file, "new"), Files::Error);
+        EXPECT_FALSE(Files::remove(file));
+    }
+    ::chmod(folder.path().c_str(), 0755);
+    EXPECT_EQ(folder.read("a.md"), "old");
+    EXPECT_EQ(names(folder.path()), (std::vector<std::string>{"a.md", "folder"}));
+}
+
+TEST(Files, FoldersAreMadeAndFilesRemoved) {
+    const test::TestFolder folder;
+    Files::createDirectories(folder.at("a/b/c/"));
+    Files::createDirectories(folder.at("a/b"));
+    EXPECT_TRUE(Files::isDirectory(folder.at("a/b/c")));
+    const std::string file = folder.write("a/f", "");
+    EXPECT_THROW(Files::createDirectories(file), Files::Error);
+    EXPECT_THROW(Files::createDirectories(file + "/x"), Files::Error);
+    EXPECT_TRUE(Files::exists(file));
+    EXPECT_FALSE(Files::isDirectory(file));
+    EXPECT_TRUE(Files::remove(file));
+    EXPECT_FALSE(Files::remove(file));
+    EXPECT_FALSE(Files::remove(folder.at("a")));
+    EXPECT_FALSE(Files::exists(file));
+}
+
+TEST(Files, HomeIsToldByTheUserRecord) {
+    const test::Variable home("HOME", "/nowhere");
+    EXPECT_NE(Files::homeDirectory(), "/nowhere");
+    EXPECT_TRUE(Files::homeDirectory().starts_with('/'));
+    EXPECT_EQ(Files::workingDirectory(), std::filesystem::current_path().string());
+}
+}  // namespace
+}  // namespace ombrix
