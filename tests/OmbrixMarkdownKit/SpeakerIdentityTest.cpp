@@ -70,7 +70,7 @@ TEST(Participation, AnEchoSharesNineTenthsOfTheLargerSetOfWords) {
         {"ten of twelve", ten, ten + " lima mike", false},
         {"as many words, one of five another", "alpha bravo charlie delta golf",
          "alpha bravo charlie delta kilo", false},
-        {"order and repeats", "golf golf hotel alpha", "alpha hotel golf alpha", true},
+        {"order and repeats", "golf golf hotel golf alpha", "alpha hotel golf", true},
         {"no word of two letters", "a b c d", "a b c d", false},
         {"the previous text is empty", ten, "", false},
     };
@@ -92,6 +92,9 @@ TEST(Participation, OnlySubstantiveTurnsThatEchoNobodyCount) {
         {"a short one", {{"Tomas", "yes sure ok"}, {"Tomas", "yes sure ok then"}}, 1},
         {"the user's own words said again", {{"Tomas", offer}, {"Tomas", offer}}, 2},
         {"the loudspeaker, late", {{"Ann", offer}, {"Tomas", reply}, {"Tomas", offer}}, 1},
+        {"each answer echoes another turn",
+         {{"Ann", offer}, {"Tomas", offer}, {"Ann", reply}, {"Tomas", reply}},
+         0},
         {"words before the last", {{"Ann", offer}, {"Bo", reply}, {"Tomas", offer}}, 1},
         {"a turn without a label is another's", {{"", offer}, {"Tomas", offer}}, 0},
         {"another Tomas", {{"Tomas Weber", offer}}, 0},

@@ -129,7 +129,7 @@ TEST(TimeScopeParser, LookingAheadGivesAHorizonAndNoWindow) {
         {"2027-03-10", "next 12 months", 366},
         {"2026-03-10", "for the coming week", 7},
         {"2026-03-10", "this coming week", 7},
-        {"2026-01-31", "upcoming month", 28},  // clipped to 02-28
+        {"2026-01-31", "during the upcoming month", 28},  // clipped to 02-28
         {"2026-03-10", "by the end of this week", 4},
         {"2026-03-14", "till end of week", 1},
         {"2026-03-10", "before the end of the month", 21},
