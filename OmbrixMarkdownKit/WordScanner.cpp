@@ -84,6 +84,16 @@ std::size_t WordScanner::appendRun(std::size_t at, std::size_t size) {
     return at;
 }
 
+/// How many bytes right before `at` belong to the word there without leaving anything in it: "_",
+/// "@", or a bridge that an "@" stands before. 0 for none; none lies before `from`.
+std::size_t WordScanner::joinedBefore(std::size_t at, std::size_t from) const {
+    const char* const text = text_.data();
+    if (at <= from) return 0;
+    if (leftOf(text[at - 1]) == leavesNothing) return 1;
+    if (at < from + 2 || at == text_.size() || text[at - 2] != '@') return 0;
+    return Words::AsciiRule::bridges('@', text[at - 1], text[at]) ? 2 : 0;
+}
+
 /// The next word, when it is a plain run of letters and digits, which nearly all are. Otherwise
 /// false: the word, if there is one, begins at or behind `place_` and needs the letter by letter
 /// way.
@@ -111,8 +121,7 @@ bool WordScanner::nextPlainRun(Token& token) {
             continue;
         }
         const std::size_t end = begin + length;
-        if (leftOf(text[end]) == leavesNothing ||
-            (begin > 0 && leftOf(text[begin - 1]) == leavesNothing) ||
+        if (leftOf(text[end]) == leavesNothing || joinedBefore(begin, lastEnd) > 0 ||
             Words::AsciiRule::bridges(text[end - 1], text[end], text[end + 1])) {
             place_ = begin;
             break;
@@ -127,7 +136,7 @@ bool WordScanner::nextPlainRun(Token& token) {
         finish(token, length, {begin, end});
         return true;
     }
-    while (place_ > lastEnd && leftOf(text[place_ - 1]) == leavesNothing) --place_;
+    while (const std::size_t joined = joinedBefore(place_, lastEnd)) place_ -= joined;
     runBits_ = 0;
     knownBytes_ = 0;
     return false;
@@ -172,10 +181,10 @@ bool WordScanner::nextAscii(Token& token) {
 bool WordScanner::nextIcu(Token& token) {
     while (icuWord_ < icuWords_.size()) {
         const ByteRange range = icuWords_[icuWord_++];
-        rawBuffer_ = QueryTokenizer::normalize(range.of(text_));
-        const std::size_t characters = Characters::count(rawBuffer_);
+        icuRaw_ = QueryTokenizer::normalize(range.of(text_));
+        const std::size_t characters = Characters::count(icuRaw_);
         if (characters < minCharacters) continue;
-        token.raw = rawBuffer_;
+        token.raw = icuRaw_;
         finish(token, characters, range);
         return true;
     }

@@ -33,6 +33,7 @@ class WordScanner {
   private:
     bool nextPlainRun(Token& token);
     bool readLanes(std::size_t at);
+    std::size_t joinedBefore(std::size_t at, std::size_t from) const;
     bool nextAscii(Token& token);
     bool nextIcu(Token& token);
     std::size_t appendRun(std::size_t at, std::size_t size);
@@ -48,8 +49,9 @@ class WordScanner {
     std::size_t knownBytes_ = 0;       // how many of its bits say something
     std::vector<ByteRange> icuWords_;  // of a stretch that is not ASCII
     std::size_t icuWord_ = 0;
-    std::size_t form_ = 0;  // the first form that may still meet a word
-    std::string rawBuffer_;
+    std::size_t form_ = 0;   // the first form that may still meet a word
+    std::string rawBuffer_;  // of ASCII words; never less than what a block of lanes may fill
+    std::string icuRaw_;
     std::size_t kept_ = 0;  // bytes of the normal form in the buffer
     std::string stemBuffer_;
 };
