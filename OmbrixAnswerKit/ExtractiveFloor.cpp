@@ -128,8 +128,11 @@ std::vector<Commitment> ExtractiveFloor::commitments(const Citations& citations,
     for (const auto& citation : citations) {
         const auto document = documents_.find(citation.id);
         if (document == documents_.end()) continue;
-        std::ranges::copy(CommitmentExtractor::find(document->second, citation.id, userAliases_),
-                          std::back_inserter(all));
+        const auto found = CommitmentExtractor::find(document->second, citation.id, userAliases_);
+        // What does not get onto its own document's list gets onto no list.
+        std::ranges::copy(
+            CommitmentExtractor::select(found, direction(intent), caps_.commitmentCap),
+            std::back_inserter(all));
     }
     std::vector<Commitment> listed;
     for (const auto& finding :

@@ -34,7 +34,8 @@ std::optional<std::string_view> NameIndex::withFirstWordOf(std::string_view writ
 std::optional<std::string_view> NameIndex::addressedIn(const SpokenWords& words) const {
     if (byFirstWord_.empty()) return std::nullopt;
     const Entry* first = nullptr;
-    for (const std::string_view word : words.list()) {
+    SpokenWords::Walk walk(words);
+    for (std::string_view word; walk.next(word);) {
         if (!Characters::hasAtLeast(word, fewestSpokenCharacters)) continue;
         const auto found = byFirstWord_.find(std::string(word));
         if (found == byFirstWord_.end()) continue;

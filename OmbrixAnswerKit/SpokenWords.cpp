@@ -14,32 +14,35 @@ namespace {
 /// Shorter turns are an echo only when they are equal: "yes, yes" after "yes" is spoken twice.
 constexpr std::size_t fewestEchoWords = 4;
 
-/// Walks the words of a joined form.
-class Walk {
-  public:
-    explicit Walk(std::string_view joined) : rest_(joined) {}
-    bool next(std::string_view& word) {
-        if (rest_.empty()) return false;
-        word = rest_.substr(0, rest_.find(' '));
-        rest_.remove_prefix(std::min(rest_.size(), word.size() + 1));
-        return true;
+/// The distinct words, sorted. Repeats go before the list has grown to twice what is distinct.
+std::vector<std::string_view> distinct(const SpokenWords& words) {
+    std::vector<std::string_view> known;
+    const auto withoutRepeats = [&] {
+        std::ranges::sort(known);
+        known.erase(std::unique(known.begin(), known.end()), known.end());
+    };
+    std::size_t limit = 4096;
+    SpokenWords::Walk walk(words);
+    for (std::string_view word; walk.next(word);) {
+        if (known.size() == limit) {
+            withoutRepeats();
+            limit = std::max(limit, 2 * known.size());
+        }
+        known.push_back(word);
     }
-
-  private:
-    std::string_view rest_;
-};
+    withoutRepeats();
+    return known;
+}
 
 /// Four fifths of the distinct words of both texts together stand in both.
 bool shareMostWords(const SpokenWords& a, const SpokenWords& b) {
     const bool aIsSmaller = a.joined().size() <= b.joined().size();
-    auto known = (aIsSmaller ? a : b).list();
-    std::ranges::sort(known);
-    known.erase(std::unique(known.begin(), known.end()), known.end());
+    const auto known = distinct(aIsSmaller ? a : b);
     // As soon as the larger text has brought more than a quarter of new words the share is out of
     // reach, which for ordinary neighbours is after a few words.
     std::vector<bool> isShared(known.size());
     std::set<std::string_view> added;
-    Walk larger((aIsSmaller ? b : a).joined());
+    SpokenWords::Walk larger(aIsSmaller ? b : a);
     for (std::string_view word; larger.next(word);) {
         const auto place = std::ranges::lower_bound(known, word);
         if (place != known.end() && *place == word)
@@ -71,7 +74,7 @@ SpokenWords::SpokenWords(std::string_view text)
     : joined_(TextNormalize::runs(Text::folded(text))) {}
 
 bool SpokenWords::hasAtLeast(std::size_t n) const {
-    Walk walk(joined_);
+    Walk walk(*this);
     std::string_view word;
     std::size_t count = 0;
     while (count < n && walk.next(word)) ++count;
@@ -80,7 +83,7 @@ bool SpokenWords::hasAtLeast(std::size_t n) const {
 
 std::vector<std::string_view> SpokenWords::list() const {
     std::vector<std::string_view> words;
-    Walk walk(joined_);
+    Walk walk(*this);
     for (std::string_view word; walk.next(word);) words.push_back(word);
     return words;
 }

@@ -16,6 +16,8 @@ namespace ombrix::CommitmentExtractor {
 /// words in either form, so a text has the same words with curly ones and with straight ones.
 class SpokenWords {
   public:
+    class Walk;
+
     SpokenWords() = default;
     explicit SpokenWords(std::string_view text);
 
@@ -34,12 +36,29 @@ class SpokenWords {
     std::string joined_;
 };
 
+/// The words one after the other, without a list of them, which for short words takes eight times
+/// the memory of the text.
+class SpokenWords::Walk {
+  public:
+    explicit Walk(const SpokenWords& words) : rest_(words.joined()) {}
+    /// False behind the last.
+    bool next(std::string_view& word) {
+        if (rest_.empty()) return false;
+        word = rest_.substr(0, rest_.find(' '));
+        rest_.remove_prefix(word.size() < rest_.size() ? word.size() + 1 : word.size());
+        return true;
+    }
+
+  private:
+    std::string_view rest_;
+};
+
 /// What two spellings of one name have in common: its fold, trimmed of white space and newlines.
 std::string nameKey(std::string_view name);
 
 /// True when a recogniser heard the same words on two channels: `text` repeats the turn before it,
-/// word by word or nearly so. False without a turn before it. Time n log n in the words of the
-/// shorter text, linear in the other's.
+/// word by word or nearly so. False without a turn before it. Time n log n in the words, memory
+/// linear in the distinct ones.
 bool isEcho(std::string_view text, const TranscriptDocument::Turn* previous);
 /// The same for words that are at hand; false when either side has none.
 bool isEcho(const SpokenWords& words, const SpokenWords& previous);

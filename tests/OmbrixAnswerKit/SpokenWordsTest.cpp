@@ -102,6 +102,11 @@ TEST(SpokenWords, ATextThatRepeatsItselfIsComparedInLinearTime) {
     for (int i = 0; i < 200'000; ++i) distinct += std::to_string(i) + " ";
     EXPECT_TRUE(echoes(distinct, "x " + distinct));
     EXPECT_FALSE(echoes(distinct, "just four other words"));
+    // Four distinct words of five, each repeated far beyond what is kept at a time.
+    std::string four, five = "e ";
+    for (int i = 0; i < 20'000; ++i) four += "d c b a ", five += "a b c d ";
+    EXPECT_TRUE(echoes(four, five));
+    EXPECT_FALSE(echoes(four, "f " + five + "g"));
 }
 
 TEST(NameIndex, FindsTheNameThatWasAddedFirst) {
