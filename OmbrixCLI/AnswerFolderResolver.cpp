@@ -1,6 +1,9 @@
 #include "OmbrixCLI/AnswerFolderResolver.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <filesystem>
+#include <system_error>
 
 #include "OmbrixCLI/TranscriptReader.h"
 #include "OmbrixMemoryKit/EnginePaths.h"
@@ -12,8 +15,12 @@
 namespace ombrix::AnswerFolderResolver {
 
 Config::Config(const std::string& supportDirectory) {
+    constexpr std::uintmax_t largestSize = std::uintmax_t{1} << 30U;
+    const std::string path = Paths::joined(supportDirectory, "config.json");
+    std::error_code failure;  // gives a size beyond the largest
+    if (std::filesystem::file_size(path, failure) > largestSize) return;
     try {
-        content_ = Json::parse(Files::bytes(Paths::joined(supportDirectory, "config.json")));
+        content_ = Json::parse(Files::bytes(path));
     } catch (const Files::Error&) {
     } catch (const Json::SyntaxError&) {
     }

@@ -11,8 +11,8 @@
 
 namespace ombrix::AnswerFolderResolver {
 
-/// `config.json` of a support directory. A file that is missing, unreadable or no JSON object reads
-/// as one without keys; there is no message.
+/// `config.json` of a support directory. A file that is missing, unreadable, larger than 1 GiB or
+/// no JSON object reads as one without keys; there is no message.
 class Config {
   public:
     /// Reads the file once.

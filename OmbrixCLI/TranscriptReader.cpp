@@ -1,29 +1,45 @@
 #include "OmbrixCLI/TranscriptReader.h"
 
+#include <cstdint>
+#include <filesystem>
+#include <limits>
+#include <system_error>
+
 #include "OmbrixMarkdownKit/OmbrixTranscriptMarker.h"
 #include "OmbrixPlatform/Text.h"
 #include "OmbrixPlatform/Utf8.h"
 
 namespace ombrix {
+namespace {
 
-std::optional<std::string_view> TranscriptReader::text(const std::string& path) {
+/// Places in a text are counted in 32 bits where Unicode's boundaries are looked for; and a sparse
+/// file can claim more bytes than any memory holds.
+constexpr std::uintmax_t largestSize = std::numeric_limits<std::int32_t>::max();
+}  // namespace
+
+std::optional<std::string_view> TranscriptReader::bytes(const std::string& path) {
+    std::error_code failure;  // gives a size beyond the largest
+    if (std::filesystem::file_size(path, failure) > largestSize) return std::nullopt;
     const auto bytes = files_.read(path);
     if (!bytes || !Utf8::isValid(*bytes) || !OmbrixTranscriptMarker::declares(*bytes))
         return std::nullopt;
-    if (bytes->find('\r') == std::string_view::npos) return bytes;
-    lineFeeds_ = Text::withLineFeeds(*bytes);
-    return lineFeeds_;
+    return bytes;
 }
 
 std::optional<TranscriptDocument> TranscriptReader::document(const std::string& path) {
-    const auto found = text(path);
+    const auto found = bytes(path);
     if (!found) return std::nullopt;
     return MarkdownTranscriptParser::parse(*found);
 }
 
 std::optional<TranscriptReader::View> TranscriptReader::view(const std::string& path) {
-    const auto found = text(path);
-    const auto frame = found ? TranscriptSections::frame(*found) : std::nullopt;
+    auto text = bytes(path);
+    if (!text) return std::nullopt;
+    if (text->find('\r') != std::string_view::npos) {
+        lineFeeds_ = Text::withLineFeeds(*text);
+        text = lineFeeds_;
+    }
+    const auto frame = TranscriptSections::frame(*text);
     if (!frame) return std::nullopt;
     View view{{}, TranscriptSections::Sections(frame->body)};
     TranscriptSections::readHeader(frame->header, view.header);

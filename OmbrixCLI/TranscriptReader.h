@@ -12,8 +12,8 @@ namespace ombrix {
 
 class TranscriptReader {
   public:
-    /// The document of a file; nothing when it cannot be read, is not valid UTF-8, does not declare
-    /// itself ours or has no frontmatter.
+    /// The document of a file; nothing when it cannot be read, has 2 GiB or more, is not valid
+    /// UTF-8, does not declare itself ours or has no frontmatter.
     std::optional<TranscriptDocument> document(const std::string& path);
 
     /// The same file as views, which show the reader's buffer until the next call.
@@ -28,8 +28,8 @@ class TranscriptReader {
     std::optional<TranscriptDocument> peek(const std::string& path);
 
   private:
-    /// The text of a transcript of ours, with LF line ends.
-    std::optional<std::string_view> text(const std::string& path);
+    /// The bytes of a transcript of ours, as they stand in the file.
+    std::optional<std::string_view> bytes(const std::string& path);
 
     Files::Reader files_;
     std::string lineFeeds_;

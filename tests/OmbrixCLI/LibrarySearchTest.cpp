@@ -113,6 +113,9 @@ TEST_F(LibrarySearch, ReadingFileByFileFindsWhatRankingTheScanFinds) {
                                 "\ndate: 2026-02-15\nsource: Ombrix\n---\n\n## Notes\n\nalpha\n");
     write("crlf.md",
           "---\r\ndate: 2026-02-14\r\nsource: Ombrix\r\n---\r\n\r\n## Notes\r\n\r\nbeta\r\n");
+    // Of CR CR LF the first CR stays, so that this heading is none.
+    write("cr cr lf.md",
+          "---\ndate: 2026-02-13\nsource: Ombrix\n---\n\n## Notes\r\r\n\nalpha beta gamma\n");
 
     AnswerScope speaker;
     speaker.speaker = SpeakerFilter{.userName = "Tom", .minTurns = 1};
@@ -126,7 +129,9 @@ TEST_F(LibrarySearch, ReadingFileByFileFindsWhatRankingTheScanFinds) {
                                   {.folder = "elsewhere"},
                                   speaker};
     const auto documents = AnswerFolderResolver::scan(root(), "Memory");
-    ASSERT_EQ(documents.size(), 62U);
+    ASSERT_EQ(documents.size(), 63U);
+    for (const auto& [id, document] : documents)
+        EXPECT_TRUE(!id.ends_with("cr cr lf.md") || document.notes.empty());
     for (const char* question : {"alpha", "beta zeta", "1:1 alpha gamma", "\"alpha beta\" delta",
                                  "absent epsilon", "", "absent unheard"})
         for (const auto& scope : scopes) {
@@ -136,6 +141,15 @@ TEST_F(LibrarySearch, ReadingFileByFileFindsWhatRankingTheScanFinds) {
             EXPECT_EQ(streamed.scannedCount, whole.scannedCount);
             EXPECT_EQ(streamed.totalMatched, whole.totalMatched());
         }
+}
+
+TEST_F(LibrarySearch, AFileTooLargeToReadIsPassedOver) {
+    transcript("a.md", "2026-03-01", "alpha");
+    write("sparse.md", "");
+    std::filesystem::resize_file(root() + "/sparse.md", std::uintmax_t{1} << 40U);
+    EXPECT_THAT(scanned(), ElementsAre("a.md"));
+    for (const AnswerScope& scope : {AnswerScope::all, AnswerScope{.lastN = 1}})
+        EXPECT_EQ(search("alpha", scope).hits.size(), 1U);
 }
 
 TEST_F(LibrarySearch, TheLimitCutsWhatIsShownAndNotWhatIsCounted) {
@@ -192,6 +206,9 @@ TEST(AnswerFolderResolver, ConfigIsReadLeniently) {
         EXPECT_EQ(AnswerFolderResolver::userName(read), user) << text;
     }
     EXPECT_EQ(AnswerFolderResolver::userName(config(std::string(100'000, '['))), std::nullopt);
+    std::filesystem::resize_file(folder.path() + "/config.json", std::uintmax_t{1} << 40U);
+    EXPECT_EQ(AnswerFolderResolver::userName(AnswerFolderResolver::Config(folder.path())),
+              std::nullopt);
     EXPECT_EQ(AnswerFolderResolver::userName(AnswerFolderResolver::Config("/nowhere/at all")),
               std::nullopt);
 }
