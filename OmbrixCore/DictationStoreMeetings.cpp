@@ -118,7 +118,7 @@ std::optional<MeetingRecord> DictationStore::meeting(std::int64_t id) const {
 
 void DictationStore::updateMeeting(std::int64_t id, std::string_view title,
                                    std::string_view formattedNotes) const {
-    const Connection connection(databaseURL, Access::read);
+    const Connection connection(databaseURL, Access::write);
     Statement(connection, "UPDATE meetings SET title = ?, formatted_notes = ? WHERE id = ?")
         .bind(title)
         .bind(formattedNotes)

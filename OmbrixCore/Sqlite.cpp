@@ -17,6 +17,9 @@
 namespace ombrix::Sqlite {
 namespace {
 
+/// Rare enough to cost nothing, and still soon when each instruction makes a large text.
+constexpr int instructionsBetweenLooks = 1000;
+
 DatabaseError lastError(sqlite3* handle, std::string statement) {
     return {sqlite3_errcode(handle), sqlite3_errmsg(handle), std::move(statement)};
 }
@@ -46,7 +49,8 @@ std::string uriPath(const std::string& path) {
 
 void Connection::Close::operator()(sqlite3* handle) const { sqlite3_close(handle); }
 
-Connection::Connection(const std::string& path, Access access) {
+Connection::Connection(const std::string& path, Access access, double stepSeconds)
+    : stepSeconds_(stepSeconds) {
     if (const auto folder = Paths::parent(path); !folder.empty()) {
         Files::createDirectories(std::string(folder));
     }
@@ -62,6 +66,7 @@ void Connection::open(const std::string& name, int flags, const std::string& pat
         throw lastError(handle, "open " + path + (Files::isDirectory(path) ? " (a folder)" : ""));
     }
     sqlite3_busy_handler(handle, &Connection::waitForLock, this);
+    sqlite3_progress_handler(handle, instructionsBetweenLooks, &Connection::hasWorkedTooLong, this);
     // A database is foreign bytes: what its schema may call is limited to what does no harm.
     sqlite3_db_config(handle, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
 }
@@ -69,27 +74,47 @@ void Connection::open(const std::string& name, int flags, const std::string& pat
 /// SQLite's own wait sleeps up to a tenth of a second between two attempts. A writer that comes
 /// back at once then holds the lock again at nearly every attempt, and two seconds were not enough.
 /// So we look every half millisecond.
-int Connection::waitForLock(void* self, int attempt) {
+int Connection::waitForLock(void* self, int) {
     auto& connection = *static_cast<Connection*>(self);
-    const auto now = std::chrono::steady_clock::now();
-    if (attempt == 0) connection.firstAttempt_ = now;
-    const std::chrono::milliseconds limit(DictationStore::busyTimeoutMilliseconds);
-    if (now - connection.firstAttempt_ >= limit) return 0;
+    if (connection.waited_ >= std::chrono::milliseconds(DictationStore::busyTimeoutMilliseconds)) {
+        return 0;
+    }
+    const auto start = std::chrono::steady_clock::now();
     std::this_thread::sleep_for(std::chrono::microseconds(500));
+    connection.waited_ += std::chrono::steady_clock::now() - start;
     return 1;
+}
+
+/// Processor time, so that a slow disk is not taken for an endless computation.
+int Connection::hasWorkedTooLong(void* self) {
+    const auto& connection = *static_cast<const Connection*>(self);
+    const auto spent = static_cast<double>(std::clock() - connection.stepStart_);
+    return spent / CLOCKS_PER_SEC > connection.stepSeconds_ ? 1 : 0;
 }
 
 void Connection::enterWalMode(const std::string& path) {
     constexpr const char* pragma = "PRAGMA journal_mode=WAL";
-    if (tryExecute(pragma)) return;
-    const DatabaseError error = lastError(handle_.get(), pragma);
-    if (error.code() != SQLITE_READONLY || sqlite3_db_readonly(handle_.get(), "main") != 1) {
-        throw error;
+    while (!tryExecute(pragma)) {
+        const DatabaseError error = lastError(handle_.get(), pragma);
+        // Beside a writer of a database in another journal mode SQLite refuses at once, without
+        // asking the busy handler.
+        if (error.code() == SQLITE_BUSY && waitForLock(this, 0) != 0) continue;
+        if (error.code() != SQLITE_READONLY || sqlite3_db_readonly(handle_.get(), "main") != 1) {
+            throw error;
+        }
+        return makeReadable(path);
     }
-    // We may only read it. In WAL mode even that takes an index file beside it, which we cannot
-    // make in a folder without write access. Without a log the database file holds everything, and
-    // then it can be read as a file that does not change.
-    if (tryExecute("SELECT 1 FROM sqlite_master LIMIT 1") || Files::exists(path + "-wal")) return;
+}
+
+/// We may only read it. In WAL mode even that takes an index file beside it, which we cannot make
+/// in a folder without write access. Without a log or a journal the database file holds everything,
+/// and then it can be read as a file that does not change.
+void Connection::makeReadable(const std::string& path) {
+    if (tryExecute("SELECT 1 FROM sqlite_master LIMIT 1")) return;
+    // The index file cannot be made; anything else, a lock say, the statement will meet again.
+    const int refusal = sqlite3_errcode(handle_.get());
+    if (refusal != SQLITE_CANTOPEN && refusal != SQLITE_READONLY) return;
+    if (Files::exists(path + "-wal") || Files::exists(path + "-journal")) return;
     open("file:" + uriPath(path) + "?immutable=1", SQLITE_OPEN_READONLY | SQLITE_OPEN_URI, path);
 }
 
@@ -98,6 +123,7 @@ void Connection::execute(const char* script) const {
 }
 
 bool Connection::tryExecute(const char* script) const {
+    startStep();
     return sqlite3_exec(handle_.get(), script, nullptr, nullptr, nullptr) == SQLITE_OK;
 }
 
@@ -110,16 +136,24 @@ std::int64_t Connection::lastInsertedRowId() const {
 void Statement::Finalize::operator()(sqlite3_stmt* handle) const { sqlite3_finalize(handle); }
 
 Statement::Statement(const Connection& connection, std::string_view sql)
-    : connection_(connection.handle_.get()), sql_(sql) {
+    : connection_(connection), sql_(sql) {
+    connection_.startStep();  // reading the schema runs instructions, too
     sqlite3_stmt* handle = nullptr;
-    const int result = sqlite3_prepare_v2(connection_, sql_.c_str(),
+    const int result = sqlite3_prepare_v2(connection_.handle_.get(), sql_.c_str(),
                                           static_cast<int>(sql_.size()) + 1, &handle, nullptr);
     handle_.reset(handle);
     requireOk(result);
 }
 
 void Statement::requireOk(int result) const {
-    if (result != SQLITE_OK) throw lastError(connection_, sql_);
+    if (result != SQLITE_OK) throwLastError();
+}
+
+void Statement::throwLastError() const { throw lastError(connection_.handle_.get(), sql_); }
+
+int Statement::runStep() const {
+    connection_.startStep();
+    return sqlite3_step(handle_.get());
 }
 
 Statement& Statement::bind(std::string_view text) {
@@ -152,17 +186,17 @@ Statement& Statement::bind(std::optional<std::int64_t> number) {
 }
 
 bool Statement::step() {
-    const int result = sqlite3_step(handle_.get());
+    const int result = runStep();
     if (result == SQLITE_ROW) return true;
     if (result == SQLITE_DONE) return false;
-    throw lastError(connection_, sql_);
+    throwLastError();
 }
 
 void Statement::finish() {
-    if (sqlite3_step(handle_.get()) != SQLITE_DONE) throw lastError(connection_, sql_);
+    if (runStep() != SQLITE_DONE) throwLastError();
 }
 
-void Statement::tryFinish() { sqlite3_step(handle_.get()); }
+void Statement::tryFinish() { runStep(); }
 
 bool Statement::isNull(int column) const {
     return sqlite3_column_type(handle_.get(), column) == SQLITE_NULL;
@@ -172,7 +206,7 @@ std::string_view Statement::rawText(int column) const {
     const unsigned char* bytes = sqlite3_column_text(handle_.get(), column);
     if (bytes == nullptr) {
         // Either NULL, or a text there was no memory to convert.
-        if (sqlite3_errcode(connection_) == SQLITE_NOMEM) throw lastError(connection_, sql_);
+        if (sqlite3_errcode(connection_.handle_.get()) == SQLITE_NOMEM) throwLastError();
         return {};
     }
     const int size = sqlite3_column_bytes(handle_.get(), column);

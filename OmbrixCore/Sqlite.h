@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <ctime>
 #include <memory>
 #include <optional>
 #include <string>
@@ -19,13 +20,18 @@ namespace ombrix::Sqlite {
 /// tables, as it is.
 enum class Access { read, write };
 
+/// Processor time for one step. A search through a hundred thousand meetings takes a few seconds;
+/// a view over an endless recursion would take for ever.
+inline constexpr double defaultStepSeconds = 30;
+
 /// One connection, in WAL mode. It must outlive its statements.
 class Connection {
   public:
     /// Makes the folder (throws `Files::Error`) and an empty database when they are missing. A
     /// database that this user may not write keeps its journal mode and can still be read; in a
-    /// folder without write access, too, unless it has a log that only a writer can open.
-    Connection(const std::string& path, Access access);
+    /// folder without write access, too, unless it has a log or a journal that only a writer can
+    /// open. A step that takes more than `stepSeconds` of processor time is interrupted.
+    Connection(const std::string& path, Access access, double stepSeconds = defaultStepSeconds);
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;
 
@@ -42,10 +48,15 @@ class Connection {
     };
 
     static int waitForLock(void* self, int attempt);
+    static int hasWorkedTooLong(void* self);
     void open(const std::string& name, int flags, const std::string& path);
     void enterWalMode(const std::string& path);
+    void makeReadable(const std::string& path);
+    void startStep() const { stepStart_ = std::clock(); }
 
-    std::chrono::steady_clock::time_point firstAttempt_;
+    std::chrono::steady_clock::duration waited_{0};
+    double stepSeconds_;
+    mutable std::clock_t stepStart_ = 0;
     std::unique_ptr<sqlite3, Close> handle_;
 };
 
@@ -93,7 +104,10 @@ class Statement {
     void requireOk(int result) const;
     bool isNull(int column) const;
 
-    sqlite3* connection_;
+    int runStep() const;
+    [[noreturn]] void throwLastError() const;
+
+    const Connection& connection_;
     std::string sql_;
     std::unique_ptr<sqlite3_stmt, Finalize> handle_;
     int bound_ = 0;

@@ -4,11 +4,13 @@
 #include <unistd.h>
 
 #include <chrono>
+#include <functional>
 #include <random>
 #include <thread>
 
 #include "OmbrixCore/DictationStore.h"
 #include "OmbrixCore/RawDatabase.h"
+#include "OmbrixCore/Sqlite.h"
 #include "OmbrixPlatform/TestFolder.h"
 
 namespace ombrix {
@@ -34,6 +36,23 @@ DictationStore oneMeeting(const test::TestFolder& folder) {
     store.migrateIfNeeded();
     store.insertMeeting({.title = "one", .rawTranscript = std::string(40000, 'x')});
     return store;
+}
+
+/// What `work` returns in a process of its own; -1 when that did not end by itself.
+int inAnotherProcess(const std::function<int()>& work) {
+    const pid_t child = ::fork();
+    if (child == 0) ::_exit(work());
+    int status = -1;
+    ::waitpid(child, &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+/// The same as a user who owns nothing: the superuser may write everything.
+int asSomebodyElse(const std::function<int()>& work) {
+    return inAnotherProcess([&] {
+        if (::geteuid() == 0 && ::setresuid(65534, 65534, 65534) != 0) return 99;
+        return work();
+    });
 }
 
 std::string noise(std::size_t size) {
@@ -178,6 +197,15 @@ TEST(DictationStoreDamage, ALockIsWaitedOutForTwoSeconds) {
     EXPECT_EQ(store.meeting(1)->title, "theirs");
     EXPECT_EQ(store.meeting(1)->formattedNotes, "ours");
 
+    writer.rows("PRAGMA journal_mode=DELETE");
+    writer.run("BEGIN IMMEDIATE");
+    std::thread another([&] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(300));
+        writer.run("COMMIT");
+    });
+    EXPECT_EQ(complaint(store), "") << "in another journal mode";
+    another.join();
+
     writer.run("BEGIN IMMEDIATE");
     const auto start = Clock::now();
     try {
@@ -200,23 +228,65 @@ TEST(DictationStoreDamage, WhatMayNotBeWrittenCanStillBeRead) {
             test::RawDatabase(store.databaseURL).rows(std::string("PRAGMA journal_mode=") + mode);
             ASSERT_EQ(::chmod(store.databaseURL.c_str(), 0444), 0);
             ASSERT_EQ(::chmod(folder.path().c_str(), folderMode), 0);
-            const pid_t reader = ::fork();
-            if (reader == 0) {
-                // The superuser may write everything, so it becomes somebody else.
-                if (::geteuid() == 0 && ::setresuid(65534, 65534, 65534) != 0) ::_exit(1);
-                if (complaint(store) != "") ::_exit(2);
-                try {
-                    store.updateMeetingNotes(1, "x");
-                    ::_exit(3);
-                } catch (const DatabaseError& error) {
-                    if (error.code() != SQLITE_READONLY) ::_exit(4);
-                }
-                ::_exit(store.meeting(1)->formattedNotes.empty() ? 0 : 5);
-            }
-            int status = -1;
-            ::waitpid(reader, &status, 0);
-            EXPECT_EQ(WEXITSTATUS(status), 0) << mode << " " << folderMode;
+            EXPECT_EQ(asSomebodyElse([&] {
+                          if (complaint(store) != "") return 2;
+                          try {
+                              store.updateMeetingNotes(1, "x");
+                              return 3;
+                          } catch (const DatabaseError& error) {
+                              if (error.code() != SQLITE_READONLY) return 4;
+                          }
+                          return store.meeting(1)->formattedNotes.empty() ? 0 : 5;
+                      }),
+                      0)
+                << mode << " " << folderMode;
             ::chmod(folder.path().c_str(), 0755);
+        }
+    }
+}
+
+TEST(DictationStoreDamage, AChangeThatIsHalfInTheFileIsNeverRead) {
+    const test::TestFolder folder;
+    const DictationStore store = oneMeeting(folder);
+    test::RawDatabase(store.databaseURL).rows("PRAGMA journal_mode=DELETE");
+    // A writer dies when its pages are in the file already and can only be undone by the journal.
+    ASSERT_EQ(inAnotherProcess([&]() -> int {
+                  test::RawDatabase writer(store.databaseURL);
+                  writer.run("PRAGMA cache_size=1; PRAGMA cache_spill=1; BEGIN;");
+                  writer.run("UPDATE meetings SET title='half', raw_transcript=hex(zeroblob(1e6))");
+                  ::_exit(::access((store.databaseURL + "-journal").c_str(), F_OK));
+              }),
+              0);
+    ASSERT_EQ(::chmod(store.databaseURL.c_str(), 0444), 0);
+    ASSERT_EQ(::chmod(folder.path().c_str(), 0555), 0);
+    const std::string readOnly = "attempt to write a readonly database";
+    EXPECT_EQ(asSomebodyElse([&] { return complaint(store) == readOnly ? 0 : 1; }), 0);
+    ::chmod(folder.path().c_str(), 0755);
+    ::chmod(store.databaseURL.c_str(), 0644);
+    EXPECT_EQ(store.meeting(1)->title, "one");
+}
+
+TEST(DictationStoreDamage, ASchemaThatComputesForEverIsInterrupted) {
+    const std::string endless =
+        "WITH RECURSIVE c(x) AS (SELECT 1 UNION ALL SELECT x + 1 FROM c) SELECT max(x) FROM c";
+    const struct {
+        std::string schema;
+        const char* statement;
+    } cases[] = {
+        {"DROP TABLE meetings; CREATE VIEW meetings AS " + endless, "SELECT * FROM meetings"},
+        {"CREATE TRIGGER t AFTER UPDATE ON meetings BEGIN SELECT (" + endless + "); END",
+         "UPDATE meetings SET title = 'new'"},
+    };
+    for (const auto& [schema, statement] : cases) {
+        const test::TestFolder folder;
+        const DictationStore store = oneMeeting(folder);
+        test::RawDatabase(store.databaseURL).run(schema);
+        try {
+            const Sqlite::Connection connection(store.databaseURL, Sqlite::Access::write, 0.05);
+            Sqlite::Statement(connection, statement).finish();
+            ADD_FAILURE() << statement;
+        } catch (const DatabaseError& error) {
+            EXPECT_EQ(error.message(), "interrupted") << statement;
         }
     }
 }
