@@ -11,7 +11,7 @@ constexpr std::string_view lineBehindAnother = "\nsource: Ombrix";
 /// Only the carriage return right before the line feed belongs to the line end.
 bool endsLine(std::string_view rest) { return rest.starts_with('\n') || rest.starts_with("\r\n"); }
 
-/// As string_view's find, which stops at every line feed and so takes seven times as long on text
+/// As string_view's find, which stops at every line feed and so takes several times as long on text
 /// with short lines.
 std::size_t find(std::string_view text, std::string_view part, std::size_t from) {
     if (from == text.size()) return std::string_view::npos;  // an empty view may have no bytes
