@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "OmbrixMarkdownKit/QueryTokenizer.h"
 #include "OmbrixPlatform/RandomText.h"
 #include "OmbrixPlatform/Text.h"
