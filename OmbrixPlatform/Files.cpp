@@ -96,6 +96,9 @@ struct CloseFolder {
 };
 using Folder = std::unique_ptr<DIR, CloseFolder>;
 
+/// The system would read a path with a zero byte in it as the path in front of that byte.
+bool isPath(std::string_view path) { return path.find('\0') == std::string_view::npos; }
+
 enum class Entry { file, folder, neither };
 
 Entry kindOf(const dirent& entry, const std::string& path) {
@@ -118,7 +121,7 @@ bool exists(const std::string& path) { return ::access(path.c_str(), F_OK) == 0;
 
 bool isDirectory(const std::string& path) {
     struct stat facts {};
-    return ::stat(path.c_str(), &facts) == 0 && S_ISDIR(facts.st_mode);
+    return isPath(path) && ::stat(path.c_str(), &facts) == 0 && S_ISDIR(facts.st_mode);
 }
 
 std::string homeDirectory() {
@@ -174,6 +177,7 @@ std::optional<std::string> text(const std::string& path) {
 }
 
 void walk(const std::string& folder, const std::function<void(std::string path)>& visit) {
+    if (!isPath(folder)) return;
     std::vector<std::string> waiting{folder};
     while (!waiting.empty()) {
         const std::string place = std::move(waiting.back());

@@ -12,6 +12,7 @@
 #include <random>
 
 #include "OmbrixCLI/AnswerFolderResolver.h"
+#include "OmbrixPlatform/Files.h"
 #include "OmbrixPlatform/TestFolder.h"
 
 using namespace ombrix;
@@ -86,6 +87,14 @@ TEST_F(LibrarySearch, OnlyOurOwnReadableTranscriptsCount) {
     EXPECT_THAT(scanned(), ElementsAre("folder.md/inside.md", "Memory/people.md",
                                        "sub/line\nfeed.md", "sub/B.MD", "link.md", "a.md"));
     EXPECT_EQ(search("alpha", AnswerScope::all).scannedCount, 6);
+}
+
+TEST_F(LibrarySearch, AFolderWithAZeroByteInItsNameIsNone) {
+    transcript("a.md", "2026-03-01", "alpha");
+    std::filesystem::create_symlink("a.md", root() + "/link.md");
+    const std::string folder = root() + std::string("\0x", 2);
+    EXPECT_FALSE(Files::isDirectory(folder));
+    EXPECT_THAT(AnswerFolderResolver::transcriptPaths(folder, "Memory"), IsEmpty());
 }
 
 TEST_F(LibrarySearch, TheNewestStartComesFirstAndEqualOnesByPath) {
