@@ -24,6 +24,13 @@ constexpr const char* integerKind = "INT";
 constexpr const char* numberKind = "NUMBER";
 constexpr const char* textKind = "TEXT";
 
+/// The C library reads over white space before a number; on a command line it is a mistake.
+std::optional<double> parseNumber(std::string_view text) {
+    constexpr std::string_view whiteSpace = " \t\n\v\f\r";
+    if (text.find_first_of(whiteSpace) != std::string_view::npos) return std::nullopt;
+    return Numbers::parseDouble(text);
+}
+
 template <typename Number, typename Target>
 std::function<bool(const std::string&)> storing(std::optional<Number> (*parse)(std::string_view),
                                                 Target& target) {
@@ -92,7 +99,7 @@ void Command::option(const std::string& name, std::optional<std::int64_t>& targe
 }
 
 void Command::option(const std::string& name, double& target, const std::string& help) const {
-    addOption(name, help, numberKind, storing(&Numbers::parseDouble, target))
+    addOption(name, help, numberKind, storing(&parseNumber, target))
         .default_str(Numbers::shortest(target));
 }
 

@@ -16,13 +16,16 @@
 //     holds white space before any "="; these are values and positionals. An option's value may
 //     not be such an option word ("missing value"); `--name=-x` says it anyway. "--" ends the
 //     options.
-//   - "--help" or "-h" anywhere, not as an option's value and not behind "--", asks for help,
-//     whatever else is wrong with the line. So does the word "help" where a subcommand may stand
-//     ("help", "help meetings list", "meetings help list"), if only names of commands follow it.
+//   - "--help" or "-h" anywhere, but not behind "--", asks for help, whatever else is wrong with
+//     the line, a missing value ("--limit --help") included; `--name=--help` is a value. So does
+//     the word "help" where a subcommand may stand ("help", "help meetings list", "meetings help
+//     list"), if only names of commands follow it.
 //   - A command with subcommands and no work of its own prints its help. Options belong to the
 //     command whose name stands before them; one that has subcommands takes options only when no
 //     subcommand follows.
-//   - Numbers are decimal and strict: "010" is 10, and what does not fit is an error.
+//   - Nothing may stand around a number. Integers are decimal ("010" is 10), and one that does not
+//     fit is an error. Other numbers may be written as C writes them: "1e-3", "0x10", "inf"; what
+//     is too large is infinite.
 #pragma once
 
 #include <cstdint>

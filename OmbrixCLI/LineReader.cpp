@@ -97,8 +97,6 @@ class Reader {
             options_.push_back(arguments_[++next_]);
         } else {
             complain("Missing value for '" + name + "'");
-            // "--limit --help": the word is neither the value nor a call for help.
-            if (next_ + 1 < arguments_.size() && isHelpWord(arguments_[next_ + 1])) ++next_;
         }
     }
 

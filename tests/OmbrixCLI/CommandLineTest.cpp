@@ -125,6 +125,12 @@ TEST(CommandLine, ValuesComeThroughAsTheyWereTyped) {
         {{"folders", "list", "--name=-x"}, "list limit 10 ratio 1.0 name '-x'" + rest},
         {{"folders", "list", "--name=--help"}, "list limit 10 ratio 1.0 name '--help'" + rest},
         {{"folders", "list", "--all", "--all"}, "list limit 10 ratio 1.0 name none all" + rest},
+        // Nothing may stand around a number, whatever the C library would pass over.
+        {{"folders", "list", "--ratio", "+0x10"}, "list limit 10 ratio 16.0 name none" + rest},
+        {{"folders", "list", "--ratio", " 1"}, "wrong: The value ' 1' is invalid for '--ratio'"},
+        {{"folders", "list", "--ratio=\n1"}, "wrong: The value '\n1' is invalid for '--ratio'"},
+        {{"folders", "list", "--ratio", "1 "}, "wrong: The value '1 ' is invalid for '--ratio'"},
+        {{"folders", "list", "--limit", " 1"}, "wrong: The value ' 1' is invalid for '--limit'"},
     });
 }
 
@@ -171,8 +177,8 @@ TEST(CommandLine, HelpIsFoundAnywhereButNotWhereItIsAValue) {
         {{"help", "folders", "list"}, "help: List folders."},
         {{"help", "help"}, "help: A small tool."},
         {{"help", "ask", "why"}, "wrong: Unknown command 'why'"},
-        {{"folders", "list", "--limit", "--help"}, "wrong: Missing value for '--limit'"},
-        {{"folders", "list", "--limit", "-h"}, "wrong: Missing value for '--limit'"},
+        {{"folders", "list", "--limit", "--help"}, "help: List folders."},
+        {{"folders", "list", "--name", "-h", "--all"}, "help: List folders."},
         {{"folders", "list", "--limit", "--"}, "wrong: Missing value for '--limit'"},
         {{"--help=yes"}, "wrong: Unknown option '--help=yes'"},
     });
