@@ -40,6 +40,15 @@ bool TranscriptDocument::hasUserNotes() const {
     return !written.empty() && written != notesPlaceholder;
 }
 
+Json::Value encode(const TranscriptDocument::Turn& turn) {
+    return Json::object({{"speaker", turn.speaker}, {"text", turn.text}});
+}
+
+TranscriptDocument::Turn decodeTurn(const Json::Object& in) {
+    return {.speaker = in.required<std::string>("speaker"),
+            .text = in.required<std::string>("text")};
+}
+
 std::optional<TranscriptDocument> MarkdownTranscriptParser::parse(std::string_view text) {
     std::string lineFeeds;
     if (Text::contains(text, "\r\n")) {
@@ -51,3 +60,21 @@ std::optional<TranscriptDocument> MarkdownTranscriptParser::parse(std::string_vi
     return documentOf(*found);
 }
 }  // namespace ombrix
+
+std::size_t std::hash<ombrix::TranscriptDocument::Turn>::operator()(
+    const ombrix::TranscriptDocument::Turn& turn) const noexcept {
+    const std::hash<std::string> text;
+    return text(turn.speaker) * 31 + text(turn.text);
+}
+
+std::size_t std::hash<ombrix::TranscriptDocument>::operator()(
+    const ombrix::TranscriptDocument& document) const noexcept {
+    std::size_t result = 0;
+    const std::hash<std::string> text;
+    for (const std::string* field : {&document.title, &document.date, &document.startedAt,
+                                     &document.notes, &document.summary, &document.meetingNotes})
+        result = result * 31 + text(*field);
+    for (const auto& turn : document.turns)
+        result = result * 31 + std::hash<ombrix::TranscriptDocument::Turn>()(turn);
+    return result;
+}

@@ -23,11 +23,15 @@
 //   And we say so in April.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "OmbrixPlatform/Json.h"
 
 namespace ombrix {
 
@@ -78,6 +82,10 @@ struct TranscriptDocument {
     bool operator==(const TranscriptDocument&) const = default;
 };
 
+/// Under the keys "speaker" and "text", both required. Throws `Json::DecodingError`.
+Json::Value encode(const TranscriptDocument::Turn& turn);
+TranscriptDocument::Turn decodeTurn(const Json::Object& in);
+
 namespace MarkdownTranscriptParser {
 
 /// The document of a file's text; nothing when the text is no transcript, that is, when it does not
@@ -86,3 +94,14 @@ namespace MarkdownTranscriptParser {
 std::optional<TranscriptDocument> parse(std::string_view text);
 }  // namespace MarkdownTranscriptParser
 }  // namespace ombrix
+
+template <>
+struct std::hash<ombrix::TranscriptDocument::Turn> {
+    std::size_t operator()(const ombrix::TranscriptDocument::Turn& turn) const noexcept;
+};
+
+/// Linear in the turns; documents that differ elsewhere only may share a hash.
+template <>
+struct std::hash<ombrix::TranscriptDocument> {
+    std::size_t operator()(const ombrix::TranscriptDocument& document) const noexcept;
+};

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <unordered_set>
 
 #include "OmbrixMarkdownKit/TranscriptSections.h"
 #include "OmbrixPlatform/RandomText.h"
@@ -335,6 +336,24 @@ TEST(MarkdownTranscript, AHundredThousandTurnsAndHeadingsAreLinear) {
     std::string open = "---\n\n---\n## Transcript\n**A:** x";
     for (int i = 0; i < 100'000; ++i) open += "\n\n**";
     EXPECT_EQ(parse(open)->turns.size(), 1U);
+}
+
+TEST(MarkdownTranscript, ATurnIsReadBackFromItsJSON) {
+    const Turn turn{.speaker = "Zoë \"Z\"", .text = "one\n\ntwo / three"};
+    const std::string text = Json::write(encode(turn), Json::Style::canonical);
+    EXPECT_EQ(text, R"({"speaker":"Zoë \"Z\"","text":"one\n\ntwo / three"})");
+    EXPECT_EQ(decodeTurn(Json::Object(Json::parse(text))), turn);
+    const Json::Value incomplete = Json::parse(R"({"speaker":"Ann","text":null})");
+    EXPECT_THROW(decodeTurn(Json::Object(incomplete)), Json::DecodingError);
+}
+
+TEST(MarkdownTranscript, EqualDocumentsMeetInASet) {
+    const auto document = parse(whole).value();
+    auto other = document;
+    other.turns.back().speaker += "x";
+    EXPECT_EQ((std::unordered_set<TranscriptDocument>{document, document, other}).size(), 2U);
+    // The border between name and words counts.
+    EXPECT_EQ((std::unordered_set<Turn>{{"a", "bc"}, {"ab", "c"}, {"a", "bc"}}).size(), 2U);
 }
 }  // namespace
 }  // namespace ombrix
