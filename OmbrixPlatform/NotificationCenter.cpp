@@ -1,6 +1,5 @@
 #include "OmbrixPlatform/NotificationCenter.h"
 
-#include <gio/gio.h>
 #include <sys/stat.h>
 
 #include <memory>
@@ -8,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "OmbrixPlatform/Gio.h"
 #include "OmbrixPlatform/Paths.h"
 #include "OmbrixPlatform/Process.h"
 #include "OmbrixPlatform/Text.h"
@@ -15,6 +15,10 @@
 
 namespace ombrix::NotificationCenter {
 namespace {
+
+/// Only called where it is known that there is such a library.
+const Gio& gio() { return *Gio::library(); }
+
 constexpr const char* objectPath = "/com/ombrix/Notifications";
 constexpr const char* interfaceName = "com.ombrix.Notifications";
 constexpr const char* signalName = "Posted";
@@ -27,7 +31,7 @@ constexpr unsigned abandonAfterMilliseconds = 450;
 
 template <typename T>
 struct Unref {
-    void operator()(T* object) const { g_object_unref(object); }
+    void operator()(T* object) const { gio().g_object_unref(object); }
 };
 using Connection = std::unique_ptr<GDBusConnection, Unref<GDBusConnection>>;
 using Result = std::unique_ptr<GAsyncResult, Unref<GAsyncResult>>;
@@ -36,10 +40,11 @@ using Cancellable = std::unique_ptr<GCancellable, Unref<GCancellable>>;
 /// A main context that is the thread's own while this stands, with the time limit running in it.
 class LimitedContext {
   public:
-    LimitedContext() : context_(g_main_context_new()), cancellable_(g_cancellable_new()) {
-        g_main_context_push_thread_default(context_);
+    LimitedContext()
+        : context_(gio().g_main_context_new()), cancellable_(gio().g_cancellable_new()) {
+        gio().g_main_context_push_thread_default(context_);
         cancelTimer_ = timer(cancelAfterMilliseconds, [](void* self) -> gboolean {
-            g_cancellable_cancel(static_cast<LimitedContext*>(self)->cancellable());
+            gio().g_cancellable_cancel(static_cast<LimitedContext*>(self)->cancellable());
             return G_SOURCE_REMOVE;
         });
         abandonTimer_ = timer(abandonAfterMilliseconds, [](void* self) -> gboolean {
@@ -49,11 +54,11 @@ class LimitedContext {
     }
     ~LimitedContext() {
         for (GSource* source : {cancelTimer_, abandonTimer_}) {
-            g_source_destroy(source);
-            g_source_unref(source);
+            gio().g_source_destroy(source);
+            gio().g_source_unref(source);
         }
-        g_main_context_pop_thread_default(context_);
-        g_main_context_unref(context_);
+        gio().g_main_context_pop_thread_default(context_);
+        gio().g_main_context_unref(context_);
     }
     LimitedContext(const LimitedContext&) = delete;
     LimitedContext& operator=(const LimitedContext&) = delete;
@@ -71,10 +76,10 @@ class LimitedContext {
             [](GObject*, GAsyncResult* result, void* data) {
                 const std::unique_ptr<std::shared_ptr<Outcome>> owned(
                     static_cast<std::shared_ptr<Outcome>*>(data));
-                (*owned)->result.reset(static_cast<GAsyncResult*>(g_object_ref(result)));
+                (*owned)->result.reset(static_cast<GAsyncResult*>((gio().g_object_ref)(result)));
             },
             slot);
-        while (!outcome->result && !isOver_) g_main_context_iteration(context_, TRUE);
+        while (!outcome->result && !isOver_) gio().g_main_context_iteration(context_, TRUE);
         return std::move(outcome->result);
     }
 
@@ -84,9 +89,9 @@ class LimitedContext {
     };
 
     GSource* timer(unsigned milliseconds, GSourceFunc function) {
-        GSource* source = g_timeout_source_new(milliseconds);
-        g_source_set_callback(source, function, this, nullptr);
-        g_source_attach(source, context_);
+        GSource* source = gio().g_timeout_source_new(milliseconds);
+        gio().g_source_set_callback(source, function, this, nullptr);
+        gio().g_source_attach(source, context_);
         return source;
     }
 
@@ -116,9 +121,9 @@ std::string busAddress() {
     const auto runtime = Process::environment("XDG_RUNTIME_DIR");
     if (!runtime || runtime->empty()) return {};
     const std::string socket = Paths::joined(*runtime, "bus");
-    if (!isSocket(socket)) return {};
-    const std::unique_ptr<char, decltype(&g_free)> escaped(
-        g_dbus_address_escape_value(socket.c_str()), &g_free);
+    if (!isSocket(socket) || Gio::library() == nullptr) return {};
+    const std::unique_ptr<char, decltype(gio().g_free)> escaped(
+        gio().g_dbus_address_escape_value(socket.c_str()), gio().g_free);
     return std::string("unix:path=") + escaped.get();
 }
 
@@ -132,30 +137,30 @@ Connection connect(LimitedContext& context, const std::string& address) {
         static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
                                           G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION);
     const Result result = context.await([&](GAsyncReadyCallback callback, void* data) {
-        g_dbus_connection_new_for_address(address.c_str(), flags, nullptr, context.cancellable(),
-                                          callback, data);
+        gio().g_dbus_connection_new_for_address(address.c_str(), flags, nullptr,
+                                                context.cancellable(), callback, data);
     });
     if (!result) return nullptr;
-    return Connection(g_dbus_connection_new_for_address_finish(result.get(), nullptr));
+    return Connection(gio().g_dbus_connection_new_for_address_finish(result.get(), nullptr));
 }
 }  // namespace
 
 void post(std::string_view name, std::optional<std::string_view> object) {
     const std::string address = busAddress();
-    if (address.empty()) return;
+    if (address.empty() || Gio::library() == nullptr) return;
     LimitedContext context;
     const Connection connection = connect(context, address);
     if (!connection) return;
-    GVariant* arguments = g_variant_new("(ss)", busString(name).c_str(),
-                                        busString(object.value_or(std::string_view())).c_str());
-    if (!g_dbus_connection_emit_signal(connection.get(), nullptr, objectPath, interfaceName,
-                                       signalName, arguments, nullptr)) {
+    GVariant* arguments = gio().g_variant_new(
+        "(ss)", busString(name).c_str(), busString(object.value_or(std::string_view())).c_str());
+    if (!gio().g_dbus_connection_emit_signal(connection.get(), nullptr, objectPath, interfaceName,
+                                             signalName, arguments, nullptr)) {
         return;
     }
     // Emitting only queues the message for GIO's thread, and the process may end right behind us.
     const Result flushed = context.await([&](GAsyncReadyCallback callback, void* data) {
-        g_dbus_connection_flush(connection.get(), context.cancellable(), callback, data);
+        gio().g_dbus_connection_flush(connection.get(), context.cancellable(), callback, data);
     });
-    if (flushed) g_dbus_connection_flush_finish(connection.get(), flushed.get(), nullptr);
+    if (flushed) gio().g_dbus_connection_flush_finish(connection.get(), flushed.get(), nullptr);
 }
 }  // namespace ombrix::NotificationCenter
