@@ -1,6 +1,7 @@
 // A whole-tool case: a folder that holds a library, command lines, and what must come of them.
 //
-//   library/, support/   copied into a fresh folder, {folder}; both exist there in any case
+//   library/, support/   copied into a fresh folder, {folder}; both exist there in any case; may be
+//                        links to folders elsewhere in the sources
 //   database.sql         run on a new support/ombrix.db that has the store's own tables
 //   desktop              a running application: what it hears and how it answers (FakeDesktop.cpp)
 //   heard                what it must have heard over the whole case: "name<TAB>object" lines

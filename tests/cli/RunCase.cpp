@@ -72,7 +72,7 @@ class CaseRunner {
             const fs::path source = fs::path(case_) / part;
             fs::create_directories(fs::path(folder_.path()) / part);
             if (fs::exists(source)) {
-                fs::copy(source, fs::path(folder_.path()) / part,
+                fs::copy(fs::canonical(source), fs::path(folder_.path()) / part,
                          fs::copy_options::recursive | fs::copy_options::copy_symlinks);
             }
         }
