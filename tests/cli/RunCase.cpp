@@ -107,7 +107,12 @@ class CaseRunner {
                   .outputTo = std::nullopt};
         for (const auto& argument : run.arguments)
             call.arguments.push_back(names_.filled(argument));
-        for (const auto& line : run.environment) call.environment.push_back(names_.filled(line));
+        for (const auto& line : run.environment) {
+            // Of two variables of one name a program sees the first.
+            const std::string name = line.substr(0, line.find('=') + 1);
+            std::erase_if(call.environment, [&](const auto& old) { return old.starts_with(name); });
+            call.environment.push_back(names_.filled(line));
+        }
         const Outcome outcome = ToolTests::run(call);
         const std::string output = names_.normalised(outcome.output);
         const std::string errors = names_.normalised(outcome.errors);
