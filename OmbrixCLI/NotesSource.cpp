@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <filesystem>
 #include <stdexcept>
 #include <system_error>
 
@@ -43,6 +44,14 @@ std::string fromStandardInput() {
 }
 
 std::string fromFile(const std::string& path) {
+    // The system has no words for this refusal: "Invalid argument" is all that reading says.
+    std::error_code unknown;
+    using std::filesystem::file_type;
+    const file_type kind = std::filesystem::status(path, unknown).type();
+    if (kind == file_type::fifo || kind == file_type::socket || kind == file_type::character ||
+        kind == file_type::block) {
+        throw std::runtime_error("Cannot read \"" + path + "\": not a regular file");
+    }
     std::string bytes = Files::bytes(path);
     if (!Utf8::isValid(bytes)) {
         throw std::runtime_error("The file " + path + " is not valid UTF-8.");

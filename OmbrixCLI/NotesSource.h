@@ -11,6 +11,7 @@ namespace ombrix::NotesSource {
 std::string fromStandardInput();
 
 /// The text of a regular file. Throws `Files::Error` when it cannot be read and
-/// `std::runtime_error` when it is not valid UTF-8.
+/// `std::runtime_error` when it is another kind of file (a pipe would be waited for) or not valid
+/// UTF-8.
 std::string fromFile(const std::string& path);
 }  // namespace ombrix::NotesSource

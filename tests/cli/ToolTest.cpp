@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 #include <sqlite3.h>
 #include <sys/socket.h>
+#include <sys/stat.h>
 #include <sys/un.h>
 #include <unistd.h>
 
@@ -108,6 +109,21 @@ TEST_F(Tool, NotesAreNotReadForAMeetingThatIsNotThere) {
     const Outcome outcome = run(call);
     EXPECT_EQ(outcome.status, 3);
     EXPECT_THAT(outcome.output, HasSubstr("No meeting exists with id 7."));
+}
+
+TEST_F(Tool, NotesAreTakenFromARegularFileOnlyAndTheRefusalSaysSo) {
+    makeDatabase();
+    const std::string pipe = folder_.path() + "/pipe";
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    for (const std::string& file : {pipe, std::string("/dev/zero"), std::string("/dev/stdin")}) {
+        Call call = callOf({"meetings", "update-notes", "1", "--file", file});
+        call.timeoutSeconds = 20;  // nobody ever writes into the pipe
+        const Outcome outcome = run(call);
+        EXPECT_EQ(outcome.status, 1) << file;
+        EXPECT_THAT(outcome.errors, HasSubstr("\"" + file + "\": not a regular file")) << file;
+        EXPECT_THAT(outcome.output, IsEmpty());
+    }
+    EXPECT_EQ(notes(), "before");
 }
 
 TEST_F(Tool, AClosedStandardInputIsNoEmptyBody) {
