@@ -4,9 +4,11 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <csignal>
 #include <iostream>
 #include <map>
+#include <system_error>
 
 #include "OmbrixCore/DictationStore.h"
 #include "Sql.h"
@@ -52,6 +54,33 @@ volatile std::sig_atomic_t writerMustStop = 0;
     ::_exit(0);
 }
 
+/// The writer's process. A test that fails early must not leave it behind: it would fill the disk.
+class Writer {
+  public:
+    Writer(const std::string& database, const std::string& report) : process_(::fork()) {
+        if (process_ == 0) writeUntilStopped(database, report);
+        if (process_ < 0) throw std::system_error(errno, std::generic_category(), "fork");
+    }
+    ~Writer() { stop(); }
+    Writer(const Writer&) = delete;
+    Writer& operator=(const Writer&) = delete;
+
+    /// The status it ended with, as `waitpid` gives it.
+    int stop() {
+        if (process_ > 0) {
+            ::kill(process_, SIGTERM);
+            while (::waitpid(process_, &status_, 0) < 0 && errno == EINTR) {
+            }
+            process_ = -1;
+        }
+        return status_;
+    }
+
+  private:
+    pid_t process_;
+    int status_ = -1;
+};
+
 class StoreUnderFire : public testing::Test {
   protected:
     Outcome tool(std::vector<std::string> arguments) const {
@@ -78,9 +107,7 @@ TEST_F(StoreUnderFire, NothingFailsAndNothingIsLostBesideABusyWriter) {
     store.migrateIfNeeded();
     for (int i = 1; i <= meetingsAtFirst; ++i) store.insertMeeting(meeting("first"));
     const std::string report = folder_.path() + "/writer";
-    const pid_t writer = ::fork();
-    ASSERT_GE(writer, 0);
-    if (writer == 0) writeUntilStopped(database_, report);
+    Writer writer(database_, report);
 
     std::map<int, std::string> notes;
     for (int i = 0; i < toolRuns; ++i) {
@@ -99,10 +126,7 @@ TEST_F(StoreUnderFire, NothingFailsAndNothingIsLostBesideABusyWriter) {
         }
         ASSERT_EQ(outcome.status, 0) << "run " << i << "\n" << outcome.output << outcome.errors;
     }
-    ::kill(writer, SIGTERM);
-    int status = 0;
-    ASSERT_EQ(::waitpid(writer, &status, 0), writer);
-    ASSERT_EQ(status, 0);
+    ASSERT_EQ(writer.stop(), 0);
 
     const int rounds = std::stoi(fileText(report));
     EXPECT_GT(rounds, 0);
