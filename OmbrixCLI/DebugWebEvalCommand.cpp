@@ -17,7 +17,8 @@ struct WebEvalOptions {
     GlobalOptions global;
 };
 
-/// The two files of one request. They are gone when it is over, however it ends.
+/// The two files of one request. They are gone when it is answered, given up or failed; a signal
+/// that ends the process leaves them.
 class RequestFiles {
   public:
     RequestFiles(std::string_view supportDirectory, const std::string& requestId)
