@@ -12,6 +12,9 @@ namespace ombrix::OmbrixPaths {
 namespace {
 constexpr std::string_view applicationFolder = "/Applications/Ombrix.app";
 
+/// Larger files are none that a bundle names itself in, and must not fill the memory.
+constexpr std::size_t maximalPropertyListBytes = (std::size_t{1} << 20) + 1;
+
 bool speaks(const std::optional<std::string>& value) { return value && !value->empty(); }
 
 /// The first of the two variables that is set, also when it is empty.
@@ -76,7 +79,8 @@ std::string enclosingAppSupportDirectoryName(const std::optional<std::string>& e
     if (const auto bundle =
             executable ? enclosingBundle(resolvingLinks(*executable)) : std::nullopt) {
         Files::Reader reader;
-        if (const auto bytes = reader.read(Paths::joined(*bundle, "Contents/Info.plist"))) {
+        if (const auto bytes = reader.read(Paths::joined(*bundle, "Contents/Info.plist"),
+                                           maximalPropertyListBytes)) {
             name = PropertyList::string(*bytes, "OmbrixSupportDirectoryName");
         }
     }

@@ -117,12 +117,14 @@ TEST(OmbrixPaths, WithoutANamingBundleTheNameIsOmbrix) {
                  "<string></string></dict></plist>");
     folder.write("Garbage.app/Contents/Info.plist", "garbage");
     folder.write("Folder.app/Contents/Info.plist/x", "");
+    std::filesystem::resize_file(folder.write("Huge.app/Contents/Info.plist", infoPlist), 1L << 40);
     folder.write("Upper.APP/Contents/Info.plist", infoPlist);
     const auto name = OmbrixPaths::enclosingAppSupportDirectoryName;
     EXPECT_EQ(name(folder.at("Outer.app/Contents/MacOS/ombrix-cli")), "Ombrix Dev");
     for (const char* executable :
          {"Outer.app/Inner.app/ombrix-cli", "Empty.app/ombrix-cli", "Garbage.app/ombrix-cli",
-          "Folder.app/ombrix-cli", "Upper.APP/ombrix-cli", "plain/ombrix-cli", "Outer.app"}) {
+          "Folder.app/ombrix-cli", "Huge.app/ombrix-cli", "Upper.APP/ombrix-cli",
+          "plain/ombrix-cli", "Outer.app"}) {
         EXPECT_EQ(name(folder.at(executable)), "Ombrix") << executable;
     }
     for (const char* executable : {"", "/", "/ombrix-cli", "ombrix-cli", "/nowhere.app/x"}) {
