@@ -26,6 +26,16 @@ void sortNewestFirst(std::vector<Entry>& entries) {
     std::ranges::sort(entries, std::less<>(), place);
 }
 
+/// Keeps what scores need. Where each keyword stands is asked again of the few files that are
+/// shown; a long question over a large library would otherwise hold it for all of them.
+void forgetPlaces(DocumentEvidence& evidence) {
+    for (TermEvidence& term : evidence.terms) {
+        term.turnIndexes = std::vector<std::size_t>();
+        term.bodyIndexes = std::vector<std::size_t>();
+    }
+    evidence.terms.shrink_to_fit();
+}
+
 /// The scope without its count, which needs all the others in order.
 AnswerScope withoutCount(AnswerScope scope) {
     scope.lastN.reset();
@@ -97,6 +107,7 @@ bool Search::read(Entry& entry) {
     } else {
         entry.evidence = collector_.collect(view->header, view->sections);
     }
+    forgetPlaces(entry.evidence);
     entry.start = startOf(view->header);
     return true;
 }
