@@ -24,9 +24,10 @@ DatabaseError lastError(sqlite3* handle, std::string statement) {
     return {sqlite3_errcode(handle), sqlite3_errmsg(handle), std::move(statement)};
 }
 
-bool isEmptyFile(const std::string& path) {
+/// True for a file that SQLite takes for a new database, which it does up to one byte.
+bool isNewFile(const std::string& path) {
     std::error_code error;
-    return std::filesystem::file_size(path, error) == 0 && !error;
+    return std::filesystem::file_size(path, error) <= 1 && !error;
 }
 
 /// The path as a part of a URI: what could end it there is spelled in hexadecimal.
@@ -55,7 +56,7 @@ Connection::Connection(const std::string& path, Access access, double stepSecond
         Files::createDirectories(std::string(folder));
     }
     open(path, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, path);
-    if (access == Access::write || !isEmptyFile(path)) enterWalMode(path);
+    if (access == Access::write || !isNewFile(path)) enterWalMode(path);
 }
 
 void Connection::open(const std::string& name, int flags, const std::string& path) {

@@ -73,6 +73,7 @@ TEST(DictationStoreDamage, WhatIsNoDatabaseIsReportedAndLeftAsItIs) {
         std::string complaint;
     } cases[] = {
         {"empty", "", "no such table: meetings"},
+        {"one byte, which SQLite takes for empty", "x", "no such table: meetings"},
         {"text", "This is a text that somebody named like a database. " + std::string(500, '.'),
          "file is not a database"},
         {"noise", noise(8192), "file is not a database"},
