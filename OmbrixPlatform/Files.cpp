@@ -40,10 +40,17 @@ class Descriptor {
     int fd_;
 };
 
+/// The system would read a path with a zero byte in it as the path in front of that byte.
+bool isPath(std::string_view path) { return path.find('\0') == std::string_view::npos; }
+
 /// Opens a regular file, never waiting for another kind of file to answer: even to open a device or
 /// a pipe can do something, so its kind is asked first, and once more of what was opened. With
 /// `errno` set when the descriptor is not open.
 Descriptor openRegular(const std::string& path, struct stat& facts) {
+    if (!isPath(path)) {
+        errno = ENOENT;
+        return Descriptor(-1);
+    }
     if (::stat(path.c_str(), &facts) != 0) return Descriptor(-1);
     if (S_ISREG(facts.st_mode)) {
         Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
@@ -96,9 +103,6 @@ struct CloseFolder {
 };
 using Folder = std::unique_ptr<DIR, CloseFolder>;
 
-/// The system would read a path with a zero byte in it as the path in front of that byte.
-bool isPath(std::string_view path) { return path.find('\0') == std::string_view::npos; }
-
 enum class Entry { file, folder, neither };
 
 Entry kindOf(const dirent& entry, const std::string& path) {
@@ -117,7 +121,7 @@ Error::Error(int code, std::string_view operation, std::string_view path)
     : std::system_error(code, std::generic_category(),
                         std::string(operation) + " \"" + std::string(path) + "\"") {}
 
-bool exists(const std::string& path) { return ::access(path.c_str(), F_OK) == 0; }
+bool exists(const std::string& path) { return isPath(path) && ::access(path.c_str(), F_OK) == 0; }
 
 bool isDirectory(const std::string& path) {
     struct stat facts {};
@@ -201,6 +205,7 @@ void createDirectories(const std::string& path) {
 }
 
 void writeAtomically(const std::string& path, std::string_view content) {
+    if (!isPath(path)) throw Error(ENOENT, "Cannot write", path);
     const std::string target = destination(path);
     const std::string folder(Paths::parent(target));
     const std::string temporary =
@@ -223,5 +228,5 @@ void writeAtomically(const std::string& path, std::string_view content) {
     flushFolder(folder);
 }
 
-bool remove(const std::string& path) { return ::unlink(path.c_str()) == 0; }
+bool remove(const std::string& path) { return isPath(path) && ::unlink(path.c_str()) == 0; }
 }  // namespace ombrix::Files

@@ -25,7 +25,8 @@ constexpr const char* signalName = "Posted";
 
 // GIO's own time limits are 25 seconds and more, and it has none while a bus authenticates us. So
 // each step runs on a main context of ours, is cancelled when the time is over, and is left to
-// itself when it does not heed that. Together they stay below half a second.
+// itself when it does not heed that. A bus that never speaks is given up in the first step, below
+// half a second; one that is only slow gets the time anew for the second.
 constexpr unsigned cancelAfterMilliseconds = 400;
 constexpr unsigned abandonAfterMilliseconds = 450;
 
@@ -132,7 +133,8 @@ std::string busString(std::string_view text) {
     return Text::replacingAll(Utf8::repaired(text), std::string_view("\0", 1), "\xEF\xBF\xBD");
 }
 
-Connection connect(LimitedContext& context, const std::string& address) {
+Connection connect(const std::string& address) {
+    LimitedContext context;
     constexpr auto flags =
         static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
                                           G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION);
@@ -148,8 +150,7 @@ Connection connect(LimitedContext& context, const std::string& address) {
 void post(std::string_view name, std::optional<std::string_view> object) {
     const std::string address = busAddress();
     if (address.empty() || Gio::library() == nullptr) return;
-    LimitedContext context;
-    const Connection connection = connect(context, address);
+    const Connection connection = connect(address);
     if (!connection) return;
     GVariant* arguments = gio().g_variant_new(
         "(ss)", busString(name).c_str(), busString(object.value_or(std::string_view())).c_str());
@@ -157,6 +158,7 @@ void post(std::string_view name, std::optional<std::string_view> object) {
                                              signalName, arguments, nullptr)) {
         return;
     }
+    LimitedContext context;
     // Emitting only queues the message for GIO's thread, and the process may end right behind us.
     const Result flushed = context.await([&](GAsyncReadyCallback callback, void* data) {
         gio().g_dbus_connection_flush(connection.get(), context.cancellable(), callback, data);

@@ -244,6 +244,20 @@ TEST(Files, FoldersAreMadeAndFilesRemoved) {
     EXPECT_FALSE(Files::exists(file));
 }
 
+TEST(Files, APathWithAZeroByteIsNotThePathInFrontOfIt) {
+    const test::TestFolder folder;
+    const std::string file = folder.write("a", "kept");
+    const std::string cut = file + std::string("\0b", 2);
+    Files::Reader reader;
+    EXPECT_FALSE(Files::exists(cut));
+    EXPECT_FALSE(reader.read(cut));
+    EXPECT_FALSE(Files::text(cut));
+    EXPECT_THROW(Files::bytes(cut), Files::Error);
+    EXPECT_THROW(Files::writeAtomically(cut, "lost"), Files::Error);
+    EXPECT_FALSE(Files::remove(cut));
+    EXPECT_EQ(Files::bytes(file), "kept");
+}
+
 TEST(Files, HomeIsToldByTheUserRecord) {
     const test::Variable home("HOME", "/nowhere");
     EXPECT_NE(Files::homeDirectory(), "/nowhere");
