@@ -39,6 +39,9 @@ constexpr std::array<Lemma, 14> lemmaOverrides = {{
     {"prioritise", "priority"},
 }};
 
+static_assert(std::ranges::all_of(lemmaOverrides,
+                                  [](const Lemma& lemma) { return mayLoseLetters(lemma.word); }));
+
 /// Tells most words apart from the table by their length and first letter.
 consteval auto overrideLetters() {
     std::array<std::uint32_t, 16> letters{};  // by length, a bit for each first letter
@@ -121,10 +124,8 @@ bool stripPlural(Stripped& word) {
 }  // namespace
 
 std::string_view stem(std::string_view normalForm, std::size_t characters, std::string& storage) {
-    if (normalForm.empty()) return normalForm;
+    if (!mayLoseLetters(normalForm)) return normalForm;
     if (const auto fixed = overrideOf(normalForm); !fixed.empty()) return fixed;
-    const char last = normalForm.back();
-    if (last != 's' && last != 'g' && last != 'd' && last != 'e') return normalForm;
     Stripped word(normalForm, characters);
     if (stripPlural(word)) {
         // What ends in "y" has no further ending to lose.

@@ -51,7 +51,15 @@ WordScanner::WordScanner(std::string_view text)
       stretches_(text_),
       rawBuffer_(2 * minRoom, '\0') {}
 
-bool WordScanner::next(Token& token) {
+void WordScanner::finish(Token& token, std::size_t characters, ByteRange range) {
+    token.stem = Stemmer::mayLoseLetters(token.raw)
+                     ? Stemmer::stem(token.raw, characters, stemBuffer_)
+                     : token.raw;
+    token.range = range;
+    if (!forms_.empty()) coverForm(token.range);
+}
+
+bool WordScanner::nextAnyWord(Token& token) {
     for (;;) {
         if (stretch_.isAscii ? nextAscii(token) : nextIcu(token)) return true;
         if (!stretches_.next(stretch_)) return false;
@@ -94,6 +102,13 @@ std::size_t WordScanner::joinedBefore(std::size_t at, std::size_t from) const {
     return Words::AsciiRule::bridges('@', text[at - 1], text[at]) ? 2 : 0;
 }
 
+/// True when the word that ends in a letter or digit right before `at` goes on there.
+bool WordScanner::goesOnBehind(std::size_t at) const {
+    const char* const text = text_.data();
+    return leftOf(text[at]) == leavesNothing ||
+           Words::AsciiRule::bridges(text[at - 1], text[at], text[at + 1]);
+}
+
 /// The next word, when it is a plain run of letters and digits, which nearly all are. Otherwise
 /// false: the word, if there is one, begins at or behind `place_` and needs the letter by letter
 /// way.
@@ -121,8 +136,9 @@ bool WordScanner::nextPlainRun(Token& token) {
             continue;
         }
         const std::size_t end = begin + length;
-        if (leftOf(text[end]) == leavesNothing || joinedBefore(begin, lastEnd) > 0 ||
-            Words::AsciiRule::bridges(text[end - 1], text[end], text[end + 1])) {
+        // Nearly every word stands between blanks, and a blank joins nothing.
+        if ((text[end] != ' ' && goesOnBehind(end)) ||
+            (begin > lastEnd && text[begin - 1] != ' ' && joinedBefore(begin, lastEnd) > 0)) {
             place_ = begin;
             break;
         }
@@ -191,16 +207,10 @@ bool WordScanner::nextIcu(Token& token) {
     return false;
 }
 
-void WordScanner::finish(Token& token, std::size_t characters, ByteRange range) {
-    token.stem = Stemmer::stem(token.raw, characters, stemBuffer_);
-    if (forms_.empty()) {
-        token.range = range;
-        return;
-    }
+/// A written form is longer than the "1o1" that stands for it.
+void WordScanner::coverForm(ByteRange& range) {
     while (form_ < forms_.size() && forms_[form_].range.end <= range.begin) ++form_;
-    // A written form is longer than the "1o1" that stands for it.
     for (std::size_t i = form_; i < forms_.size() && forms_[i].range.begin < range.end; ++i)
         range.end = std::max(range.end, forms_[i].range.end);
-    token.range = range;
 }
 }  // namespace ombrix

@@ -2,13 +2,16 @@
 // are made of.
 #pragma once
 
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "OmbrixMarkdownKit/AsciiLanes.h"
 #include "OmbrixMarkdownKit/OneOnOne.h"
+#include "OmbrixMarkdownKit/Stemmer.h"
 #include "OmbrixPlatform/ByteRange.h"
 #include "OmbrixPlatform/Words.h"
 
@@ -28,9 +31,11 @@ class WordScanner {
         ByteRange range;  ///< in the text that was given
     };
     /// False behind the last word.
-    bool next(Token& token);
+    bool next(Token& token) { return nextBetweenBlanks(token) || nextAnyWord(token); }
 
   private:
+    bool nextBetweenBlanks(Token& token);
+    bool nextAnyWord(Token& token);
     bool nextPlainRun(Token& token);
     bool readLanes(std::size_t at);
     std::size_t joinedBefore(std::size_t at, std::size_t from) const;
@@ -38,6 +43,8 @@ class WordScanner {
     bool nextIcu(Token& token);
     std::size_t appendRun(std::size_t at, std::size_t size);
     void finish(Token& token, std::size_t characters, ByteRange range);
+    void coverForm(ByteRange& range);
+    bool goesOnBehind(std::size_t at) const;
 
     std::vector<OneOnOne::Match> forms_;
     std::string shadow_;
@@ -55,4 +62,30 @@ class WordScanner {
     std::size_t kept_ = 0;  // bytes of the normal form in the buffer
     std::string stemBuffer_;
 };
+
+// ---- inline, since it runs for every word of a library ------------------------------------------
+
+/// The next word, when it is a run of letters and digits of the block that is known, between two
+/// blanks. False, with nothing changed, for every other.
+inline bool WordScanner::nextBetweenBlanks(Token& token) {
+    if (runBits_ == 0) return false;
+    const auto skipped = static_cast<std::size_t>(std::countr_zero(runBits_));
+    const auto length = static_cast<std::size_t>(std::countr_one(runBits_ >> skipped));
+    const char* const run = text_.data() + place_ + skipped;
+    // Single letters are no words; sixteen are what one copy takes.
+    if (skipped == 0 || skipped + length == knownBytes_ || length - 2 > AsciiLanes::width - 2 ||
+        run[-1] != ' ' || run[length] != ' ')
+        return false;
+    const std::size_t begin = place_ + skipped;
+    place_ = begin + length;
+    runBits_ = runBits_ >> skipped >> length;
+    knownBytes_ -= skipped + length;
+    AsciiLanes::copyLowercased(run, rawBuffer_.data());
+    token.raw = std::string_view(rawBuffer_.data(), length);
+    token.stem = Stemmer::mayLoseLetters(token.raw) ? Stemmer::stem(token.raw, length, stemBuffer_)
+                                                    : token.raw;
+    token.range = {begin, place_};
+    if (!forms_.empty()) coverForm(token.range);
+    return true;
+}
 }  // namespace ombrix
