@@ -61,7 +61,7 @@ class Search {
     void readNewest(std::vector<Entry>& entries, std::size_t count);
     bool read(Entry& entry);
     bool admitsFacts(const std::string& id, const TranscriptDocument& header) const;
-    bool show(const Entry& entry, const RankedTranscriptSearch::ScoredHit& hit,
+    void show(const Entry& entry, const RankedTranscriptSearch::ScoredHit& hit,
               LibrarySearchResult& result);
 
     KeywordMatcher matcher_;
@@ -127,11 +127,11 @@ void Search::readNewest(std::vector<Entry>& entries, std::size_t count) {
     entries = std::move(newest);
 }
 
-/// Adds the entry to the hits; false when its file is no transcript any more.
-bool Search::show(const Entry& entry, const RankedTranscriptSearch::ScoredHit& hit,
+/// Adds the entry to the hits, unless its file is no transcript any more.
+void Search::show(const Entry& entry, const RankedTranscriptSearch::ScoredHit& hit,
                   LibrarySearchResult& result) {
     auto document = reader_.document(entry.id);
-    if (!document) return false;
+    if (!document) return;
     RankedTranscriptSearch::DocumentMatch match;
     if (hit.matchedKeywords > 0)
         match = RankedTranscriptSearch::matchFromEvidence(*document, collector_.collect(*document),
@@ -141,7 +141,6 @@ bool Search::show(const Entry& entry, const RankedTranscriptSearch::ScoredHit& h
                            .matchedKeywords = hit.matchedKeywords,
                            .match = std::move(match),
                            .relevance = hit.relevance});
-    return true;
 }
 
 LibrarySearchResult Search::run(std::vector<std::string> paths, std::size_t limit,
