@@ -1,7 +1,7 @@
+#include "OmbrixCLI/AppRequest.h"
 #include "OmbrixCLI/CommandTree.h"
 #include "OmbrixCLI/Envelope.h"
 #include "OmbrixCore/AppStateBus.h"
-#include "OmbrixPlatform/Numbers.h"
 
 namespace ombrix {
 namespace {
@@ -13,16 +13,12 @@ struct AppStateOptions {
 
 void printAppState(const AppStateOptions& options) {
     const CLIContext context(options.global);
-    if (!(options.timeoutSeconds > 0)) {  // true for NaN as well
-        throw CLIError::invalidInput("--timeout must be greater than zero.",
-                                     "Pass a positive number such as --timeout 3.");
-    }
+    AppRequest::requirePositiveTimeout(options.timeoutSeconds, "3");
     const auto snapshot =
         OmbrixAppStateBus::requestSnapshot(context.supportDirectory, options.timeoutSeconds);
     if (!snapshot) {
-        throw CLIError::appUnreachable(
-            "Ombrix did not answer the app-state request within " +
-                Numbers::described(options.timeoutSeconds) + "s.",
+        throw AppRequest::unanswered(
+            "app-state", options.timeoutSeconds,
             "Launch Ombrix (a debug build enables the state bus automatically, or set "
             "enable_state_dump / OMBRIX_STATE_DUMP=1), and pass --support-dir if it stores data "
             "outside the default location.");

@@ -10,12 +10,7 @@ void declareCommands(const CommandLine& line, const std::string& argument0) {
     declareDictations(root);
     declareAnswer(root);
     declareAppState(root);
-    declareDebugForceScheduledEnd(root);
-    declareDebugForceNotification(root);
-    declareDebugForceRecordingChip(root);
-    declareDebugSeedUpcoming(root);
-    declareDebugCaptureWindow(root);
-    declareDebugRoute(root);
+    declareOneWayDebugCommands(root);
     declareDebugWebEval(root);
 }
 }  // namespace ombrix

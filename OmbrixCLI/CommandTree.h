@@ -10,18 +10,14 @@ namespace ombrix {
 /// Declares every command below `line`'s root. `argument0` is the path the tool was started by.
 void declareCommands(const CommandLine& line, const std::string& argument0);
 
-// One function a command or group, each in the file of its name.
+// One function a command or group, each in the file of its name; the one-way debug commands share
+// `DebugCommands.cpp`.
 void declareSpec(Command root);
 void declareInfo(Command root, const std::string& argument0);
 void declareMeetings(Command root);
 void declareDictations(Command root);
 void declareAnswer(Command root);
 void declareAppState(Command root);
-void declareDebugForceScheduledEnd(Command root);
-void declareDebugForceNotification(Command root);
-void declareDebugForceRecordingChip(Command root);
-void declareDebugSeedUpcoming(Command root);
-void declareDebugCaptureWindow(Command root);
-void declareDebugRoute(Command root);
+void declareOneWayDebugCommands(Command root);
 void declareDebugWebEval(Command root);
 }  // namespace ombrix

@@ -2,7 +2,11 @@
 // posted. Nobody answers, so success means no more than that.
 #include <algorithm>
 #include <array>
+#include <optional>
 #include <span>
+#include <string>
+#include <string_view>
+#include <vector>
 
 #include "OmbrixCLI/CommandTree.h"
 #include "OmbrixCLI/Envelope.h"
@@ -26,23 +30,96 @@ constexpr auto routeHeads = std::to_array<std::string_view>(
     {"recent", "meetings", "actions", "settings", "detail", "ask", "search", "pill", "notch",
      "stream", "home", "answers", "dark", "light", "system"});
 
+// ---- checks, each of which throws `CLIError` ---------------------------------------------------
+
 bool holds(Names names, std::string_view name) {
     return std::ranges::find(names, name) != names.end();
 }
 
-std::string listed(Names names) {
-    return Text::joined(std::vector<std::string_view>(names.begin(), names.end()), ", ");
+/// `subject` is what `word` was meant to be: "pill state". `aside` stands behind the names.
+CLIError notOneOf(Names names, const std::string& subject, const std::string& word,
+                  const std::string& aside = {}) {
+    const std::vector<std::string_view> list(names.begin(), names.end());
+    return CLIError::invalidInput("Unknown " + subject + " '" + word + "'.",
+                                  "Pass one of: " + Text::joined(list, ", ") + aside + ".");
 }
 
-/// A command of one positional word.
+void checkKind(const std::string& kind) {
+    if (!holds(noticeKinds, kind)) throw notOneOf(noticeKinds, "notification kind", kind);
+}
+
+void checkState(const std::string& state) {
+    if (!holds(pillStates, state)) throw notOneOf(pillStates, "pill state", state);
+}
+
+void checkMode(const std::string& mode) {
+    if (mode == "seed" || mode == "clear") return;
+    throw CLIError::invalidInput("Unknown mode '" + mode + "'.",
+                                 "Pass 'seed' (default) or 'clear'.");
+}
+
+void checkPath(const std::string& path) {
+    if (path.starts_with('/') && path.ends_with(".png")) return;
+    throw CLIError::invalidInput("Path must be absolute and end in .png: '" + path + "'.",
+                                 "Pass something like /tmp/ombrix-home.png.");
+}
+
+void checkRoute(const std::string& route) {
+    if (holds(routeHeads, std::string_view(route).substr(0, route.find('/')))) return;
+    throw notOneOf(routeHeads, "route", route, " (settings may carry /<group>)");
+}
+
+// ---- the commands of one word -----------------------------------------------------------------
+
 struct WordCommand {
     std::string name;
     std::string abstract;
     std::string key;  ///< of the positional, and of the payload's one member
     std::string help;
     std::optional<std::string> defaultWord;  ///< nothing makes the word a required one
-    void (*check)(const std::string& word);  ///< throws `CLIError`
+    void (*check)(const std::string& word);
 };
+
+/// In the order in which the help lists them.
+const std::vector<WordCommand>& wordCommands() {
+    static const std::vector<WordCommand> rows{
+        {.name = "debug-force-notification",
+         .abstract = "Put a fixture notice on the pill (DEBUG builds only).",
+         .key = "kind",
+         .help = "Which notice: upcoming | arming | grace | clear | silent | detected | failed "
+                 "| missed | unsaved | partial | notes | consent | limited | still | ask",
+         .defaultWord = "upcoming",
+         .check = checkKind},
+        {.name = "debug-force-recording-chip",
+         .abstract = "Put the pill in a recording state with no real capture (DEBUG builds only).",
+         .key = "state",
+         .help = "Pill state: recording | writing | ended | idle",
+         .defaultWord = "recording",
+         .check = checkState},
+        {.name = "debug-seed-upcoming",
+         .abstract = "Seed (or clear) the Library 'Next up' agenda with fixture events (DEBUG "
+                     "builds only).",
+         .key = "mode",
+         .help = "Pass 'clear' to drop the seed back to the real calendar feed; omit to seed.",
+         .defaultWord = "seed",
+         .check = checkMode},
+        {.name = "debug-capture-window",
+         .abstract = "Write a PNG of the app's main window to a path (DEBUG builds only).",
+         .key = "path",
+         .help = "Absolute path of the PNG to write.",
+         .defaultWord = std::nullopt,
+         .check = checkPath},
+        {.name = "debug-route",
+         .abstract = "Put the running app on a surface by name (DEBUG builds only).",
+         .key = "route",
+         .help = "recent | meetings[/<folder>] | actions | settings[/<group>] | "
+                 "detail[/next|/<path>] | ask | search | pill/open | pill/close | "
+                 "pill/dock/<dock> | dark | light | system",
+         .defaultWord = std::nullopt,
+         .check = checkRoute},
+    };
+    return rows;
+}
 
 struct WordOptions {
     std::string word;
@@ -64,40 +141,7 @@ void declareWord(Command root, const WordCommand& word) {
     command.positional(word.key, options->word, word.help,
                        word.defaultWord ? Presence::optional : Presence::required);
     command.globalOptions(options->global);
-    command.run([word, options] { postWord(word, *options); });
-}
-
-// ---- checks -----------------------------------------------------------------------------------
-
-void checkKind(const std::string& kind) {
-    if (holds(noticeKinds, kind)) return;
-    throw CLIError::invalidInput("Unknown notification kind '" + kind + "'.",
-                                 "Pass one of: " + listed(noticeKinds) + ".");
-}
-
-void checkState(const std::string& state) {
-    if (holds(pillStates, state)) return;
-    throw CLIError::invalidInput("Unknown pill state '" + state + "'.",
-                                 "Pass one of: " + listed(pillStates) + ".");
-}
-
-void checkMode(const std::string& mode) {
-    if (mode == "seed" || mode == "clear") return;
-    throw CLIError::invalidInput("Unknown mode '" + mode + "'.",
-                                 "Pass 'seed' (default) or 'clear'.");
-}
-
-void checkPath(const std::string& path) {
-    if (path.starts_with('/') && path.ends_with(".png")) return;
-    throw CLIError::invalidInput("Path must be absolute and end in .png: '" + path + "'.",
-                                 "Pass something like /tmp/ombrix-home.png.");
-}
-
-void checkRoute(const std::string& route) {
-    if (holds(routeHeads, std::string_view(route).substr(0, route.find('/')))) return;
-    throw CLIError::invalidInput(
-        "Unknown route '" + route + "'.",
-        "Pass one of: " + listed(routeHeads) + " (settings may carry /<group>).");
+    command.run([&word, options] { postWord(word, *options); });
 }
 
 // ---- the one command that posts a number ------------------------------------------------------
@@ -119,11 +163,8 @@ void forceScheduledEnd(const ScheduledEndOptions& options) {
                 Json::object({{"backdatedScheduledEndSeconds", options.seconds}}),
                 context.databaseURL);
 }
-}  // namespace
 
-// ---- declarations -----------------------------------------------------------------------------
-
-void declareDebugForceScheduledEnd(Command root) {
+void declareScheduledEnd(Command root) {
     Command command = root.subcommand(
         "debug-force-scheduled-end",
         "Force the running app's active meeting to fire its end-of-meeting countdown now (DEBUG "
@@ -134,60 +175,10 @@ void declareDebugForceScheduledEnd(Command root) {
     command.globalOptions(options->global);
     command.run([options] { forceScheduledEnd(*options); });
 }
+}  // namespace
 
-void declareDebugForceNotification(Command root) {
-    declareWord(root,
-                {.name = "debug-force-notification",
-                 .abstract = "Put a fixture notice on the pill (DEBUG builds only).",
-                 .key = "kind",
-                 .help = "Which notice: upcoming | arming | grace | clear | silent | detected "
-                         "| failed | missed | unsaved | partial | notes | consent | limited "
-                         "| still | ask",
-                 .defaultWord = "upcoming",
-                 .check = checkKind});
-}
-
-void declareDebugForceRecordingChip(Command root) {
-    declareWord(root,
-                {.name = "debug-force-recording-chip",
-                 .abstract = "Put the pill in a recording state with no real capture (DEBUG builds "
-                             "only).",
-                 .key = "state",
-                 .help = "Pill state: recording | writing | ended | idle",
-                 .defaultWord = "recording",
-                 .check = checkState});
-}
-
-void declareDebugSeedUpcoming(Command root) {
-    declareWord(root,
-                {.name = "debug-seed-upcoming",
-                 .abstract = "Seed (or clear) the Library 'Next up' agenda with fixture events "
-                             "(DEBUG builds only).",
-                 .key = "mode",
-                 .help = "Pass 'clear' to drop the seed back to the real calendar feed; omit to "
-                         "seed.",
-                 .defaultWord = "seed",
-                 .check = checkMode});
-}
-
-void declareDebugCaptureWindow(Command root) {
-    declareWord(root, {.name = "debug-capture-window",
-                       .abstract = "Write a PNG of the app's main window to a path (DEBUG builds "
-                                   "only).",
-                       .key = "path",
-                       .help = "Absolute path of the PNG to write.",
-                       .defaultWord = std::nullopt,
-                       .check = checkPath});
-}
-
-void declareDebugRoute(Command root) {
-    declareWord(root, {.name = "debug-route",
-                       .abstract = "Put the running app on a surface by name (DEBUG builds only).",
-                       .key = "route",
-                       .help = "recent | meetings[/<folder>] | actions | settings[/<group>] | "
-                               "detail[/next|/<path>] | ask | search | pill/open | pill/close | "
-                               "pill/dock/<dock> | dark | light | system",
-                       .defaultWord = std::nullopt,
-                       .check = checkRoute});
+void declareOneWayDebugCommands(Command root) {
+    declareScheduledEnd(root);
+    for (const WordCommand& word : wordCommands()) declareWord(root, word);
 }
 }  // namespace ombrix

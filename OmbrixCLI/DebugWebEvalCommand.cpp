@@ -1,9 +1,9 @@
+#include "OmbrixCLI/AppRequest.h"
 #include "OmbrixCLI/CommandTree.h"
 #include "OmbrixCLI/Envelope.h"
 #include "OmbrixCore/AppStateBus.h"
 #include "OmbrixPlatform/Files.h"
 #include "OmbrixPlatform/NotificationCenter.h"
-#include "OmbrixPlatform/Numbers.h"
 #include "OmbrixPlatform/Paths.h"
 #include "OmbrixPlatform/Process.h"
 #include "OmbrixPlatform/Utf8.h"
@@ -47,8 +47,8 @@ class RequestFiles {
     }
 };
 
-/// The application's reply, or nothing when there is none in time. A file that is no JSON object is
-/// one that is still being written.
+/// The page's reply, or nothing when there is none in time. A file that is no JSON object is one
+/// that is still being written.
 std::optional<Json::Value> awaitedReply(const std::string& file, double timeoutSeconds) {
     const OmbrixAppStateBus::Surroundings surroundings;
     const OmbrixAppStateBus::Deadline deadline(timeoutSeconds, surroundings);
@@ -65,30 +65,29 @@ std::optional<Json::Value> awaitedReply(const std::string& file, double timeoutS
     return reply;
 }
 
+/// Has the running application evaluate `script`. No file of the request stays behind.
+std::optional<Json::Value> evaluated(const std::string& script, const std::string& supportDirectory,
+                                     double timeoutSeconds) {
+    const std::string requestId = Process::uniqueString();
+    const RequestFiles files(supportDirectory, requestId);
+    files.writeScript(Utf8::repaired(script));
+    NotificationCenter::post("com.ombrix.app.debug-web-eval", requestId);
+    return awaitedReply(files.reply, timeoutSeconds);
+}
+
 std::string textUnder(std::string_view key, const Json::Value& reply, const char* otherwise) {
     const Json::Value* const found = reply.member(key);
     const std::string* const text = found == nullptr ? nullptr : found->string();
     return text == nullptr ? otherwise : *text;
 }
 
-void evaluate(const WebEvalOptions& options) {
+void printEvaluation(const WebEvalOptions& options) {
     const CLIContext context(options.global);
-    if (!(options.timeoutSeconds > 0)) {  // true for NaN as well
-        throw CLIError::invalidInput("--timeout must be greater than zero.",
-                                     "Pass a positive number such as --timeout 5.");
-    }
-    const std::string requestId = Process::uniqueString();
-    std::optional<Json::Value> reply;
-    {
-        const RequestFiles files(context.supportDirectory, requestId);
-        files.writeScript(Utf8::repaired(options.script));
-        NotificationCenter::post("com.ombrix.app.debug-web-eval", requestId);
-        reply = awaitedReply(files.reply, options.timeoutSeconds);
-    }
+    AppRequest::requirePositiveTimeout(options.timeoutSeconds, "5");
+    const auto reply = evaluated(options.script, context.supportDirectory, options.timeoutSeconds);
     if (!reply) {
-        throw CLIError::appUnreachable(
-            "Ombrix did not answer the web-eval request within " +
-                Numbers::described(options.timeoutSeconds) + "s.",
+        throw AppRequest::unanswered(
+            "web-eval", options.timeoutSeconds,
             "Run a DEBUG build (bash scripts/build_native_app.sh debug), and pass --support-dir if "
             "it stores data outside the default location.");
     }
@@ -114,6 +113,6 @@ void declareDebugWebEval(Command root) {
     command.option("--timeout", options->timeoutSeconds,
                    "Seconds to wait for the running app to answer.");
     command.globalOptions(options->global);
-    command.run([options] { evaluate(*options); });
+    command.run([options] { printEvaluation(*options); });
 }
 }  // namespace ombrix

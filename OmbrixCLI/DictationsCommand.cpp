@@ -5,11 +5,6 @@
 namespace ombrix {
 namespace {
 
-struct ListOptions {
-    std::int64_t limit = 10;
-    GlobalOptions global;
-};
-
 struct GetOptions {
     std::int64_t id = 0;
     GlobalOptions global;
@@ -23,40 +18,27 @@ Json::Value dictationListRow(const DictationRecord& record) {
                          {"appContext", record.appContext}});
 }
 
-Json::Value dictationDetailPayload(const DictationRecord& record) { return encode(record); }
-
-void listDictations(const ListOptions& options) {
-    constexpr std::string_view command = "ombrix-cli dictations list";
-    const CLIContext context(options.global);
-    StoreAccess::requirePositiveLimit(options.limit);
-    if (!DictationStore(context.databaseURL).databaseExists()) {
-        return emitSuccess(command, Json::Array{}, context.databaseURL,
-                           {StoreAccess::missingDatabase});
-    }
-    Json::Array rows;
-    DictationQuery query;
-    query.limit = options.limit;
-    const DictationStore store(context.databaseURL);
-    for (const auto& record : store.recentDictations(query)) {
-        rows.push_back(dictationListRow(record));
-    }
-    emitSuccess(command, std::move(rows), context.databaseURL);
+void listDictations(const StoreAccess::ListOptions& options) {
+    const auto readRows = [&options](const DictationStore& store) {
+        Json::Array rows;
+        for (const auto& record : store.recentDictations({.limit = options.limit}))
+            rows.push_back(dictationListRow(record));
+        return rows;
+    };
+    StoreAccess::emitList("ombrix-cli dictations list", options, readRows);
 }
 
 void getDictation(const GetOptions& options) {
     const CLIContext context(options.global);
     StoreAccess::requireDatabase(context);
     const auto record = DictationStore(context.databaseURL).dictation(options.id);
-    if (!record) {
-        throw CLIError::notFound("No dictation exists with id " + std::to_string(options.id) + ".",
-                                 "Run `ombrix-cli dictations list` to find a valid ID.");
-    }
-    emitSuccess("ombrix-cli dictations get", dictationDetailPayload(*record), context.databaseURL);
+    if (!record) throw StoreAccess::noSuchRecord("dictation", options.id);
+    emitSuccess("ombrix-cli dictations get", encode(*record), context.databaseURL);
 }
 
 void declareList(Command parent) {
     Command command = parent.subcommand("list", "List recent dictations.");
-    const auto options = command.options<ListOptions>();
+    const auto options = command.options<StoreAccess::ListOptions>();
     command.option("--limit", options->limit, "Maximum number of dictations to return.");
     command.globalOptions(options->global);
     command.run([options] { listDictations(*options); });

@@ -10,10 +10,8 @@
 namespace ombrix {
 namespace {
 
-struct ListOptions {
-    std::int64_t limit = 10;
+struct ListOptions : StoreAccess::ListOptions {
     std::optional<std::int64_t> folderID;
-    GlobalOptions global;
 };
 
 struct GetOptions {
@@ -64,32 +62,21 @@ Json::Value meetingDetailPayload(MeetingRecord meeting) {
 // ---- work -------------------------------------------------------------------------------------
 
 void listMeetings(const ListOptions& options) {
-    constexpr std::string_view command = "ombrix-cli meetings list";
-    const CLIContext context(options.global);
-    StoreAccess::requirePositiveLimit(options.limit);
-    if (!DictationStore(context.databaseURL).databaseExists()) {
-        return emitSuccess(command, Json::Array{}, context.databaseURL,
-                           {StoreAccess::missingDatabase});
-    }
-    Json::Array rows;
-    MeetingQuery query;
-    query.limit = options.limit;
-    query.folderID = options.folderID;
-    const DictationStore store(context.databaseURL);
-    for (const auto& meeting : store.recentMeetingSummaries(query)) {
-        rows.push_back(meetingListRow(meeting));
-    }
-    emitSuccess(command, std::move(rows), context.databaseURL);
+    const auto readRows = [&options](const DictationStore& store) {
+        const MeetingQuery query{.limit = options.limit, .folderID = options.folderID};
+        Json::Array rows;
+        for (const auto& meeting : store.recentMeetingSummaries(query))
+            rows.push_back(meetingListRow(meeting));
+        return rows;
+    };
+    StoreAccess::emitList("ombrix-cli meetings list", options, readRows);
 }
 
 /// Throws `CLIError` when there is no database or no such meeting in it.
 MeetingRecord requiredMeeting(const CLIContext& context, std::int64_t id) {
     StoreAccess::requireDatabase(context);
     auto meeting = DictationStore(context.databaseURL).meeting(id);
-    if (!meeting) {
-        throw CLIError::notFound("No meeting exists with id " + std::to_string(id) + ".",
-                                 "Run `ombrix-cli meetings list` to find a valid ID.");
-    }
+    if (!meeting) throw StoreAccess::noSuchRecord("meeting", id);
     return std::move(*meeting);
 }
 

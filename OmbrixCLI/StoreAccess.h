@@ -1,20 +1,32 @@
-// How the commands that read the store meet a database that is not there: a list is empty and
-// warns, anything that names a record fails. No command creates one.
+// What the commands that read the store have in common. A database that is not there makes a list
+// empty, with a warning, and fails anything that names a record. No command creates one.
 #pragma once
 
+#include <cstdint>
+#include <functional>
 #include <string>
+#include <string_view>
 
 #include "OmbrixCLI/CLIContext.h"
 #include "OmbrixCLI/CLIError.h"
 #include "OmbrixCore/DictationStore.h"
+#include "OmbrixPlatform/Json.h"
 
 namespace ombrix::StoreAccess {
-
-inline constexpr const char* missingDatabase = "No Ombrix database exists at the resolved path.";
 
 /// Throws `CLIError` when there is no database.
 void requireDatabase(const CLIContext& context);
 
-/// Throws `CLIError` for a limit below 1.
-void requirePositiveLimit(std::int64_t limit);
+/// The failure of a command that was given the id of no record: `kind` is "meeting" or "dictation".
+CLIError noSuchRecord(const std::string& kind, std::int64_t id);
+
+struct ListOptions {
+    std::int64_t limit = 10;
+    GlobalOptions global;
+};
+
+/// Prints what `readRows` reads from the store; without a database it is not called. Throws
+/// `CLIError` for a limit below 1.
+void emitList(std::string_view command, const ListOptions& options,
+              const std::function<Json::Array(const DictationStore&)>& readRows);
 }  // namespace ombrix::StoreAccess
