@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
-#include "OmbrixAnswerKit/EnumNames.h"
+#include "OmbrixPlatform/EnumNames.h"
 
 namespace ombrix {
 

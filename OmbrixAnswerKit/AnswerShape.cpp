@@ -4,7 +4,7 @@
 #include <span>
 #include <string>
 
-#include "OmbrixAnswerKit/EnumNames.h"
+#include "OmbrixPlatform/EnumNames.h"
 #include "OmbrixPlatform/Text.h"
 
 namespace ombrix {

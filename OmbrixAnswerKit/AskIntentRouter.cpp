@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "OmbrixAnswerKit/EnumNames.h"
 #include "OmbrixMarkdownKit/QueryTokenizer.h"
+#include "OmbrixPlatform/EnumNames.h"
 #include "OmbrixPlatform/Regex.h"
 #include "OmbrixPlatform/Text.h"
 #include "OmbrixPlatform/Utf8.h"

@@ -1,19 +1,20 @@
 #include "OmbrixCore/StorageModels.h"
 
+#include "OmbrixPlatform/EnumNames.h"
 #include "OmbrixPlatform/Text.h"
 
 namespace ombrix {
+namespace {
+
+constexpr EnumNames::Table<MeetingNotesState, 3> notesStateNames{{
+    {MeetingNotesState::missing, "missing"},
+    {MeetingNotesState::rawTranscriptFallback, "raw_transcript_fallback"},
+    {MeetingNotesState::structuredNotes, "structured_notes"},
+}};
+}  // namespace
 
 std::string_view rawValue(MeetingNotesState state) {
-    switch (state) {
-        case MeetingNotesState::missing:
-            return "missing";
-        case MeetingNotesState::rawTranscriptFallback:
-            return "raw_transcript_fallback";
-        case MeetingNotesState::structuredNotes:
-            break;
-    }
-    return "structured_notes";
+    return EnumNames::name(notesStateNames, state);
 }
 
 MeetingNotesState notesStateOf(std::string_view formattedNotes) {
