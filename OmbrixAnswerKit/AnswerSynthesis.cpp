@@ -1,7 +1,5 @@
 #include "OmbrixAnswerKit/AnswerSynthesis.h"
 
-#include <utility>
-
 #include "OmbrixAnswerKit/GroundedAnswerPrompt.h"
 
 namespace ombrix {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <system_error>
 
 #include "OmbrixCLI/TranscriptReader.h"

@@ -34,7 +34,7 @@
 #include <optional>
 #include <stdexcept>
 #include <string>
-#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "OmbrixCLI/CLIContext.h"

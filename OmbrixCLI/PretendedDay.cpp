@@ -1,5 +1,7 @@
 #include "OmbrixCLI/PretendedDay.h"
 
+#include <chrono>
+
 #include "OmbrixCLI/CLIContext.h"
 #include "OmbrixCLI/CLIError.h"
 

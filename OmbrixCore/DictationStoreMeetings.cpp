@@ -1,6 +1,5 @@
 // The operations of the store on meetings.
 #include <algorithm>
-#include <utility>
 
 #include "OmbrixCore/DictationStore.h"
 #include "OmbrixCore/Sqlite.h"

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <filesystem>
 #include <system_error>
-#include <vector>
 
 #include "OmbrixPlatform/Paths.h"
 #include "OmbrixPlatform/PropertyList.h"

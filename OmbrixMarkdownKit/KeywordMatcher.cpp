@@ -1,6 +1,7 @@
 #include "OmbrixMarkdownKit/KeywordMatcher.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "OmbrixMarkdownKit/OneOnOne.h"

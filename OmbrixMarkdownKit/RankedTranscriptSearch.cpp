@@ -1,6 +1,7 @@
 #include "OmbrixMarkdownKit/RankedTranscriptSearch.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 #include "OmbrixMarkdownKit/Excerpt.h"

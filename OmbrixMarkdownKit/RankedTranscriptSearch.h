@@ -5,6 +5,7 @@
 // hits.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <span>

@@ -1,5 +1,6 @@
 // The plain ranker: every term must stand somewhere in the document, as a substring.
 #include <algorithm>
+#include <span>
 
 #include "OmbrixMarkdownKit/Excerpt.h"
 #include "OmbrixMarkdownKit/QueryTokenizer.h"

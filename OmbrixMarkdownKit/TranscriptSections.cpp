@@ -1,7 +1,6 @@
 #include "OmbrixMarkdownKit/TranscriptSections.h"
 
 #include <algorithm>
-#include <cstring>
 #include <vector>
 
 #include "OmbrixPlatform/Text.h"

@@ -4,7 +4,6 @@
 #include <unicode/unorm2.h>
 #include <unicode/ustring.h>
 
-#include <algorithm>
 #include <array>
 #include <cstdlib>
 

@@ -1,7 +1,6 @@
 #include "OmbrixPlatform/Numbers.h"
 
 #include <array>
-#include <clocale>
 #include <cmath>
 #include <cstdlib>
 

@@ -1,6 +1,5 @@
 // Time phrases of any question, at a moment and in a zone that the first two bytes choose; then the
 // plan of what is left.
-#include <algorithm>
 #include <array>
 #include <chrono>
 #include <string>

@@ -1,6 +1,5 @@
 // Words of any bytes: a question in the first line, a text behind it. The quick ways of cutting,
 // counting and finding give what the plain ways give.
-#include <algorithm>
 #include <set>
 #include <string>
 #include <vector>

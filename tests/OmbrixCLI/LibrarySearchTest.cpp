@@ -6,7 +6,6 @@
 #include <sys/stat.h>
 #include <sys/un.h>
 
-#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <random>

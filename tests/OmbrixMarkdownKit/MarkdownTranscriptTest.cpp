@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <unordered_set>
 
 #include "OmbrixMarkdownKit/TranscriptSections.h"

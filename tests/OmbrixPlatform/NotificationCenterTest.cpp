@@ -23,6 +23,13 @@ double secondsToPost() {
     return std::chrono::duration<double>(Clock::now() - start).count();
 }
 
+/// True when posting takes at most half a second. A busy machine may add to one try and not to all.
+bool postsWithinHalfASecond(const std::function<double()>& tryOnce) {
+    for (int tries = 0; tries < 5; ++tries)
+        if (tryOnce() <= 0.5) return true;
+    return false;
+}
+
 /// A socket that is no bus: it accepts one caller and does with it what it is told.
 class FalseBus {
   public:
@@ -99,7 +106,7 @@ TEST(NotificationCenter, WithoutABusPostingIsQuietAndQuick) {
           "unix:", "tcp:host=127.0.0.1,port=1", "autolaunch:;unix:path=/no"}) {
         const test::Variable variable("DBUS_SESSION_BUS_ADDRESS", address);
         testing::internal::CaptureStderr();
-        EXPECT_LT(secondsToPost(), 0.5) << address;
+        EXPECT_TRUE(postsWithinHalfASecond(secondsToPost)) << address;
         EXPECT_EQ(testing::internal::GetCapturedStderr(), "") << address;
     }
 }
@@ -133,10 +140,13 @@ TEST(NotificationCenter, ABusThatDoesNotAnswerCostsAtMostHalfASecond) {
          }},
     };
     for (const auto& [behaviour, act] : cases) {
-        const test::TestFolder folder;
-        const FalseBus bus(folder.at("bus"), act);
-        const test::Variable variable("DBUS_SESSION_BUS_ADDRESS", "unix:path=" + folder.at("bus"));
-        EXPECT_LT(secondsToPost(), 0.5) << behaviour;
+        EXPECT_TRUE(postsWithinHalfASecond([&act = act] {
+            const test::TestFolder folder;
+            const FalseBus bus(folder.at("bus"), act);
+            const test::Variable variable("DBUS_SESSION_BUS_ADDRESS",
+                                          "unix:path=" + folder.at("bus"));
+            return secondsToPost();
+        })) << behaviour;
     }
 }
 }  // namespace ombrix
