@@ -132,9 +132,8 @@ TEST(NotificationCenter, ABusThatDoesNotAnswerCostsAtMostHalfASecond) {
                  const ssize_t got = ::recv(caller, bytes, sizeof bytes, MSG_DONTWAIT);
                  const std::string_view asked(bytes, got < 0 ? 0 : static_cast<std::size_t>(got));
                  if (asked.ends_with("AUTH\r\n")) say(caller, "REJECTED EXTERNAL\r\n");
-                 if (asked.starts_with("AUTH EXTERNAL")) {
+                 if (asked.starts_with("AUTH EXTERNAL"))
                      say(caller, "OK 0123456789abcdef0123456789abcdef\r\n");
-                 }
                  if (asked.starts_with("NEGOTIATE")) say(caller, "AGREE_UNIX_FD\r\n");
              }
          }},

@@ -153,9 +153,8 @@ TEST_F(Tool, ADamagedDatabaseIsReportedAndLeftAsItIs) {
     }
     for (int i = 0; i < 20; ++i) {
         damaged.push_back(whole);
-        for (int flips = 0; flips < 200; ++flips) {
+        for (int flips = 0; flips < 200; ++flips)
             damaged.back()[random() % whole.size()] = static_cast<char>(random());
-        }
     }
     std::string noise(20'000, ' ');
     for (char& c : noise) c = static_cast<char>(random());
