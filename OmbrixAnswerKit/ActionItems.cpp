@@ -35,12 +35,14 @@ bool canBeOwner(std::string_view part) {
 
 std::vector<std::string_view> actionItemLines(const TranscriptDocument& document) {
     std::vector<std::string_view> lines;
-    for (LineCursor cursor(document.actionItems); const auto line = cursor.next();)
+    for (LineCursor cursor(document.actionItems); const auto line = cursor.next();) {
         if (const auto trimmed = Text::trimmedBlanks(*line); !trimmed.empty())
             lines.push_back(trimmed);
-    for (LineCursor cursor(document.notes); const auto line = cursor.next();)
+    }
+    for (LineCursor cursor(document.notes); const auto line = cursor.next();) {
         if (const auto trimmed = Text::trimmedBlanks(*line); hasCheckBox(trimmed))
             lines.push_back(trimmed);
+    }
     return lines;
 }
 

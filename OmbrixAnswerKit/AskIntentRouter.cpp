@@ -129,8 +129,9 @@ std::size_t firstCue(std::string_view text) {
         for (std::size_t rank = 0; rank < best; ++rank) {
             const std::string_view cue = rankedCues[rank].cue;
             if (rest.starts_with(cue) && endsWord(text, place + cue.size()) &&
-                beginsWord(text, place))
+                beginsWord(text, place)) {
                 best = rank;
+            }
         }
     }
     return best;

@@ -73,9 +73,10 @@ constexpr std::size_t longReplyWords = 9;
 
 Cue::Cue(std::string_view pattern, std::vector<std::string_view> openings)
     : regex_(withLongGaps(pattern), Regex::Case::ignored), openings_(std::move(openings)) {
-    for (const std::string_view opening : openings_)
+    for (const std::string_view opening : openings_) {
         for (std::size_t c = 0; c < first_.size(); ++c)
             if (Text::asciiLowercased(static_cast<char>(c)) == opening.front()) first_[c] = true;
+    }
 }
 
 bool Cue::opensWithDigit() const {
@@ -175,9 +176,10 @@ const Cue& requestCue() {
 
 std::optional<std::string> deadline(std::string_view text) {
     const StraightText straight(text);
-    for (const Cue& pattern : deadlinePatterns())
+    for (const Cue& pattern : deadlinePatterns()) {
         if (const auto range = pattern.firstMatch(straight.view()))
             return std::string(range->of(straight.view()));
+    }
     return std::nullopt;
 }
 

@@ -109,9 +109,10 @@ std::string ExtractiveFloor::commitmentList(const Citations& citations, AskInten
         numbers.try_emplace(citations[place].id, place + 1);
 
     std::vector<std::string> lines;
-    if (auto summary = CommitmentExtractor::summary(std::ssize(found),
-                                                    static_cast<std::int64_t>(meetingCount(found))))
+    if (auto summary = CommitmentExtractor::summary(
+            std::ssize(found), static_cast<std::int64_t>(meetingCount(found)))) {
         lines.push_back(std::move(*summary));
+    }
     lines.push_back("## Commitments");
     for (const auto& commitment : found) {
         const auto number = numbers.find(commitment.meetingID);
@@ -136,8 +137,9 @@ std::vector<Commitment> ExtractiveFloor::commitments(const Citations& citations,
     }
     std::vector<Commitment> listed;
     for (const auto& finding :
-         CommitmentExtractor::select(all, direction(intent), caps_.commitmentCap))
+         CommitmentExtractor::select(all, direction(intent), caps_.commitmentCap)) {
         listed.push_back(CommitmentExtractor::written(finding));
+    }
     return listed;
 }
 

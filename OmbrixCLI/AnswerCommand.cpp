@@ -93,12 +93,13 @@ WithoutHits withoutHits(AskIntent intent) {
 
 std::vector<RetrievedCitation> citations(const std::vector<AnswerHit>& hits) {
     std::vector<RetrievedCitation> result;
-    for (const auto& hit : hits)
+    for (const auto& hit : hits) {
         result.push_back({.id = hit.id,
                           .title = hit.document.title,
                           .date = hit.document.date,
                           .participants = hit.document.participants,
                           .snippets = hit.match.snippets});
+    }
     return result;
 }
 
@@ -159,20 +160,22 @@ Json::Value payload(const std::string& question, const Understanding& understood
 
 std::string transcriptsFolder(const AnswerFolderResolver::Config& config) {
     const std::string folder = AnswerFolderResolver::resolve(config, Files::homeDirectory());
-    if (!Files::isDirectory(folder))
+    if (!Files::isDirectory(folder)) {
         throw CLIError::notFound(
             "Transcript folder not found at " + folder + ".",
             "Record a meeting in Ombrix, or pass --support-dir to point at the right data "
             "directory.");
+    }
     return folder;
 }
 
 void answer(const AnswerOptions& options) {
     const CLIContext context(options.global);
     const std::string question(Text::trimmed(options.question));
-    if (question.empty())
+    if (question.empty()) {
         throw CLIError::invalidInput("The question is empty.",
                                      "ombrix-cli answer \"what did we decide about pricing\"");
+    }
     const AnswerFolderResolver::Config config(context.supportDirectory);
     const std::string folder = transcriptsFolder(config);
     const Calendar calendar = Calendar::current();

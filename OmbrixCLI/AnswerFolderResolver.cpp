@@ -69,9 +69,10 @@ std::vector<std::string> transcriptPaths(const std::string& folder,
 std::vector<IdentifiedDocument> scan(const std::string& folder, std::string_view memoryFolderName) {
     std::vector<IdentifiedDocument> documents;
     TranscriptReader reader;
-    for (auto& path : transcriptPaths(folder, memoryFolderName))
+    for (auto& path : transcriptPaths(folder, memoryFolderName)) {
         if (auto document = reader.document(path))
             documents.push_back({std::move(path), std::move(*document)});
+    }
     const auto place = [](const IdentifiedDocument& entry) {
         return LibraryOrder{startOf(entry.document), entry.id};
     };

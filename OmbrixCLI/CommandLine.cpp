@@ -121,11 +121,10 @@ void Command::positional(const std::string& name, std::int64_t& target,
 void Command::positional(const std::string& name, std::string& target, const std::string& help,
                          Presence presence) const {
     CLI::Option& option = addOption(name, help, textKind, storingText(target));
-    if (presence == Presence::required) {
+    if (presence == Presence::required)
         option.required();
-    } else {
+    else
         option.default_str(target);
-    }
 }
 
 void Command::globalOptions(GlobalOptions& target) const {

@@ -36,17 +36,16 @@ class Reader {
     ReadLine read() {
         for (; next_ < arguments_.size(); ++next_) {
             const std::string& word = arguments_[next_];
-            if (optionsEnded_) {
+            if (optionsEnded_)
                 addPositional(word);
-            } else if (word == "--") {
+            else if (word == "--")
                 optionsEnded_ = true;
-            } else if (isHelpWord(word)) {
+            else if (isHelpWord(word))
                 line_.asksForHelp = true;
-            } else if (isOptionWord(word)) {
+            else if (isOptionWord(word))
                 readOption(word);
-            } else {
+            else
                 readWord(word);
-            }
         }
         // "help nosuch" names no command; with "--help" any line prints some help.
         if (asksByName_ && !line_.problem) line_.asksForHelp = true;
@@ -86,18 +85,16 @@ class Reader {
         const CLI::Option* const option = line_.command->get_option_no_throw(name);
         if (option == nullptr || isHelpWord(name)) return complain("Unknown option '" + word + "'");
         const bool isFlag = option->get_items_expected_max() == 0;
-        if (isFlag && equals != std::string::npos) {
+        if (isFlag && equals != std::string::npos)
             return complain("The option '" + name + "' takes no value");
-        }
         options_.push_back(name);
         if (isFlag) return;
-        if (equals != std::string::npos) {
+        if (equals != std::string::npos)
             options_.push_back(word.substr(equals + 1));
-        } else if (next_ + 1 < arguments_.size() && !isOptionWord(arguments_[next_ + 1])) {
+        else if (next_ + 1 < arguments_.size() && !isOptionWord(arguments_[next_ + 1]))
             options_.push_back(arguments_[++next_]);
-        } else {
+        else
             complain("Missing value for '" + name + "'");
-        }
     }
 
     void addPositional(const std::string& word) {

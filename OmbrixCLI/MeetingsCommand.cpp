@@ -104,9 +104,8 @@ void updateNotes(const UpdateNotesOptions& options) {
     OmbrixNotifications::postDataDidChange();
 
     auto reloaded = DictationStore(context.databaseURL).meeting(options.id);
-    if (!reloaded) {
+    if (!reloaded)
         throw CLIError::databaseError("The meeting was updated but could not be reloaded.");
-    }
     emitSuccess("ombrix-cli meetings update-notes", meetingDetailPayload(std::move(*reloaded)),
                 context.databaseURL);
 }
@@ -138,9 +137,8 @@ void declareUpdateNotes(Command parent) {
     command.option("--file", options->file, "Read the new notes body from a file.");
     command.globalOptions(options->global);
     command.validate([options] {
-        if (options->fromStandardInput == options->file.has_value()) {
+        if (options->fromStandardInput == options->file.has_value())
             throw UsageError("Use exactly one of --stdin or --file.");
-        }
     });
     command.run([options] { updateNotes(*options); });
 }

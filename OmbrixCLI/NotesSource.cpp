@@ -53,9 +53,8 @@ std::string fromFile(const std::string& path) {
         throw std::runtime_error("Cannot read \"" + path + "\": not a regular file");
     }
     std::string bytes = Files::bytes(path);
-    if (!Utf8::isValid(bytes)) {
+    if (!Utf8::isValid(bytes))
         throw std::runtime_error("The file " + path + " is not valid UTF-8.");
-    }
     return bytes;
 }
 }  // namespace ombrix::NotesSource

@@ -29,9 +29,8 @@ void emitList(std::string_view command, const ListOptions& options,
                                      "Pass a positive integer such as --limit 10.");
     }
     const DictationStore store(context.databaseURL);
-    if (!store.databaseExists()) {
+    if (!store.databaseExists())
         return emitSuccess(command, Json::Array{}, context.databaseURL, {missingDatabase});
-    }
     emitSuccess(command, readRows(store), context.databaseURL);
 }
 }  // namespace ombrix::StoreAccess

@@ -73,9 +73,8 @@ std::vector<Instant> usedDays(const Connection& connection) {
         "SELECT DISTINCT date(timestamp) AS used_day FROM dictations ORDER BY used_day ASC");
     std::vector<Instant> days;
     while (statement.step()) {
-        if (const auto day = parseIsoInstant(statement.text(0) + "T00:00:00Z")) {
+        if (const auto day = parseIsoInstant(statement.text(0) + "T00:00:00Z"))
             days.push_back(*day);
-        }
     }
     return days;
 }

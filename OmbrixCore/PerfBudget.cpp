@@ -37,9 +37,8 @@ bool isOverBudget(std::string_view path, std::optional<double> ms) {
 std::vector<std::string_view> misses(const std::optional<Samples>& samples) {
     std::vector<std::string_view> names;
     if (!samples) return names;
-    for (const std::string_view path : allPaths) {
+    for (const std::string_view path : allPaths)
         if (isOverBudget(path, sampleOf(*samples, path))) names.push_back(path);
-    }
     return names;
 }
 

@@ -52,9 +52,8 @@ void Connection::Close::operator()(sqlite3* handle) const { sqlite3_close(handle
 
 Connection::Connection(const std::string& path, Access access, double stepSeconds)
     : stepSeconds_(stepSeconds) {
-    if (const auto folder = Paths::parent(path); !folder.empty()) {
+    if (const auto folder = Paths::parent(path); !folder.empty())
         Files::createDirectories(std::string(folder));
-    }
     open(path, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, path);
     if (access == Access::write || !isNewFile(path)) enterWalMode(path);
 }
@@ -63,9 +62,8 @@ void Connection::open(const std::string& name, int flags, const std::string& pat
     sqlite3* handle = nullptr;
     const int result = sqlite3_open_v2(name.c_str(), &handle, flags, nullptr);
     handle_.reset(handle);  // SQLite gives a handle even when it cannot open the file
-    if (result != SQLITE_OK) {
+    if (result != SQLITE_OK)
         throw lastError(handle, "open " + path + (Files::isDirectory(path) ? " (a folder)" : ""));
-    }
     sqlite3_busy_handler(handle, &Connection::waitForLock, this);
     sqlite3_progress_handler(handle, instructionsBetweenLooks, &Connection::hasWorkedTooLong, this);
     // A database is foreign bytes: what its schema may call is limited to what does no harm.
@@ -77,9 +75,8 @@ void Connection::open(const std::string& name, int flags, const std::string& pat
 /// So we look every half millisecond.
 int Connection::waitForLock(void* self, int) {
     auto& connection = *static_cast<Connection*>(self);
-    if (connection.waited_ >= std::chrono::milliseconds(DictationStore::busyTimeoutMilliseconds)) {
+    if (connection.waited_ >= std::chrono::milliseconds(DictationStore::busyTimeoutMilliseconds))
         return 0;
-    }
     const auto start = std::chrono::steady_clock::now();
     std::this_thread::sleep_for(std::chrono::microseconds(500));
     connection.waited_ += std::chrono::steady_clock::now() - start;
@@ -100,9 +97,8 @@ void Connection::enterWalMode(const std::string& path) {
         // Beside a writer of a database in another journal mode SQLite refuses at once, without
         // asking the busy handler.
         if (error.code() == SQLITE_BUSY && waitForLock(this, 0) != 0) continue;
-        if (error.code() != SQLITE_READONLY || sqlite3_db_readonly(handle_.get(), "main") != 1) {
+        if (error.code() != SQLITE_READONLY || sqlite3_db_readonly(handle_.get(), "main") != 1)
             throw error;
-        }
         return makeReadable(path);
     }
 }

@@ -20,9 +20,8 @@ std::string_view rawValue(MeetingNotesState state) {
 MeetingNotesState notesStateOf(std::string_view formattedNotes) {
     const std::string_view notes = Text::trimmed(formattedNotes);
     if (notes.empty()) return MeetingNotesState::missing;
-    if (Text::contains(Text::lowercased(notes), "## raw transcript")) {
+    if (Text::contains(Text::lowercased(notes), "## raw transcript"))
         return MeetingNotesState::rawTranscriptFallback;
-    }
     return MeetingNotesState::structuredNotes;
 }
 

@@ -55,8 +55,9 @@ bool AnswerScope::admitsFacts(std::string_view id, std::string_view date,
     if (meetingIDs && !meetingIDs->contains(id)) return false;
     if (isGiven(participant) && std::ranges::none_of(participants, [&](const std::string& name) {
             return Text::containsFolded(name, *participant);
-        }))
+        })) {
         return false;
+    }
     if (isGiven(dateFrom) && date < *dateFrom) return false;
     return !isGiven(dateTo) || date <= *dateTo;
 }
@@ -77,10 +78,11 @@ std::vector<std::size_t> AnswerScope::admittedIndexes(
                                      ? static_cast<std::uint64_t>(std::max<std::int64_t>(*lastN, 0))
                                      : std::numeric_limits<std::uint64_t>::max();
     std::vector<std::size_t> admitted;
-    for (std::size_t i = 0; i < documents.size() && admitted.size() < wanted; ++i)
+    for (std::size_t i = 0; i < documents.size() && admitted.size() < wanted; ++i) {
         // The folder first: it costs least, and the turns most.
         if (admitsFolder(documents[i].id) && admits(documents[i].id, documents[i].document))
             admitted.push_back(i);
+    }
     return admitted;
 }
 

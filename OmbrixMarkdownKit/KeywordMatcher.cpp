@@ -20,9 +20,10 @@ constexpr std::size_t mostBeginnings = 24;
 std::vector<std::string> beginningsOf(const std::vector<std::string>& stems) {
     if (std::ranges::find(stems, OneOnOne::word) != stems.end()) return {"1", "one"};
     std::string longest;
-    for (const auto& stem : stems)
+    for (const auto& stem : stems) {
         if (auto beginning = Stemmer::commonBeginning(stem); beginning.size() > longest.size())
             longest = std::move(beginning);
+    }
     return {longest};
 }
 
@@ -123,9 +124,11 @@ void KeywordMatcher::Count::step(std::string_view stem) {
         next = matcher_.child(node_, number);
     }
     node_ = next == nowhere ? root : next;
-    for (std::uint32_t node = node_; node != root; node = matcher_.nodes_[node].shorter)
-        if (const auto keyword = matcher_.nodes_[node].keyword)
+    for (std::uint32_t node = node_; node != root; node = matcher_.nodes_[node].shorter) {
+        if (const auto keyword = matcher_.nodes_[node].keyword) {
             if (times_[*keyword]++ == 0) touched_.push_back(*keyword);
+        }
+    }
 }
 
 const std::vector<KeywordMatcher::Count::Found>& KeywordMatcher::Count::finish() {

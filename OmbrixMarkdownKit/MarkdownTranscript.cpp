@@ -72,8 +72,9 @@ std::size_t std::hash<ombrix::TranscriptDocument>::operator()(
     std::size_t result = 0;
     const std::hash<std::string> text;
     for (const std::string* field : {&document.title, &document.date, &document.startedAt,
-                                     &document.notes, &document.summary, &document.meetingNotes})
+                                     &document.notes, &document.summary, &document.meetingNotes}) {
         result = result * 31 + text(*field);
+    }
     for (const auto& turn : document.turns)
         result = result * 31 + std::hash<ombrix::TranscriptDocument::Turn>()(turn);
     return result;

@@ -19,8 +19,9 @@ std::size_t formLength(std::string_view rest) {
     for (const std::string_view form : {"1:1", "1-1", "1 on 1"})
         if (Text::startsWithIgnoringAsciiCase(rest, form)) return form.size();
     for (const std::string_view form : {"one on one", "one-on-one", "one-on one", "one on-one",
-                                        "one to one", "one-to-one", "one-to one", "one to-one"})
+                                        "one to one", "one-to-one", "one-to one", "one to-one"}) {
         if (Text::startsWithIgnoringAsciiCase(rest, form)) return form.size();
+    }
     return 0;
 }
 

@@ -122,11 +122,12 @@ class Collector {
 
 std::string normalize(std::string_view word) {
     std::string fold = Text::folded(word);
-    for (const std::string_view possessive : {"'s", "\u2019s"})
+    for (const std::string_view possessive : {"'s", "\u2019s"}) {
         if (fold.ends_with(possessive)) {
             fold.resize(fold.size() - possessive.size());
             break;
         }
+    }
     std::string kept;
     kept.reserve(fold.size());
     Characters::Cursor cursor(fold);

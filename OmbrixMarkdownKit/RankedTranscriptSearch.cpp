@@ -146,11 +146,13 @@ std::vector<ScoredHit> score(std::span<const DocumentEvidence> evidence, std::si
     const Rarity found = rarity(evidence, documentCount, keywordCount, options.useIDF);
     if (refusesToRank(found, documentCount, options)) return {};
     std::vector<ScoredHit> hits;
-    for (std::size_t i = 0; i < evidence.size(); ++i)
-        if (!evidence[i].terms.empty())
+    for (std::size_t i = 0; i < evidence.size(); ++i) {
+        if (!evidence[i].terms.empty()) {
             hits.push_back({.index = i,
                             .matchedKeywords = static_cast<std::int64_t>(evidence[i].terms.size()),
                             .relevance = relevance(evidence[i], found, options)});
+        }
+    }
     std::ranges::stable_sort(hits, [&](const ScoredHit& a, const ScoredHit& b) {
         if (a.relevance != b.relevance) return a.relevance > b.relevance;
         return evidence[a.index].date > evidence[b.index].date;

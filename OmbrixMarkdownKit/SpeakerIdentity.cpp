@@ -61,9 +61,10 @@ bool WordSet::echoes(const WordSet& other) const {
 }
 
 TurnCounter::TurnCounter(const SpeakerIdentity& identity) {
-    for (const auto& alias : identity.aliases)
+    for (const auto& alias : identity.aliases) {
         if (std::string folded = foldedLabel(alias); !folded.empty())
             foldedAliases_.push_back(std::move(folded));
+    }
 }
 
 bool TurnCounter::isUser(std::string_view speaker) {

@@ -52,11 +52,12 @@ std::vector<std::string> snippetsOf(const TranscriptDocument& document,
     const auto bodies = bodyFields(document);
     for (const auto term : waiting) {
         if (snippets.size() == snippetLimit) break;
-        for (std::size_t i = 0; i < bodies.size(); ++i)
+        for (std::size_t i = 0; i < bodies.size(); ++i) {
             if (folded.bodies[i].contains(term)) {
                 snippets.push_back(Excerpt::around(bodies[i], term, snippetContext));
                 break;
             }
+        }
     }
     return snippets;
 }
@@ -99,9 +100,10 @@ std::vector<RankedHit> rank(std::span<const IdentifiedDocument> documents,
     const auto wanted = terms(query);
     std::vector<RankedHit> hits;
     if (wanted.empty()) return hits;
-    for (const auto& [id, document] : documents)
+    for (const auto& [id, document] : documents) {
         if (auto found = match(document, wanted))
             hits.push_back({.id = id, .document = document, .match = std::move(*found)});
+    }
     std::ranges::stable_sort(
         hits, [](const RankedHit& a, const RankedHit& b) { return a.match.score > b.match.score; });
     return hits;

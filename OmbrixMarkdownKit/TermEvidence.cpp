@@ -88,21 +88,23 @@ void EvidenceCollector::addHeader(const TranscriptDocument& header) {
         found.tf += weighted(times, titleTermWeight);
         found.titleHit = true;
     }
-    for (const std::string& participant : header.participants)
+    for (const std::string& participant : header.participants) {
         for (const auto& [keyword, times] : count(participant)) {
             TermEvidence& found = term(keyword);
             found.tf += weighted(times, participantTermWeight);
             found.participantHit = true;
         }
+    }
 }
 
 void EvidenceCollector::addBodies(const BodyFields& bodies) {
-    for (std::size_t i = 0; i < bodies.size(); ++i)
+    for (std::size_t i = 0; i < bodies.size(); ++i) {
         for (const auto& [keyword, times] : count(bodies[i])) {
             TermEvidence& found = term(keyword);
             found.tf += static_cast<double>(times);
             found.bodyIndexes.push_back(i);
         }
+    }
 }
 
 void EvidenceCollector::addTurn(std::size_t index) {

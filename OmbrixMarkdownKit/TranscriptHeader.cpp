@@ -69,11 +69,12 @@ constexpr std::array<ScalarKey, 15> scalarKeys = {{
 }};
 
 bool readScalar(std::string_view line, Document& document) {
-    for (const auto& [prefix, read] : scalarKeys)
+    for (const auto& [prefix, read] : scalarKeys) {
         if (line.starts_with(prefix)) {
             read(document, Text::trimmedSpacesAndTabs(line.substr(prefix.size())));
             return true;
         }
+    }
     return false;
 }
 
@@ -93,8 +94,9 @@ void readItem(List list, std::string_view item, Document& document) {
     item = Text::trimmedSpacesAndTabs(item);
     if (list == List::participants) document.participants.emplace_back(item);
     if (list == List::pendingAudio) document.pendingAudioPaths.push_back(unquoted(item));
-    if (list == List::tags)
+    if (list == List::tags) {
         if (auto tag = unquoted(item); !tag.empty()) document.tags.push_back(std::move(tag));
+    }
 }
 
 /// Reads a line that is no item of the list before it; gives the list that it opens.

@@ -27,17 +27,21 @@ std::optional<Section> headingAt(std::string_view body, std::size_t at) {
 
 void addHeadings(std::string_view body, std::vector<Mark>& marks) {
     // "#" is rare in speech, so the library's byte search runs through the body almost unhindered.
-    for (std::size_t at = body.find('#'); at != std::string_view::npos; at = body.find('#', at + 1))
+    for (std::size_t at = body.find('#'); at != std::string_view::npos;
+         at = body.find('#', at + 1)) {
         if (const auto heading = headingAt(body, at)) {
             const std::size_t end = at + sectionHeaders[static_cast<std::size_t>(*heading)].size();
             marks.push_back({at, heading, end < body.size() && body[end] == '\n'});
         }
+    }
 }
 
 void addBlockEnds(std::string_view body, std::vector<Mark>& marks) {
-    for (std::size_t at = body.find('<'); at != std::string_view::npos; at = body.find('<', at + 1))
+    for (std::size_t at = body.find('<'); at != std::string_view::npos;
+         at = body.find('<', at + 1)) {
         if (body.substr(at).starts_with(machineBlockEnd))
             marks.push_back({at, std::nullopt, false});
+    }
 }
 
 /// The section of `heading`: from behind the first line that ends in it to the next mark that

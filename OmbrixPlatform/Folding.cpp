@@ -105,11 +105,12 @@ bool isLetterOrNumber(char32_t scalar) {
 
 std::string lowercased(std::string_view text) {
     return mapped(text, [](std::string& result, char32_t scalar) {
-        if (scalar == 0x130)
+        if (scalar == 0x130) {
             result +=
                 "i\u0307";  // the one scalar whose lower case is two, whatever stands around it
-        else
+        } else {
             Utf8::append(result, static_cast<char32_t>(u_tolower(icu(scalar))));
+        }
     });
 }
 

@@ -162,9 +162,10 @@ std::vector<std::string> Object::decode<std::vector<std::string>>(const Value& v
     std::vector<std::string> strings;
     strings.reserve(list->size());
     for (const Value& item : *list) {
-        if (item.string() == nullptr)
+        if (item.string() == nullptr) {
             throw DecodingError(pathOf(key) + "[" + std::to_string(strings.size()) + "]",
                                 "not a string");
+        }
         strings.push_back(*item.string());
     }
     return strings;

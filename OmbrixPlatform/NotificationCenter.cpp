@@ -114,9 +114,8 @@ std::string busAddress() {
     if (const auto given = Process::environment("DBUS_SESSION_BUS_ADDRESS");
         given && !given->empty()) {
         std::vector<std::string_view> addresses;
-        for (const std::string_view address : Text::splitDroppingEmpty(*given, ";")) {
+        for (const std::string_view address : Text::splitDroppingEmpty(*given, ";"))
             if (!address.starts_with("autolaunch:")) addresses.push_back(address);
-        }
         return Text::joined(addresses, ";");
     }
     const auto runtime = Process::environment("XDG_RUNTIME_DIR");

@@ -60,13 +60,11 @@ class BinaryShape {
     };
 
     std::optional<std::uint64_t> number(std::uint64_t at, unsigned size) const {
-        if (size == 0 || size > 8 || at > bytes_.size() || bytes_.size() - at < size) {
+        if (size == 0 || size > 8 || at > bytes_.size() || bytes_.size() - at < size)
             return std::nullopt;
-        }
         std::uint64_t value = 0;
-        for (unsigned i = 0; i < size; ++i) {
+        for (unsigned i = 0; i < size; ++i)
             value = value << 8 | static_cast<std::uint8_t>(bytes_[at + i]);
-        }
         return value;
     }
 

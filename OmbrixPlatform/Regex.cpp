@@ -38,12 +38,13 @@ class Search {
         result.groups.reserve(static_cast<std::size_t>(count) + 1);
         for (std::int32_t group = 0; group <= count; ++group) {
             const std::int64_t start = matcher_->start64(group, status_);
-            if (start < 0)
+            if (start < 0) {
                 result.groups.emplace_back();
-            else
+            } else {
                 result.groups.emplace_back(
                     ByteRange{static_cast<std::size_t>(start),
                               static_cast<std::size_t>(matcher_->end64(group, status_))});
+            }
         }
         return result;
     }

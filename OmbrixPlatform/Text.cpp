@@ -58,8 +58,9 @@ std::vector<std::string_view> split(std::string_view text, std::string_view sepa
     std::vector<std::string_view> pieces;
     std::size_t begin = 0;
     for (std::size_t at; (at = text.find(separator, begin)) != std::string_view::npos;
-         begin = at + separator.size())
+         begin = at + separator.size()) {
         pieces.push_back(text.substr(begin, at - begin));
+    }
     pieces.push_back(text.substr(begin));
     return pieces;
 }

@@ -93,9 +93,10 @@ Decoded decode(std::string_view text, std::size_t at) {
 }
 
 std::size_t scalarStartBefore(std::string_view text, std::size_t at) {
-    for (std::size_t length = 1; length <= 4 && length <= at; ++length)
+    for (std::size_t length = 1; length <= 4 && length <= at; ++length) {
         if (!isContinuation(text[at - length]))
             return decode(text, at - length).length == length ? at - length : at - 1;
+    }
     return at - 1;
 }
 

@@ -15,9 +15,10 @@ constexpr bool isAsciiByte(char c) { return static_cast<unsigned char>(c) < 0x80
 /// The next place at or behind `from` where a text can be cut: an ASCII blank with ASCII on both
 /// sides. A mark behind a blank would stand on that blank, so the byte behind it counts.
 std::size_t nextCut(std::string_view text, std::size_t from) {
-    for (std::size_t at = from; at < text.size(); ++at)
+    for (std::size_t at = from; at < text.size(); ++at) {
         if (isAsciiSpace(text[at]) && (at + 1 == text.size() || isAsciiByte(text[at + 1])))
             return at + 1;
+    }
     return text.size();
 }
 
@@ -89,8 +90,9 @@ std::vector<ByteRange> ranges(std::string_view text) {
         }
         const auto ascii = text.substr(0, stretch.range.end);
         for (auto word = asciiWord(ascii, stretch.range.begin); !word.isEmpty();
-             word = asciiWord(ascii, word.end))
+             word = asciiWord(ascii, word.end)) {
             words.push_back(word);
+        }
     }
     return words;
 }

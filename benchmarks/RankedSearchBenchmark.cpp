@@ -50,9 +50,8 @@ void scoreOfALibrary(benchmark::State& state) {
     const KeywordMatcher matcher(keywords());
     EvidenceCollector collector(matcher, RankedTranscriptSearch::speakerQuestion(options()));
     std::vector<DocumentEvidence> evidence(documents, collector.collect(*document));
-    for (std::size_t i = 0; i < documents; ++i) {
+    for (std::size_t i = 0; i < documents; ++i)
         evidence[i].date = "2026-0" + std::to_string(1 + i % 7) + "-10";
-    }
     for (auto _ : state) {
         benchmark::DoNotOptimize(
             RankedTranscriptSearch::score(evidence, documents, keywords().size(), options()));

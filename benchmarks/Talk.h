@@ -13,9 +13,8 @@ inline std::string ascii(std::size_t bytes) {
     const Vocabulary vocabulary(dice);
     std::string text;
     while (text.size() < bytes) {
-        for (std::size_t left = dice.between(4, 18); left > 0; --left) {
+        for (std::size_t left = dice.between(4, 18); left > 0; --left)
             text.append(vocabulary.any(dice)).append(left == 1 ? ". " : " ");
-        }
     }
     return text;
 }
@@ -27,9 +26,8 @@ inline std::string mixed(std::size_t bytes) {
     std::string text;
     while (text.size() < bytes) {
         text.append(dice.of(LibraryWords::firstNames)).append(" Sørensen — that’s ");
-        for (std::size_t left = dice.between(4, 18); left > 0; --left) {
+        for (std::size_t left = dice.between(4, 18); left > 0; --left)
             text.append(vocabulary.any(dice)).append(left == 1 ? ". " : " ");
-        }
     }
     return text;
 }

@@ -21,16 +21,12 @@ void scan(benchmark::State& state, const std::string& text) {
 
 /// The same kept as a list.
 void tokenize(benchmark::State& state, const std::string& text) {
-    for (auto _ : state) {
-        benchmark::DoNotOptimize(QueryTokenizer::tokens(text));
-    }
+    for (auto _ : state) benchmark::DoNotOptimize(QueryTokenizer::tokens(text));
     state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(text.size()));
 }
 
 void words(benchmark::State& state, const std::string& text) {
-    for (auto _ : state) {
-        benchmark::DoNotOptimize(QueryTokenizer::words(text));
-    }
+    for (auto _ : state) benchmark::DoNotOptimize(QueryTokenizer::words(text));
     state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(text.size()));
 }
 

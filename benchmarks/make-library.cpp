@@ -78,9 +78,8 @@ class Meeting {
         out_.append("\nduration_min: ").append(std::to_string(dice_.between(15, 90)));
         out_ += "\nsource: Ombrix\nparticipants:\n";
         for (const auto& person : people_) out_.append("  - ").append(person).append("\n");
-        if (dice_.chance(500)) {
+        if (dice_.chance(500))
             out_.append("tags: [").append(topic_[1]).append(", ").append(topic_[2]).append("]\n");
-        }
         out_ += "---\n\n";
     }
 
@@ -102,11 +101,10 @@ class Meeting {
         const std::size_t sentences = dice_.chance(250) ? 1 : dice_.between(2, 6);
         for (std::size_t i = 0; i < sentences; ++i) {
             if (i > 0) out_ += " ";
-            if (dice_.chance(12)) {
+            if (dice_.chance(12))
                 promise();
-            } else {
+            else
                 sentence();
-            }
         }
         if (index % 60 == 59) {
             out_ += "\n\n";
@@ -130,9 +128,8 @@ class Meeting {
         if (quoted) out_ += typographic_ ? "“" : "\"";
         const std::size_t first = out_.size();
         words(dice_.between(4, 18));
-        if (out_[first] >= 'a' && out_[first] <= 'z') {
+        if (out_[first] >= 'a' && out_[first] <= 'z')
             out_[first] = static_cast<char>(out_[first] - 'a' + 'A');
-        }
         out_ += dice_.chance(120) ? "?" : ".";
         if (quoted) out_ += typographic_ ? "”" : "\"";
         if (typographic_) curlApostrophes(begin);
@@ -271,15 +268,14 @@ int main(int argc, char** argv) {
     bool understood = true;
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         const bool hasValue = i + 1 < arguments.size();
-        if (arguments[i] == "--count" && hasValue) {
+        if (arguments[i] == "--count" && hasValue)
             understood = understood && readNumber(arguments[++i], count);
-        } else if (arguments[i] == "--seed" && hasValue) {
+        else if (arguments[i] == "--seed" && hasValue)
             understood = understood && readNumber(arguments[++i], seed);
-        } else if (folder.empty() && !arguments[i].starts_with("-")) {
+        else if (folder.empty() && !arguments[i].starts_with("-"))
             folder = arguments[i];
-        } else {
+        else
             understood = false;
-        }
     }
     if (!understood || folder.empty() || count == 0) {
         std::fputs("usage: make-library FOLDER [--count N] [--seed S]\n", stderr);

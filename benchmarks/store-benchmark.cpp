@@ -73,7 +73,6 @@ int main(int argc, char** argv) {
         return 64;
     }
     std::printf("the store, median of %d rounds; the goal is a ratio of at most 2\n", rounds);
-    for (const int meetings : {2'000, 20'000}) {
+    for (const int meetings : {2'000, 20'000})
         compare(arguments[0], database(arguments[1], meetings), meetings, rounds);
-    }
 }

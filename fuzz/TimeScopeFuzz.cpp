@@ -51,9 +51,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     law(!parse.horizonDays || *parse.horizonDays >= 0, "a horizon does not look back");
     checkDay(parse.scope.dateFrom);
     checkDay(parse.scope.dateTo);
-    for (const std::string& phrase : parse.matchedPhrases) {
+    for (const std::string& phrase : parse.matchedPhrases)
         law(!phrase.empty() && Text::contains(question, phrase), "a phrase stands in the question");
-    }
     if (parse.matchedPhrases.empty()) {
         law(parse.strippedQuestion == question && parse.scope.isAll() && !parse.horizonDays,
             "without a phrase nothing changes");

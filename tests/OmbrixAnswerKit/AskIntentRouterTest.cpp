@@ -62,10 +62,12 @@ Classification plainly(const std::string& question) {
     };
     static const std::vector<Expression> expressions = [] {
         std::vector<Expression> all;
-        for (const auto& row : AskIntentRouter::table())
-            for (const auto cue : row.cues)
+        for (const auto& row : AskIntentRouter::table()) {
+            for (const auto cue : row.cues) {
                 all.push_back({{row.intent, cue},
                                std::make_unique<Regex>("\\b" + Regex::escaped(cue) + "\\b")});
+            }
+        }
         return all;
     }();
     const std::string text = Text::withStraightApostrophes(Text::lowercased(question));
@@ -80,11 +82,13 @@ TEST(AskIntentRouter, OnePassFindsWhatTheExpressionsFindOneByOne) {
         "é",      "e\u0301", "\u0301", "\u200B",   "\u200C", "\u200D", "\u00AD", "\uFEFF", "\u0903",
         "日",     "٣",       "①",      "²",        "‿",      "—",      "“",      "ß",      "İ",
         "\u212A", "😀",       "\xFF",   "\xE2\x80", "I",      "S"};
-    for (const auto& row : AskIntentRouter::table())
-        for (const auto cue : row.cues)
+    for (const auto& row : AskIntentRouter::table()) {
+        for (const auto cue : row.cues) {
             // The latest rows are drawn most, since an earlier cue hides a later one.
             for (int n = 0; n < (row.intent == AskIntent::openEnded ? 1 : 3); ++n)
                 pieces.emplace_back(cue);
+        }
+    }
 
     std::mt19937 random(20260302);
     int hits = 0;
@@ -110,8 +114,9 @@ TEST(AskIntentRouter, AQuestionOfAMegabyteIsOnePass) {
         return text;
     };
     for (const auto* piece :
-         {"a ", "i owe_ ", "\u0301", "recap\u0301", "\u0301recap", "日本 ", "\xFF"})
+         {"a ", "i owe_ ", "\u0301", "recap\u0301", "\u0301recap", "日本 ", "\xFF"}) {
         EXPECT_EQ(classify(repeated(piece)), none) << piece;
+    }
     EXPECT_EQ(classify(repeated("words ") + "recap"), found(AskIntent::catchUp, "recap"));
 }
 

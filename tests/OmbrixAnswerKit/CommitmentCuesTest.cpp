@@ -117,8 +117,9 @@ TEST(CommitmentCues, ADeadlineIsTheFirstPhraseOfTheFirstKindThatMatches) {
     for (const auto& [text, expected] : hits) EXPECT_EQ(deadline(text), expected) << text;
     for (const char* text : {"", "standby Friday", "by Fridays", "by the book", "on the week",
                              "next quarter", "someday", "end  of day", "May we 5", "by March",
-                             "by 12345-03-05", "2026-3-5", "Maybe 5"})
+                             "by 12345-03-05", "2026-3-5", "Maybe 5"}) {
         EXPECT_EQ(deadline(text), std::nullopt) << text;
+    }
 }
 
 /// Openings, half openings and what lies in wait around them.
@@ -176,8 +177,9 @@ TEST(CommitmentCues, ALongGapHidesNeitherItsOwnCueNorTheOnesBehindIt) {
                                    {"I will" + gap + "not, I can", "I will" + gap + "not"}});
     for (const std::string& expected :
          {"by" + gap + "the" + gap + "end" + gap + "of" + gap + "the" + gap + "day",
-          "till" + gap + "March" + gap + "3", "next" + gap + "week", "May" + gap + "5"})
+          "till" + gap + "March" + gap + "3", "next" + gap + "week", "May" + gap + "5"}) {
         EXPECT_TRUE(deadline(expected + ", tonight") == expected) << shown(expected);
+    }
     for (const auto* start : {"by", "by the", "until end", "due next", "before 3", "on", "March"})
         EXPECT_TRUE(deadline(start + gap + "x, by eod") == "by eod") << start;
 }

@@ -57,9 +57,10 @@ TEST(ExtractiveFloor, TheSnippetListTakesTwoSnippetsOfASourceUpToItsCap) {
         {0, ""},
         {-1, ""},
     };
-    for (const auto& [cap, text] : cases)
+    for (const auto& [cap, text] : cases) {
         EXPECT_EQ(bareFloor(cap).markdown(six, AnswerShape::prose, AskIntent::freeform), text)
             << cap;
+    }
     EXPECT_EQ(bareFloor(8).markdown({}, AnswerShape::prose, AskIntent::freeform), "");
 }
 
@@ -97,9 +98,10 @@ TEST(ExtractiveFloor, TheCommitmentListFollowsTheDirectionOfTheIntent) {
         {AskIntent::plan, mine},     {AskIntent::myCommitments, mine}, {AskIntent::owedToMe, owed},
         {AskIntent::decisions, all}, {AskIntent::catchUp, all},        {AskIntent::freeform, all},
         {AskIntent::openEnded, all}};
-    for (const auto& [intent, text] : cases)
+    for (const auto& [intent, text] : cases) {
         EXPECT_EQ(floor.markdown(twoMeetings, AnswerShape::commitments, intent), text)
             << rawValue(intent);
+    }
 
     EXPECT_EQ(floorOfTwoMeetings({.commitmentCap = 1})
                   .markdown(twoMeetings, AnswerShape::commitments, AskIntent::plan),

@@ -92,9 +92,8 @@ struct Row {
 };
 
 void expectAll(const std::vector<Row>& rows) {
-    for (const auto& [words, expected] : rows) {
+    for (const auto& [words, expected] : rows)
         EXPECT_EQ(SmallTool().tell(words), expected) << Text::joined(words, " ");
-    }
 }
 
 TEST(CommandLine, ValuesComeThroughAsTheyWereTyped) {

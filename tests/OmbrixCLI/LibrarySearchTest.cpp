@@ -141,7 +141,7 @@ TEST_F(LibrarySearch, ReadingFileByFileFindsWhatRankingTheScanFinds) {
     for (const auto& [id, document] : documents)
         EXPECT_TRUE(!id.ends_with("cr cr lf.md") || document.notes.empty());
     for (const char* question : {"alpha", "beta zeta", "1:1 alpha gamma", "\"alpha beta\" delta",
-                                 "absent epsilon", "", "absent unheard"})
+                                 "absent epsilon", "", "absent unheard"}) {
         for (const auto& scope : scopes) {
             const auto whole = answerRank(documents, question, scope, options());
             const auto streamed = search(question, scope, 1000);
@@ -149,6 +149,7 @@ TEST_F(LibrarySearch, ReadingFileByFileFindsWhatRankingTheScanFinds) {
             EXPECT_EQ(streamed.scannedCount, whole.scannedCount);
             EXPECT_EQ(streamed.totalMatched, whole.totalMatched());
         }
+    }
 }
 
 TEST_F(LibrarySearch, AFileTooLargeToReadIsPassedOver) {

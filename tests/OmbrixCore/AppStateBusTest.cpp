@@ -95,11 +95,10 @@ TEST(AppStateBus, ASnapshotWithAMissingOrWrongFieldIsRefused) {
         without.erase(key);
         const bool isRequired = least.member(key) != nullptr;
         const Json::Value missing(without);
-        if (isRequired) {
+        if (isRequired)
             EXPECT_THROW(decodeAppStateSnapshot(Json::Object(missing)), Json::DecodingError) << key;
-        } else {
+        else
             EXPECT_NO_THROW(decodeAppStateSnapshot(Json::Object(missing))) << key;
-        }
         without[key] = Json::Array{};
         const Json::Value wrong(without);
         EXPECT_THROW(decodeAppStateSnapshot(Json::Object(wrong)), Json::DecodingError) << key;

@@ -69,9 +69,8 @@ TEST_F(DictationStoreTest, AMeetingReadsBackAsItWasGiven) {
         .id = 2, .title = "Backwards", .startTime = "2026-03-02T10:00:00Z"};
     EXPECT_EQ(store.meeting(2), backwards);
     EXPECT_THAT(store.recentMeetings({}), ElementsAre(backwards, expected));
-    for (const std::int64_t id : {0L, -1L, 3L, INT64_MAX, INT64_MIN}) {
+    for (const std::int64_t id : {0L, -1L, 3L, INT64_MAX, INT64_MIN})
         EXPECT_EQ(store.meeting(id), std::nullopt) << id;
-    }
 }
 
 TEST_F(DictationStoreTest, AMeetingListIsNewestIdFirstWhateverTheTimes) {

@@ -127,9 +127,8 @@ TEST(OmbrixPaths, WithoutANamingBundleTheNameIsOmbrix) {
           "plain/ombrix-cli", "Outer.app"}) {
         EXPECT_EQ(name(folder.at(executable)), "Ombrix") << executable;
     }
-    for (const char* executable : {"", "/", "/ombrix-cli", "ombrix-cli", "/nowhere.app/x"}) {
+    for (const char* executable : {"", "/", "/ombrix-cli", "ombrix-cli", "/nowhere.app/x"})
         EXPECT_EQ(name(executable), "Ombrix") << executable;
-    }
     EXPECT_EQ(name(std::nullopt), "Ombrix");
 }
 

@@ -19,7 +19,7 @@ std::vector<std::size_t> places(const ByteScan::WordStarts& starts, std::string_
 }
 
 TEST(ByteScan, FindsOneFormsAtEveryPlaceOfABlock) {
-    for (std::size_t before = 0; before < 140; ++before)
+    for (std::size_t before = 0; before < 140; ++before) {
         for (const std::string_view form : {"1", "one", "ONE", "oNe"}) {
             // What comes before looks like it and is not: a control character, cut words.
             const std::string text =
@@ -28,6 +28,7 @@ TEST(ByteScan, FindsOneFormsAtEveryPlaceOfABlock) {
             ASSERT_EQ(ByteScan::findOneForm(text, before), before);
             ASSERT_EQ(ByteScan::findOneForm(text, before + 1), text.size());
         }
+    }
     EXPECT_EQ(ByteScan::findOneForm("", 0), 0U);
     EXPECT_EQ(ByteScan::findOneForm("no on", 0), 5U);
 }
@@ -47,14 +48,16 @@ TEST(ByteScan, EveryWordThatBeginsSoHasAPlaceInsideIt) {
             if (!beginning.empty()) beginnings.push_back(beginning);
         }
         const auto found = places(ByteScan::WordStarts(beginnings), text);
-        for (const auto& [range, normal] : words)
-            for (const auto& beginning : beginnings)
+        for (const auto& [range, normal] : words) {
+            for (const auto& beginning : beginnings) {
                 if (normal.starts_with(beginning)) {
                     const auto place = std::ranges::lower_bound(found, range.begin);
                     ASSERT_TRUE(place != found.end() && *place < range.end)
                         << test::visible(normal) << " by " << test::visible(beginning) << " at "
                         << range.begin << " of " << test::visible(text);
                 }
+            }
+        }
     }
 }
 
@@ -71,7 +74,7 @@ TEST(ByteScan, AWordIsFoundAcrossTheBordersOfBlocks) {
         {"\u00DFa", "ssa"},       {"\uD55C\uAD6D", "\u1112\u1161"},
         {"p\u0301rice", "price"},
     };
-    for (const auto& [word, beginning] : cases)
+    for (const auto& [word, beginning] : cases) {
         for (std::size_t before = 0; before < 140; ++before) {
             const std::string text =
                 std::string(before, 'x') + " " + word + std::string(before % 70, ' ');
@@ -80,6 +83,7 @@ TEST(ByteScan, AWordIsFoundAcrossTheBordersOfBlocks) {
             ASSERT_GT(found[0], before);
             ASSERT_LE(found[0], before + word.size());
         }
+    }
 }
 
 TEST(ByteScan, OtherWordsAreRarelyLookedAt) {

@@ -277,8 +277,9 @@ TEST(MarkdownTranscript, StatusAndNotesAnswerQuestions) {
                                      {" \n", false},
                                      {placeholder, false},
                                      {"\n" + placeholder + " ", false},
-                                     {placeholder + " x", true}})
+                                     {placeholder + " x", true}}) {
         EXPECT_EQ((TranscriptDocument{.notes = notes}.hasUserNotes()), has) << notes;
+    }
 }
 
 /// The section as its rules say it, heading by heading.
@@ -289,9 +290,10 @@ std::string plainSection(std::string_view body, std::size_t heading) {
     if (found == std::string_view::npos) return {};
     const auto rest = body.substr(found + opening.size());
     std::size_t end = std::min(rest.find("\n<!-- /ombrix:ai -->"), rest.size());
-    for (std::size_t other = 0; other < sectionHeaders.size(); ++other)
+    for (std::size_t other = 0; other < sectionHeaders.size(); ++other) {
         if (other != heading)
             end = std::min(end, rest.find("\n" + std::string(sectionHeaders[other])));
+    }
     return std::string(rest.substr(0, end));
 }
 
@@ -304,10 +306,11 @@ TEST(MarkdownTranscript, OneSearchFindsTheSectionsThatSixWouldFind) {
         std::string body;
         for (std::size_t i = random.below(14); i > 0; --i) body += random.from(pieces);
         const TranscriptSections::Sections sections(body);
-        for (std::size_t heading = 0; heading < 6; ++heading)
+        for (std::size_t heading = 0; heading < 6; ++heading) {
             ASSERT_EQ(sections.raw(static_cast<TranscriptSections::Section>(heading)),
                       plainSection(body, heading))
                 << test::visible(body);
+        }
     }
 }
 

@@ -31,11 +31,10 @@ std::vector<OneOnOne::Match> plainForms(std::string_view text) {
 
 std::string plainNormal(std::string_view word) {
     std::string fold = Text::folded(word);
-    if (fold.ends_with("'s")) {
+    if (fold.ends_with("'s"))
         fold.resize(fold.size() - 2);
-    } else if (fold.ends_with("\u2019s")) {
+    else if (fold.ends_with("\u2019s"))
         fold.resize(fold.size() - 4);
-    }
     std::string kept;
     for (std::size_t at = 0; at < fold.size();) {
         const std::size_t next = Characters::forward(fold, at, 1);
@@ -115,7 +114,7 @@ TEST(QueryTokenizer, LongWordsAndOddJointsLieAcrossEveryBorder) {
         "1:1's",
         "11:15 1:1",
     };
-    for (const std::string& row : rows)
+    for (const std::string& row : rows) {
         for (std::size_t before = 0; before < 140; ++before) {
             for (const char filler : {' ', 'f', '-'}) {
                 const std::string text = std::string(before, filler) + " " + row + " " +
@@ -125,13 +124,15 @@ TEST(QueryTokenizer, LongWordsAndOddJointsLieAcrossEveryBorder) {
                 if (HasFatalFailure()) return;
             }
         }
+    }
 }
 
 TEST(QueryTokenizer, AForeignWordLeavesRoomForALongOneBehindIt) {
     // A word through ICU, longer than a short string holds, then a plain run of up to 63 letters.
-    for (std::size_t length = 1; length < 130; ++length)
+    for (std::size_t length = 1; length < 130; ++length) {
         expectWordsOfThePlainWay(std::string(length, 'x') + "\u00E9 " + std::string(60, 'y') + " " +
                                  std::string(length, 'z') + " " + std::string(90, ' '));
+    }
 }
 
 TEST(QueryTokenizer, OneOnOneIsFoundAsItsExpressionFindsIt) {
@@ -367,7 +368,7 @@ TEST(QueryTokenizer, EveryWordOfAStemBeginsWithTheirCommonBeginning) {
          "prioritiz", "prioritis", "stor",   "plan",       "cal",
          "x",         "buz",       "ed",     "ing",        "\u0436\u0436\u0436",
          "1o1",       "match"});
-    for (const auto root : roots)
+    for (const auto root : roots) {
         for (const auto ending : endings) {
             const std::string word = std::string(root) + std::string(ending);
             const std::string stem = QueryTokenizer::stem(word);
@@ -375,6 +376,7 @@ TEST(QueryTokenizer, EveryWordOfAStemBeginsWithTheirCommonBeginning) {
             EXPECT_TRUE(word.starts_with(beginning)) << word << " " << stem << " " << beginning;
             EXPECT_FALSE(beginning.empty()) << word;
         }
+    }
 }
 
 TEST(QueryTokenizer, AQuestionOfAMegabyteIsLinear) {

@@ -294,9 +294,10 @@ TEST(RankedTranscriptSearch, AFileReadInViewsGivesTheEvidenceOfItsDocument) {
         std::vector<double> counts(matcher.keywords().size(), 0);
         const auto add = [&](std::string_view field, double weight) {
             const auto tokens = QueryTokenizer::tokens(field);
-            for (std::size_t k = 0; k < counts.size(); ++k)
+            for (std::size_t k = 0; k < counts.size(); ++k) {
                 counts[k] += weight * static_cast<double>(
                                           QueryTokenizer::count(matcher.keywords()[k], tokens));
+            }
         };
         add(document->title, 3);
         for (const auto& name : document->participants) add(name, 2);
@@ -311,12 +312,13 @@ TEST(RankedTranscriptSearch, AFileReadInViewsGivesTheEvidenceOfItsDocument) {
 TEST(KeywordMatcher, ManyKeywordsAreCountedAsFewAre) {
     // More keywords than there are beginnings to look for; phrases that begin and end alike.
     std::vector<std::string> keywords;
-    for (const char* a : {"aa", "bb", "cc"})
+    for (const char* a : {"aa", "bb", "cc"}) {
         for (const char* b : {"aa", "bb", "cc"}) {
             keywords.push_back(std::string(a) + " " + b);
             for (const char* c : {"aa", "bb", "cc"})
                 keywords.push_back(std::string(a) + " " + b + " " + c);
         }
+    }
     keywords.insert(keywords.end(), {"aa", "bb", "aa aa aa aa aa"});
     const KeywordMatcher matcher(keywords);
     KeywordMatcher::Count count(matcher);
@@ -331,8 +333,9 @@ TEST(KeywordMatcher, ManyKeywordsAreCountedAsFewAre) {
         std::vector<std::size_t> found(keywords.size(), 0);
         for (const auto& [keyword, times] : count.finish()) found[keyword] = times;
         const auto tokens = QueryTokenizer::tokens(text);
-        for (std::size_t k = 0; k < keywords.size(); ++k)
+        for (std::size_t k = 0; k < keywords.size(); ++k) {
             ASSERT_EQ(found[k], QueryTokenizer::count(matcher.keywords()[k], tokens))
                 << keywords[k] << " in " << text;
+        }
     }
 }

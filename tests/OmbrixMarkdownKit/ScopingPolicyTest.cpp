@@ -27,10 +27,11 @@ TEST(ScopingPolicy, ADefaultWindowIsBetweenOneWeekAndThirtyDaysLong) {
         {10, 10, "2026-03-01"},
         {100, 30, "2026-02-09"},
     };
-    for (const auto& [horizon, days, from] : cases)
+    for (const auto& [horizon, days, from] : cases) {
         EXPECT_EQ(ScopingPolicy::window(horizon, now(), berlin),
                   (Window{from, "2026-03-10", days, none, none}))
             << days;
+    }
 }
 
 TEST(ScopingPolicy, AWindowOfGivenLengthHasAtLeastOneDay) {

@@ -48,11 +48,13 @@ TEST(SpeakerIdentity, ALabelMatchesAWholeAliasWhateverItsCaseAndDiacritics) {
 
 TEST(Participation, ASubstantiveTextHasAFourthWord) {
     for (const char* text : {"yes sure ok then", "  we\tkeep\r\nthe   price  ", "ja gut ähm so",
-                             "ja\u00A0gut\u00A0also\u00A0so", "- - - -"})
+                             "ja\u00A0gut\u00A0also\u00A0so", "- - - -"}) {
         EXPECT_TRUE(Participation::isSubstantive(text)) << text;
+    }
     for (const char* text : {"", " yes  sure\n\nok ", "sehr schön ähm", "one,two,three,four five",
-                             "Überlegungen\u2003und mehr"})
+                             "Überlegungen\u2003und mehr"}) {
         EXPECT_FALSE(Participation::isSubstantive(text)) << text;
+    }
 }
 
 TEST(Participation, AnEchoSharesNineTenthsOfTheLargerSetOfWords) {

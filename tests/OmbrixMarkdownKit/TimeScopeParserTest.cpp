@@ -197,10 +197,11 @@ TEST(TimeScopeParser, DaysAreThoseOfTheCalendarsZone) {
         {newYork, "2026-11-02T04:45:00Z", "last 2 days", days("2026-10-31", "2026-11-01"), none},
         {newYork, "2026-11-02T04:45:00Z", "in november", days("2026-11-01", "2026-11-30"), none},
     };
-    for (const auto& [calendar, now, question, scope, horizon] : cases)
+    for (const auto& [calendar, now, question, scope, horizon] : cases) {
         EXPECT_EQ(TimeScopeParser::parse(question, *parseIsoInstant(now), calendar),
                   (Parse{scope, "", {question}, horizon}))
             << question << " at " << now;
+    }
 }
 
 TEST(TimeScopeParser, ALongQuestionIsReadToItsEnd) {

@@ -60,15 +60,17 @@ TEST(TurnIdentity, ParsesItsOwnFormAndLittleMore) {
     for (const char* id :
          {"", "t", "-", "t-", "t12-abcdef", "t000-abcdef", "t-12-abcdef", "007-abcdef",
           "T007-abcdef", "t007abcdef", "t007-abcde", "t007-abcdefa", "t007-abcdeg", "t0x7-abcdef",
-          "t 07-abcdef", "t007-abcde\u0661", "t007-abcdef\n", "t9223372036854775808-abcdef"})
+          "t 07-abcdef", "t007-abcde\u0661", "t007-abcdef\n", "t9223372036854775808-abcdef"}) {
         EXPECT_EQ(TranscriptTurnID::parse(id), std::nullopt) << id;
+    }
 }
 
 TEST(TurnIdentity, FindsATurnAgainAfterEdits) {
     Turns turns;
     for (const char* text : {"one", "two", "Same words", "four", "five", "six", "seven", "eight",
-                             "same, words!", "ten"})
+                             "same, words!", "ten"}) {
         turns.push_back({"Ann", text});
+    }
     const struct {
         const char* why;
         std::size_t position;

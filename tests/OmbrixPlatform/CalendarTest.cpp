@@ -76,21 +76,23 @@ TEST(Calendar, MonthsAndYearsClip) {
 TEST(Calendar, WhatLiesOutsideTheRangeIsNothing) {
     const auto utc = Calendar::gregorianUtc();
     const Instant now = at("2026-03-01T08:00:00Z");
-    for (const Unit unit : {Unit::day, Unit::weekOfYear, Unit::month, Unit::year})
+    for (const Unit unit : {Unit::day, Unit::weekOfYear, Unit::month, Unit::year}) {
         for (const std::int64_t sign : {1, -1}) {
             EXPECT_EQ(utc.adding(sign * INT64_MAX, unit, now), std::nullopt);
             EXPECT_EQ(utc.adding(sign * INT32_MAX, unit, now), std::nullopt);
         }
+    }
     EXPECT_EQ(utc.adding(300'000'000, Unit::year, now), std::nullopt);
     EXPECT_EQ(utc.midnight(INT64_MAX, 1, 1), std::nullopt);
     EXPECT_EQ(utc.midnight(2026, INT64_MIN, 1), std::nullopt);
     // However far an instant lies, asking about it does no harm.
-    for (const std::int64_t seconds : {INT64_MAX, INT64_MIN, INT64_MAX / 1000})
+    for (const std::int64_t seconds : {INT64_MAX, INT64_MIN, INT64_MAX / 1000}) {
         for (const Unit unit : {Unit::day, Unit::weekOfYear, Unit::month, Unit::year}) {
             const Instant far{std::chrono::seconds(seconds)};
             utc.interval(unit, far);
             utc.dayString(utc.startOfDay(far));
         }
+    }
 }
 
 TEST(Calendar, MidnightIsLenientAndADayIsNot) {
@@ -108,8 +110,9 @@ TEST(Calendar, MidnightIsLenientAndADayIsNot) {
     }
     for (const char* no : {"2026-02-29", "2026-2-28", "2026-02-28 ", " 2026-02-28", "2026-02-2",
                            "20260228", "2026/02/28", "2026-00-01", "2026-01-00", "+026-01-01",
-                           "-026-01-01", "\u0662026-01-1", ""})
+                           "-026-01-01", "\u0662026-01-1", ""}) {
         EXPECT_FALSE(utc.parseDay(no)) << no;
+    }
 }
 
 TEST(Calendar, DaysKeepTheWallClockOverAChange) {

@@ -154,9 +154,11 @@ TEST(Files, AReaderShowsEachFileInItsTurn) {
 
 TEST(Files, AWalkSeesEveryFileBelowOnce) {
     const test::TestFolder folder;
-    for (const char* name : {"a.md", "x/b.md", "x/y/c", "x/new\nline.md", ".hidden", ".git/config",
-                             "x/.ombrix/side.json", "x/caf\u00E9.md", "outside/z.md", "x/bad\xFF"})
+    for (const char* name :
+         {"a.md", "x/b.md", "x/y/c", "x/new\nline.md", ".hidden", ".git/config",
+          "x/.ombrix/side.json", "x/caf\u00E9.md", "outside/z.md", "x/bad\xFF"}) {
         folder.write(name, "");
+    }
     std::filesystem::create_symlink("../outside", folder.at("x/linked-folder"));
     std::filesystem::create_symlink("..", folder.at("x/up"));
     std::filesystem::create_symlink("b.md", folder.at("x/linked-file"));

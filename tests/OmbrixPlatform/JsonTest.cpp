@@ -18,8 +18,9 @@ using Json::Value;
 
 TEST(Json, ReadsWholeTextsOnly) {
     for (const char* good :
-         {"null", " [ ] ", "{\"a\":{}}\n", "\"\\u00e9\\ud83d\\ude00\"", "-0.5e-3"})
+         {"null", " [ ] ", "{\"a\":{}}\n", "\"\\u00e9\\ud83d\\ude00\"", "-0.5e-3"}) {
         EXPECT_NO_THROW(Json::parse(good)) << good;
+    }
     const struct {
         const char* why;
         std::string text;
@@ -51,8 +52,8 @@ TEST(Json, ReadsWholeTextsOnly) {
 
 TEST(Json, NestsTo512WhateverTheBrackets) {
     std::mt19937 random(11);
-    for (int round = 0; round < 40; ++round)
-        for (const std::size_t depth : {511U, 512U, 513U, 100'000U})
+    for (int round = 0; round < 40; ++round) {
+        for (const std::size_t depth : {511U, 512U, 513U, 100'000U}) {
             for (const std::string_view innermost : {"", "1"}) {
                 std::string open;
                 std::string close;
@@ -63,13 +64,16 @@ TEST(Json, NestsTo512WhateverTheBrackets) {
                     close.insert(close.begin(), list ? ']' : '}');
                 }
                 const std::string text = open + std::string(innermost) + close;
-                if (depth <= Json::maximalDepth)
+                if (depth <= Json::maximalDepth) {
                     EXPECT_NO_THROW(Json::parse(text)) << depth << " '" << innermost << "'";
-                else
+                } else {
                     EXPECT_THROW(Json::parse(text), Json::SyntaxError)
                         << depth << " '" << innermost << "'";
+                }
                 if (depth == 100'000U) break;
             }
+        }
+    }
 }
 
 TEST(Json, NumbersKeepTheirKind) {

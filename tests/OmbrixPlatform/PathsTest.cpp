@@ -62,8 +62,9 @@ TEST(Paths, JoinAndExpand) {
                                          {"~/x", "/home/ann/x"},
                                          {"~bob/x", "~bob/x"},
                                          {"/a/~", "/a/~"},
-                                         {"", ""}})
+                                         {"", ""}}) {
         EXPECT_EQ(Paths::expandingTilde(path, "/home/ann"), expanded) << path;
+    }
 }
 }  // namespace
 }  // namespace ombrix

@@ -56,11 +56,10 @@ class Variable {
 
   private:
     void set(const std::optional<std::string>& value) {
-        if (value) {
+        if (value)
             ::setenv(name_.c_str(), value->c_str(), 1);
-        } else {
+        else
             ::unsetenv(name_.c_str());
-        }
     }
 
     std::string name_;

@@ -46,14 +46,17 @@ TEST(Words, AreThoseOfTheWholeTextHoweverItIsCut) {
 TEST(Words, EveryTripleOfAsciiBytesIsCutByTheAsciiRule) {
     // Representatives of each class the rules know, and one byte of none.
     constexpr std::string_view classes = "aZ09_@.',;:\"-/ \t\r\n\v+";
-    for (const char first : classes)
-        for (const char second : classes)
-            for (const char third : classes)
+    for (const char first : classes) {
+        for (const char second : classes) {
+            for (const char third : classes) {
                 for (const std::string_view behind : {"", "a", "1"}) {
                     const std::string text =
                         std::string{first, second, third} + std::string(behind);
                     ASSERT_EQ(Words::ranges(text), icuWords(text)) << test::visible(text);
                 }
+            }
+        }
+    }
 }
 
 TEST(Words, StretchesCoverTheTextWithoutAGap) {

@@ -19,11 +19,10 @@ std::optional<std::string> textOf(const fs::path& path) {
 std::vector<std::string> split(const std::string& text, char separator) {
     std::vector<std::string> pieces(1);
     for (const char c : text) {
-        if (c == separator) {
+        if (c == separator)
             pieces.emplace_back();
-        } else {
+        else
             pieces.back() += c;
-        }
     }
     return pieces;
 }
@@ -97,16 +96,14 @@ std::vector<std::string> linesOf(const std::string& path) {
 
 std::vector<CaseRun> runsOf(const std::string& caseFolder) {
     std::vector<CaseRun> runs;
-    for (const auto& line : linesOf(caseFolder + "/lines")) {
+    for (const auto& line : linesOf(caseFolder + "/lines"))
         if (!line.empty() && line.front() != '#') runs.push_back(runOfLine(line));
-    }
     if (fs::exists(fs::path(caseFolder) / "arguments")) runs.push_back(runIn(caseFolder));
     std::vector<fs::path> numbered;
     for (const auto& entry : fs::directory_iterator(caseFolder)) {
         const std::string name = entry.path().filename().string();
-        if (entry.is_directory() && name.front() >= '0' && name.front() <= '9') {
+        if (entry.is_directory() && name.front() >= '0' && name.front() <= '9')
             numbered.push_back(entry.path());
-        }
     }
     std::ranges::sort(numbered, {},
                       [](const fs::path& path) { return std::stoi(path.filename().string()); });

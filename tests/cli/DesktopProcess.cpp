@@ -27,9 +27,8 @@ DesktopProcess::DesktopProcess(const std::string& program, const std::string& sc
     ::close(ends[1]);
     lines_ = ends[0];
     std::string line;
-    if (child_ < 0 || !readLine(line, 10'000) || line != "ready") {
+    if (child_ < 0 || !readLine(line, 10'000) || line != "ready")
         throw std::runtime_error("the fake desktop application does not listen: " + line);
-    }
 }
 
 DesktopProcess::~DesktopProcess() {
@@ -61,9 +60,8 @@ std::vector<std::string> DesktopProcess::heard(std::size_t atLeast) {
     const std::string uniqueId = "FFFFFFFF-FFFF-FFFF-FFFF-FFFFFFFFFFFF";
     std::vector<std::string> result;
     std::string line;
-    while (readLine(line, result.size() < atLeast ? 5000 : 100)) {
+    while (readLine(line, result.size() < atLeast ? 5000 : 100))
         result.push_back(replacingShape(line, uniqueId, "{id}"));
-    }
     return result;
 }
 }  // namespace ombrix::ToolTests

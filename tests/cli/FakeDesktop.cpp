@@ -51,11 +51,10 @@ std::map<std::string, std::vector<Step>> readScript(const fs::path& path) {
         std::istringstream words(line);
         Step step;
         words >> step.verb >> step.first >> step.second;
-        if (step.verb == "on") {
+        if (step.verb == "on")
             heard = step.first;
-        } else if (!step.verb.empty()) {
+        else if (!step.verb.empty())
             answers[heard].push_back(step);
-        }
     }
     return answers;
 }

@@ -20,9 +20,8 @@ namespace {
 namespace fs = std::filesystem;
 
 std::string replacingAll(std::string text, const std::string& from, const std::string& to) {
-    for (auto at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size())) {
+    for (auto at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size()))
         text.replace(at, from.size(), to);
-    }
     return text;
 }
 
@@ -53,13 +52,12 @@ Snapshot snapshotOf(const std::string& folder) {
     for (const auto& entry : fs::recursive_directory_iterator(folder)) {
         const std::string name = fs::relative(entry.path(), folder).string();
         if (name.ends_with("ombrix.db-wal") || name.ends_with("ombrix.db-shm")) continue;
-        if (entry.is_symlink()) {
+        if (entry.is_symlink())
             result[name] = "link to " + fs::read_symlink(entry.path()).string();
-        } else if (entry.is_regular_file()) {
+        else if (entry.is_regular_file())
             result[name] = "file: " + fileText(entry.path().string());
-        } else {
+        else
             result[name] = entry.is_directory() ? "folder" : "special";
-        }
     }
     return result;
 }
@@ -163,9 +161,8 @@ class CaseRunner {
     void expectUnchanged(const Snapshot& before, const Snapshot& after,
                          const std::vector<std::string>& changes) {
         const auto isAllowed = [&changes](const std::string& name) {
-            for (const auto& one : changes) {
+            for (const auto& one : changes)
                 if (name == one || (one.ends_with('/') && name.starts_with(one))) return true;
-            }
             return false;
         };
         for (const auto& [name, content] : before) {
@@ -173,9 +170,8 @@ class CaseRunner {
             if (isAllowed(name) || (found != after.end() && found->second == content)) continue;
             complain((found == after.end() ? "removed " : "changed ") + name);
         }
-        for (const auto& [name, content] : after) {
+        for (const auto& [name, content] : after)
             if (!before.contains(name) && !isAllowed(name)) complain("made " + name);
-        }
     }
 
     std::string case_;

@@ -99,17 +99,15 @@ bool drain(int output, int errors, Outcome& into, Clock::time_point deadline) {
         const auto left =
             std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now()).count();
         if (left <= 0) return false;
-        if (::poll(ends.data(), ends.size(), static_cast<int>(left)) < 0 && errno != EINTR) {
+        if (::poll(ends.data(), ends.size(), static_cast<int>(left)) < 0 && errno != EINTR)
             fail("poll");
-        }
         for (std::size_t i = 0; i < ends.size(); ++i) {
             if (ends[i].fd < 0 || ends[i].revents == 0) continue;
             const ssize_t got = ::read(ends[i].fd, buffer.data(), buffer.size());
-            if (got > 0) {
+            if (got > 0)
                 texts[i]->append(buffer.data(), static_cast<std::size_t>(got));
-            } else {
+            else
                 ends[i].fd = -1;  // poll passes a negative descriptor over
-            }
         }
     }
     return true;
