@@ -1,5 +1,8 @@
 #include "OmbrixAnswerKit/AnswerModels.h"
 
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
 namespace ombrix {
 namespace {
 

@@ -1,5 +1,7 @@
 #include "OmbrixAnswerKit/AnswerSynthesis.h"
 
+#include <gtest/gtest.h>
+
 #include "OmbrixAnswerKit/GroundedAnswerPrompt.h"
 
 namespace ombrix {

@@ -1,5 +1,6 @@
 #include "OmbrixAnswerKit/ExtractiveFloor.h"
 
+#include <gtest/gtest.h>
 #include <sys/resource.h>
 
 namespace ombrix {

@@ -1,5 +1,7 @@
 #include "OmbrixAnswerKit/StructuredAnswer.h"
 
+#include <gtest/gtest.h>
+
 #include <random>
 
 #include "OmbrixAnswerKit/GroundedAnswerPrompt.h"

@@ -1,5 +1,8 @@
 #include "OmbrixCore/AppStateBus.h"
 
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
 #include <limits>
 #include <thread>
 

@@ -1,4 +1,6 @@
 // What the store does with a database that is not as it should be.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>

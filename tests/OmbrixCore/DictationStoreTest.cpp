@@ -1,5 +1,8 @@
 #include "OmbrixCore/DictationStore.h"
 
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
 #include "OmbrixCore/RawDatabase.h"
 #include "OmbrixPlatform/TestFolder.h"
 

@@ -1,5 +1,7 @@
 #include "OmbrixCore/OmbrixPaths.h"
 
+#include <gtest/gtest.h>
+
 #include <map>
 
 #include "OmbrixPlatform/TestFolder.h"

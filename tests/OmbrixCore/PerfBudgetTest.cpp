@@ -1,5 +1,8 @@
 #include "OmbrixCore/PerfBudget.h"
 
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
 #include <limits>
 
 namespace ombrix {

@@ -1,5 +1,7 @@
 #include "OmbrixCore/Streaks.h"
 
+#include <gtest/gtest.h>
+
 namespace ombrix {
 namespace {
 

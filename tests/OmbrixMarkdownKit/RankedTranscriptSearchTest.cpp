@@ -10,12 +10,12 @@
 #include "OmbrixMarkdownKit/QueryTokenizer.h"
 #include "OmbrixPlatform/Text.h"
 
-using namespace ombrix;
-using namespace ombrix::RankedTranscriptSearch;
+namespace ombrix {
+namespace {
+
+using namespace RankedTranscriptSearch;
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-namespace {
 
 constexpr Instant now = std::chrono::sys_days(std::chrono::year(2026) / 3 / 31);
 
@@ -45,7 +45,6 @@ double tf(const TranscriptDocument& document, const std::string& keyword) {
     const auto evidence = evidenceOf(document, {keyword});
     return evidence.terms.empty() ? 0 : evidence.terms.front().tf;
 }
-}  // namespace
 
 TEST(RankedTranscriptSearch, AFieldWeighsByItsKind) {
     TranscriptDocument document;
@@ -339,3 +338,5 @@ TEST(KeywordMatcher, ManyKeywordsAreCountedAsFewAre) {
         }
     }
 }
+}  // namespace
+}  // namespace ombrix

@@ -1,5 +1,7 @@
 #include "OmbrixPlatform/NotificationCenter.h"
 
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>

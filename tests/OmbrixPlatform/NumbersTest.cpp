@@ -16,7 +16,7 @@ constexpr double infinite = std::numeric_limits<double>::infinity();
 TEST(Numbers, AnIntegerIsASignAndDigitsAndNothingElse) {
     const struct {
         const char* text;
-        std::optional<std::int64_t> value;
+        std::int64_t value;
     } cases[] = {
         {"0", 0},
         {"010", 10},
@@ -25,25 +25,14 @@ TEST(Numbers, AnIntegerIsASignAndDigitsAndNothingElse) {
         {"-0", 0},
         {"9223372036854775807", INT64_MAX},
         {"-9223372036854775808", INT64_MIN},
-        {"9223372036854775808", {}},
-        {"-9223372036854775809", {}},
-        {"", {}},
-        {"+", {}},
-        {"-", {}},
-        {"+-1", {}},
-        {"-+1", {}},
-        {"++1", {}},
-        {"--1", {}},
-        {" 1", {}},
-        {"1 ", {}},
-        {"1.0", {}},
-        {"1e3", {}},
-        {"0x1", {}},
-        {"1_000", {}},
-        {"\u0663", {}},
     };
     for (const auto& [text, value] : cases)
         EXPECT_EQ(Numbers::parseInteger<std::int64_t>(text), value) << "'" << text << "'";
+    for (const char* text :
+         {"9223372036854775808", "-9223372036854775809", "", "+", "-", "+-1", "-+1", "++1", "--1",
+          " 1", "1 ", "1.0", "1e3", "0x1", "1_000", "\u0663"}) {
+        EXPECT_EQ(Numbers::parseInteger<std::int64_t>(text), std::nullopt) << "'" << text << "'";
+    }
     EXPECT_EQ(Numbers::parseInteger<int>("2147483648"), std::nullopt);
     EXPECT_EQ(Numbers::parseInteger<std::size_t>("-1"), std::nullopt);
     EXPECT_EQ(Numbers::parseInteger<std::size_t>("+18446744073709551615"), SIZE_MAX);
@@ -52,28 +41,18 @@ TEST(Numbers, AnIntegerIsASignAndDigitsAndNothingElse) {
 
 TEST(Numbers, ADoubleIsWhatTheCLibraryTakesWhole) {
     const struct {
-        std::string text;
-        std::optional<double> value;
+        const char* text;
+        double value;
     } cases[] = {
-        {"12.5", 12.5},
-        {"-.5e1", -5},
-        {"5.", 5},
-        {" \t3", 3},
-        {"0x10", 16},
-        {"1e999", infinite},
-        {"-inf", -infinite},
-        {"+1", 1},
-        {"3 ", {}},
-        {"", {}},
-        {"   ", {}},
-        {"abc", {}},
-        {"1,5", {}},
-        {"1e", {}},
-        {std::string("1\0", 2), {}},
-        {std::string("1\0002", 3), {}},
+        {"12.5", 12.5}, {"-.5e1", -5},       {"5.", 5},           {" \t3", 3},
+        {"0x10", 16},   {"1e999", infinite}, {"-inf", -infinite}, {"+1", 1},
     };
     for (const auto& [text, value] : cases)
         EXPECT_EQ(Numbers::parseDouble(text), value) << "'" << text << "'";
+    for (const char* text : {"3 ", "", "   ", "abc", "1,5", "1e"})
+        EXPECT_EQ(Numbers::parseDouble(text), std::nullopt) << "'" << text << "'";
+    EXPECT_EQ(Numbers::parseDouble(std::string("1\0", 2)), std::nullopt);
+    EXPECT_EQ(Numbers::parseDouble(std::string("1\0002", 3)), std::nullopt);
     EXPECT_TRUE(std::isnan(Numbers::parseDouble("nan").value()));
 }
 

@@ -1,5 +1,7 @@
 #include "OmbrixPlatform/Process.h"
 
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
 

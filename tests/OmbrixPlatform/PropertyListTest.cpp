@@ -1,5 +1,7 @@
 #include "OmbrixPlatform/PropertyList.h"
 
+#include <gtest/gtest.h>
+
 namespace ombrix {
 namespace {
 

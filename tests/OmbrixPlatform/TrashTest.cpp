@@ -1,5 +1,8 @@
 #include "OmbrixPlatform/Trash.h"
 
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
 #include "OmbrixPlatform/TestFolder.h"
 
 namespace ombrix {
