@@ -200,8 +200,7 @@ void declareAnswer(Command root) {
         "and the extractive floor (cited list, no model). Model answers come from your Claude or "
         "Ombrix in the app. An ask that starts with a skill's command (\"/slack-recap my last 3 "
         "Lumen meetings\") prints the meetings that skill ask would read, and says back any word "
-        "no "
-        "meeting on file has.");
+        "no meeting on file has.");
     const auto options = command.options<AnswerOptions>();
     command.positional("question", options->question, "The question to ask across your meetings.");
     command.option("--limit", options->limit, "Max meetings to cite (default 5).");

@@ -47,6 +47,7 @@ AppStateSnapshot decodeAppStateSnapshot(const Json::Object& in) {
 }
 
 namespace {
+
 template <typename T>
 std::optional<Json::Value> object(const std::optional<std::map<std::string, T>>& entries) {
     if (!entries) return std::nullopt;

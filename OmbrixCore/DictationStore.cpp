@@ -10,6 +10,7 @@
 
 namespace ombrix {
 namespace {
+
 using Sqlite::Access;
 using Sqlite::Connection;
 using Sqlite::Statement;

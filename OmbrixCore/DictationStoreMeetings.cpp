@@ -7,6 +7,7 @@
 
 namespace ombrix {
 namespace {
+
 using Sqlite::Access;
 using Sqlite::Connection;
 using Sqlite::Statement;
@@ -165,5 +166,4 @@ void DictationStore::moveMeeting(std::int64_t id, std::optional<std::int64_t> fo
         .bind(id)
         .finish();
 }
-
 }  // namespace ombrix

@@ -9,6 +9,7 @@
 
 namespace ombrix::OmbrixPaths {
 namespace {
+
 constexpr std::string_view applicationFolder = "/Applications/Ombrix.app";
 
 /// Larger files are none that a bundle names itself in, and must not fill the memory.

@@ -8,6 +8,7 @@
 
 namespace ombrix::PerfBudget {
 namespace {
+
 constexpr std::array<double, allPaths.size()> budgets{800, 120, 16, 1500};
 
 std::optional<double> sampleOf(const Samples& samples, std::string_view path) {

@@ -51,6 +51,7 @@ BreakIterator::BreakIterator(Kind kind, std::string_view text) : kind_(kind) {
 BreakIterator::~BreakIterator() { poolOf(kind_).push_back(std::move(handles_)); }
 
 namespace {
+
 std::size_t place(std::int32_t boundary) {
     return boundary == UBRK_DONE ? BreakIterator::done : static_cast<std::size_t>(boundary);
 }

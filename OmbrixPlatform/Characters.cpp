@@ -6,6 +6,7 @@
 
 namespace ombrix::Characters {
 namespace {
+
 bool isAsciiAt(std::string_view text, std::size_t at) {
     return static_cast<unsigned char>(text[at]) < 0x80;
 }

@@ -105,12 +105,11 @@ bool isLetterOrNumber(char32_t scalar) {
 
 std::string lowercased(std::string_view text) {
     return mapped(text, [](std::string& result, char32_t scalar) {
-        if (scalar == 0x130) {
-            result +=
-                "i\u0307";  // the one scalar whose lower case is two, whatever stands around it
-        } else {
+        // The one scalar whose lower case is two, whatever stands around it.
+        if (scalar == 0x130)
+            result += "i\u0307";
+        else
             Utf8::append(result, static_cast<char32_t>(u_tolower(icu(scalar))));
-        }
     });
 }
 

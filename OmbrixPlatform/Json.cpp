@@ -60,7 +60,8 @@ class Writer {
     void put(double d) {
         if (!std::isfinite(d))
             throw EncodingError("JSON has no form for the number " + Numbers::described(d));
-        text_ += Numbers::shortest(d);
+        // Read back, a whole number is an integer, and there is one zero among those.
+        text_ += Numbers::shortest(d == 0 ? 0.0 : d);
     }
     void put(const std::string& s) {
         if (Utf8::isValid(s))

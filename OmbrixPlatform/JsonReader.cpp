@@ -172,6 +172,7 @@ std::vector<std::string> Object::decode<std::vector<std::string>>(const Value& v
 }
 
 namespace {
+
 const Members& membersOf(const Value& value, const std::string& path) {
     if (value.members() == nullptr) throw DecodingError(path, "not an object");
     return *value.members();

@@ -13,6 +13,7 @@
 
 namespace ombrix::Process {
 namespace {
+
 using Uuid = std::array<std::uint8_t, 16>;
 
 Uuid randomBytes() {

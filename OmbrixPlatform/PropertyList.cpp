@@ -11,6 +11,7 @@
 
 namespace ombrix::PropertyList {
 namespace {
+
 // libplist builds and frees its tree recursively and copies an object for each reference to it, so
 // a small file can be nested deeper than the stack or unfold to more nodes than there is memory.
 // A bundle's property list is far below these bounds; what is above one is not handed over.

@@ -11,6 +11,7 @@
 
 namespace ombrix {
 namespace {
+
 using namespace std::chrono_literals;
 using OmbrixAppStateBus::requestSnapshot;
 using Clock = std::chrono::steady_clock;

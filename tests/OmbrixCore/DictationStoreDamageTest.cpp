@@ -17,6 +17,7 @@
 
 namespace ombrix {
 namespace {
+
 using Clock = std::chrono::steady_clock;
 
 /// What a list says of the database; empty when it has nothing to say.

@@ -8,6 +8,7 @@
 
 namespace ombrix {
 namespace {
+
 using testing::ElementsAre;
 using testing::IsEmpty;
 

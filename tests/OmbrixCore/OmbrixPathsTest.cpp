@@ -8,6 +8,7 @@
 
 namespace ombrix {
 namespace {
+
 using Variables = std::map<std::string, std::string>;
 
 struct Given {

@@ -17,6 +17,7 @@
 
 namespace ombrix {
 namespace {
+
 using Clock = std::chrono::steady_clock;
 
 double secondsToPost() {
