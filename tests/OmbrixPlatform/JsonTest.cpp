@@ -218,6 +218,8 @@ Value randomValue(test::RandomText& random, std::size_t depth) {
 }
 
 TEST(Json, WhatWasWrittenReadsBack) {
+    // As "-0" it would be read as an integer, and the next writing would lose the sign.
+    EXPECT_EQ(Json::write(-0.0, Json::Style::canonical), "0");
     test::RandomText random(12);
     for (int round = 0; round < 500; ++round) {
         const Value value = randomValue(random, 4);
