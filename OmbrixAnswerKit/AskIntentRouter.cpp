@@ -88,7 +88,6 @@ constexpr auto rankedCues = [] {
 }();
 
 constexpr bool isLowerCaseLetter(char c) { return c >= 'a' && c <= 'z'; }
-constexpr bool isAscii(char c) { return static_cast<unsigned char>(c) < 0x80; }
 constexpr bool isAsciiWordCharacter(char c) { return Text::isAsciiAlphanumeric(c) || c == '_'; }
 
 static_assert(std::ranges::all_of(rankedCues, [](const RankedCue& each) {
@@ -102,9 +101,9 @@ static_assert(std::ranges::all_of(rankedCues, [](const RankedCue& each) {
 
 bool beginsWord(std::string_view text, std::size_t place) {
     if (place == 0) return true;
-    if (isAscii(text[place - 1])) return !isAsciiWordCharacter(text[place - 1]);
+    if (Text::isAscii(text[place - 1])) return !isAsciiWordCharacter(text[place - 1]);
     std::size_t from = place;  // back to the nearest ASCII character, which is never a mark
-    while (from > 0 && !isAscii(text[from - 1])) --from;
+    while (from > 0 && !Text::isAscii(text[from - 1])) --from;
     if (from > 0) --from;
     static const Regex boundaryBeforeLastLetter("\\ba\\z");
     return boundaryBeforeLastLetter.found(std::string(text.substr(from, place - from)) + "a");
@@ -112,7 +111,7 @@ bool beginsWord(std::string_view text, std::size_t place) {
 
 bool endsWord(std::string_view text, std::size_t place) {
     if (place == text.size()) return true;
-    if (isAscii(text[place])) return !isAsciiWordCharacter(text[place]);
+    if (Text::isAscii(text[place])) return !isAsciiWordCharacter(text[place]);
     static const Regex boundaryBehindFirstLetter("^a\\b");
     return boundaryBehindFirstLetter.found(
         "a" + std::string(text.substr(place, Utf8::decode(text, place).length)));

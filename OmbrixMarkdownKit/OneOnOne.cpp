@@ -26,7 +26,7 @@ std::size_t formLength(std::string_view rest) {
 }
 
 bool isAsciiOrEnd(std::string_view text, std::size_t at) {
-    return at >= text.size() || static_cast<unsigned char>(text[at]) < 0x80;
+    return at >= text.size() || Text::isAscii(text[at]);
 }
 
 /// The matches, as the expression below finds them; nothing when a form has a neighbour that is not

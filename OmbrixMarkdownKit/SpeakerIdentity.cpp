@@ -99,8 +99,7 @@ bool isSubstantive(std::string_view text) {
     std::size_t words = 0;
     bool inWord = false;
     for (const char c : text) {
-        if (static_cast<unsigned char>(c) >= 0x80)
-            return Text::splitAtWhiteSpace(text).size() > fewWords;
+        if (!Text::isAscii(c)) return Text::splitAtWhiteSpace(text).size() > fewWords;
         const bool blank = Text::isWhiteSpace(static_cast<unsigned char>(c));
         if (!blank && !inWord && ++words > fewWords) return true;
         inWord = !blank;

@@ -18,7 +18,7 @@ std::string runs(std::string_view text) {
     for (std::size_t at = 0; at < text.size();) {
         std::size_t length = 1;
         bool belongs = Text::isAsciiAlphanumeric(text[at]);
-        if (static_cast<unsigned char>(text[at]) >= 0x80) {
+        if (!Text::isAscii(text[at])) {
             const Utf8::Decoded decoded = Utf8::decode(text, at);
             length = decoded.length;
             belongs = Text::isAlphanumeric(decoded.scalar);

@@ -3,14 +3,9 @@
 #include <unicode/uchar.h>
 
 #include "OmbrixPlatform/BreakIterator.h"
+#include "OmbrixPlatform/Text.h"
 
 namespace ombrix::Characters {
-namespace {
-
-bool isAsciiAt(std::string_view text, std::size_t at) {
-    return static_cast<unsigned char>(text[at]) < 0x80;
-}
-}  // namespace
 
 struct Cursor::Iterator {
     explicit Iterator(std::string_view text) : it(BreakIterator::Kind::character, text) {}
@@ -30,9 +25,9 @@ Cursor::Iterator& Cursor::iterator() {
 std::size_t Cursor::after(std::size_t place) {
     if (place >= text_.size()) return text_.size();
     const std::size_t next = place + 1;
-    if (isAsciiAt(text_, place)) {
+    if (Text::isAscii(text_[place])) {
         if (next == text_.size()) return next;
-        if (isAsciiAt(text_, next)) {
+        if (Text::isAscii(text_[next])) {
             if (text_[place] != '\r' || text_[next] != '\n') return next;
             return next + 1;  // no mark ever joins a line feed
         }
@@ -43,10 +38,10 @@ std::size_t Cursor::after(std::size_t place) {
 std::size_t Cursor::before(std::size_t place) {
     if (place == 0) return 0;
     const std::size_t last = place - 1;
-    if (isAsciiAt(text_, last)) {
+    if (Text::isAscii(text_[last])) {
         if (last == 0) return last;
         if (text_[last] == '\n' && text_[last - 1] == '\r') return last - 1;
-        if (isAsciiAt(text_, last - 1)) return last;
+        if (Text::isAscii(text_[last - 1])) return last;
     }
     return iterator().it.preceding(place);
 }

@@ -71,7 +71,7 @@ std::string mapped(std::string_view text, Append append) {
     std::string result;
     result.reserve(text.size() + 8);
     for (std::size_t at = 0; at < text.size();) {
-        if (static_cast<unsigned char>(text[at]) < 0x80) {
+        if (isAscii(text[at])) {
             result.push_back(asciiLowercased(text[at++]));
             continue;
         }

@@ -16,6 +16,8 @@ namespace ombrix::Text {
 
 // ---- one scalar -------------------------------------------------------------------------------
 
+/// True for a byte that is a scalar of its own.
+constexpr bool isAscii(char c) { return static_cast<unsigned char>(c) < 0x80; }
 constexpr bool isAsciiDigit(char c) { return c >= '0' && c <= '9'; }
 constexpr bool isAsciiLetter(char c) { return (c | 0x20) >= 'a' && (c | 0x20) <= 'z'; }
 constexpr bool isAsciiAlphanumeric(char c) { return isAsciiDigit(c) || isAsciiLetter(c); }

@@ -4,19 +4,19 @@
 #include <unicode/utext.h>
 
 #include "OmbrixPlatform/BreakIterator.h"
+#include "OmbrixPlatform/Text.h"
 #include "OmbrixPlatform/Utf8.h"
 
 namespace ombrix::Words {
 namespace {
 
 constexpr bool isAsciiSpace(char c) { return c == ' ' || c == '\n' || c == '\t'; }
-constexpr bool isAsciiByte(char c) { return static_cast<unsigned char>(c) < 0x80; }
 
 /// The next place at or behind `from` where a text can be cut: an ASCII blank with ASCII on both
 /// sides. A mark behind a blank would stand on that blank, so the byte behind it counts.
 std::size_t nextCut(std::string_view text, std::size_t from) {
     for (std::size_t at = from; at < text.size(); ++at) {
-        if (isAsciiSpace(text[at]) && (at + 1 == text.size() || isAsciiByte(text[at + 1])))
+        if (isAsciiSpace(text[at]) && (at + 1 == text.size() || Text::isAscii(text[at + 1])))
             return at + 1;
     }
     return text.size();
@@ -25,7 +25,7 @@ std::size_t nextCut(std::string_view text, std::size_t from) {
 std::size_t firstNotAscii(std::string_view text, std::size_t from) {
     constexpr std::size_t step = 256;  // small enough to look at twice when it holds the byte
     while (from + step <= text.size() && Utf8::isAscii(text.substr(from, step))) from += step;
-    while (from < text.size() && isAsciiByte(text[from])) ++from;
+    while (from < text.size() && Text::isAscii(text[from])) ++from;
     return from;
 }
 }  // namespace
