@@ -49,6 +49,7 @@ WordScanner::WordScanner(std::string_view text)
       shadow_(forms_.empty() ? std::string() : OneOnOne::rewritten(text, forms_)),
       text_(forms_.empty() ? text : shadow_),
       stretches_(text_),
+      nextForm_(beginOfForm()),
       rawBuffer_(2 * minRoom, '\0') {}
 
 void WordScanner::finish(Token& token, std::size_t characters, ByteRange range) {
@@ -56,7 +57,7 @@ void WordScanner::finish(Token& token, std::size_t characters, ByteRange range) 
                      ? Stemmer::stem(token.raw, characters, stemBuffer_)
                      : token.raw;
     token.range = range;
-    if (!forms_.empty()) coverForm(token.range);
+    if (range.end > nextForm_) coverForm(token.range);
 }
 
 bool WordScanner::nextAnyWord(Token& token) {
@@ -207,10 +208,15 @@ bool WordScanner::nextIcu(Token& token) {
     return false;
 }
 
+std::size_t WordScanner::beginOfForm() const {
+    return form_ < forms_.size() ? forms_[form_].range.begin : std::string_view::npos;
+}
+
 /// A written form is longer than the "1o1" that stands for it.
 void WordScanner::coverForm(ByteRange& range) {
     while (form_ < forms_.size() && forms_[form_].range.end <= range.begin) ++form_;
     for (std::size_t i = form_; i < forms_.size() && forms_[i].range.begin < range.end; ++i)
         range.end = std::max(range.end, forms_[i].range.end);
+    nextForm_ = beginOfForm();
 }
 }  // namespace ombrix

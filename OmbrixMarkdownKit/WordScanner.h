@@ -43,6 +43,7 @@ class WordScanner {
     bool nextIcu(Token& token);
     std::size_t appendRun(std::size_t at, std::size_t size);
     void finish(Token& token, std::size_t characters, ByteRange range);
+    std::size_t beginOfForm() const;
     void coverForm(ByteRange& range);
     bool goesOnBehind(std::size_t at) const;
 
@@ -57,6 +58,7 @@ class WordScanner {
     std::vector<ByteRange> icuWords_;  // of a stretch that is not ASCII
     std::size_t icuWord_ = 0;
     std::size_t form_ = 0;   // the first form that may still meet a word
+    std::size_t nextForm_;   // where it begins; behind every place when there is none
     std::string rawBuffer_;  // of ASCII words; never less than what a block of lanes may fill
     std::string icuRaw_;
     std::size_t kept_ = 0;  // bytes of the normal form in the buffer
@@ -85,7 +87,7 @@ inline bool WordScanner::nextBetweenBlanks(Token& token) {
     token.stem = Stemmer::mayLoseLetters(token.raw) ? Stemmer::stem(token.raw, length, stemBuffer_)
                                                     : token.raw;
     token.range = {begin, place_};
-    if (!forms_.empty()) coverForm(token.range);
+    if (place_ > nextForm_) coverForm(token.range);
     return true;
 }
 }  // namespace ombrix
