@@ -7,7 +7,6 @@
 
 #include <chrono>
 #include <functional>
-#include <random>
 #include <thread>
 
 #include "OmbrixCore/DictationStore.h"
@@ -57,82 +56,20 @@ int asSomebodyElse(const std::function<int()>& work) {
         return work();
     });
 }
-
-std::string noise(std::size_t size) {
-    std::mt19937 random(7);
-    std::string bytes;
-    for (std::size_t i = 0; i < size; ++i) bytes += static_cast<char>(random());
-    return bytes;
-}
 }  // namespace
 
 TEST(DictationStoreDamage, WhatIsNoDatabaseIsReportedAndLeftAsItIs) {
     const test::TestFolder folder;
     const std::string whole =
         folder.read(oneMeeting(folder).databaseURL.substr(folder.path().size() + 1));
-    const struct {
-        const char* what;
-        std::string bytes;
-        std::string complaint;
-    } cases[] = {
-        {"empty", "", "no such table: meetings"},
-        {"one byte, which SQLite takes for empty", "x", "no such table: meetings"},
-        {"text", "This is a text that somebody named like a database. " + std::string(500, '.'),
-         "file is not a database"},
-        {"noise", noise(8192), "file is not a database"},
-        {"cut in its first page", whole.substr(0, 1000), "database disk image is malformed"},
-        {"cut behind it", whole.substr(0, 5000), "database disk image is malformed"},
-    };
-    for (const auto& [what, bytes, expected] : cases) {
+    // SQLite takes one byte for an empty database; the others end in the first page and behind it.
+    for (const std::string& bytes :
+         {std::string("x"), whole.substr(0, 1000), whole.substr(0, 5000)}) {
         const DictationStore store(folder.write("damaged.db", bytes));
-        EXPECT_EQ(complaint(store), expected) << what;
-        EXPECT_EQ(folder.read("damaged.db"), bytes) << what;
+        EXPECT_EQ(complaint(store),
+                  bytes == "x" ? "no such table: meetings" : "database disk image is malformed");
+        EXPECT_EQ(folder.read("damaged.db"), bytes) << bytes.size();
     }
-    EXPECT_EQ(complaint(DictationStore(folder.path())), "unable to open database file");
-    EXPECT_TRUE(DictationStore(folder.path()).databaseExists());
-}
-
-TEST(DictationStoreDamage, FlippedBytesAreReadOrReportedButDoNoHarm) {
-    const test::TestFolder folder;
-    const DictationStore good = oneMeeting(folder);
-    good.insert({.text = "hello", .appContext = "Mail"});
-    test::RawDatabase(good.databaseURL).rows("PRAGMA journal_mode=DELETE");
-    const std::string whole = folder.read("ombrix.db");
-    std::mt19937 random(11);
-    int refused = 0;
-    for (int round = 0; round < 100; ++round) {
-        std::string bytes = whole;
-        for (int i = 0; i < 20; ++i) {
-            // Half of them in the first page and the schema, where they do most.
-            const std::size_t reach = i % 2 == 0 ? 2048 : bytes.size() - 100;
-            bytes[100 + random() % (reach - 100)] = static_cast<char>(random());
-        }
-        const DictationStore store(folder.write("damaged.db", bytes));
-        std::filesystem::remove(folder.at("damaged.db-wal"));
-        std::filesystem::remove(folder.at("damaged.db-shm"));
-        try {
-            store.recentMeetings({.search = "x"});
-            store.meeting(1);
-            store.dictation(1);
-            store.dictationStats({}, Calendar::gregorianUtc());
-        } catch (const DatabaseError&) {
-            ++refused;
-        }
-    }
-    EXPECT_GT(refused, 0);
-    EXPECT_LT(refused, 100);
-}
-
-TEST(DictationStoreDamage, AMissingTableOrColumnIsNamed) {
-    const test::TestFolder folder;
-    const DictationStore store = oneMeeting(folder);
-    test::RawDatabase database(store.databaseURL);
-    database.run("DROP INDEX idx_meetings_folder; ALTER TABLE meetings DROP COLUMN folder_id");
-    EXPECT_EQ(complaint(store), "no such column: folder_id");
-    database.run("DROP TABLE meeting_folders");
-    EXPECT_THROW(store.listFolders(), DatabaseError);
-    database.run("DROP TABLE dictations");
-    EXPECT_THROW(store.deleteDictation(1), DatabaseError);
 }
 
 TEST(DictationStoreDamage, OddValuesAreReadAsSqliteConvertsThem) {
@@ -158,8 +95,6 @@ TEST(DictationStoreDamage, OddValuesAreReadAsSqliteConvertsThem) {
     EXPECT_EQ(store.meeting(-5)->durationSeconds, 0);
     EXPECT_EQ(store.meeting(-5)->wordCount, 0);
     EXPECT_EQ(store.meeting(-5)->folderID, 0);
-    EXPECT_EQ(store.recentMeetingSummaries({}).size(), 2U);
-
     database.run("UPDATE meetings SET word_count = 9223372036854775807");
     EXPECT_THROW(store.meetingStats(), DatabaseError);  // the sum is no integer any more
 }
@@ -185,29 +120,18 @@ TEST(DictationStoreDamage, AMissingDatabaseIsMadeEmptyAndAMissingFolderWithIt) {
     EXPECT_THROW(blocked.recentMeetings({}), std::system_error);
 }
 
-TEST(DictationStoreDamage, ALockIsWaitedOutForTwoSeconds) {
+TEST(DictationStoreDamage, ALockInAnotherJournalModeIsWaitedOutForTwoSeconds) {
     const test::TestFolder folder;
     const DictationStore store = oneMeeting(folder);
     test::RawDatabase writer(store.databaseURL);
-    writer.run("BEGIN IMMEDIATE; UPDATE meetings SET title = 'theirs'");
-    EXPECT_EQ(store.meeting(1)->title, "one") << "a reader does not wait for a writer";
-    std::thread other([&] {
-        std::this_thread::sleep_for(std::chrono::milliseconds(500));
-        writer.run("COMMIT");
-    });
-    EXPECT_NO_THROW(store.updateMeetingNotes(1, "ours"));
-    other.join();
-    EXPECT_EQ(store.meeting(1)->title, "theirs");
-    EXPECT_EQ(store.meeting(1)->formattedNotes, "ours");
-
     writer.rows("PRAGMA journal_mode=DELETE");
     writer.run("BEGIN IMMEDIATE");
-    std::thread another([&] {
+    std::thread other([&] {
         std::this_thread::sleep_for(std::chrono::milliseconds(300));
         writer.run("COMMIT");
     });
-    EXPECT_EQ(complaint(store), "") << "in another journal mode";
-    another.join();
+    EXPECT_EQ(complaint(store), "");
+    other.join();
 
     writer.run("BEGIN IMMEDIATE");
     const auto start = Clock::now();
@@ -272,10 +196,7 @@ TEST(DictationStoreDamage, AChangeThatIsHalfInTheFileIsNeverRead) {
 TEST(DictationStoreDamage, ASchemaThatComputesForEverIsInterrupted) {
     const std::string endless =
         "WITH RECURSIVE c(x) AS (SELECT 1 UNION ALL SELECT x + 1 FROM c) SELECT max(x) FROM c";
-    const struct {
-        std::string schema;
-        const char* statement;
-    } cases[] = {
+    const std::pair<std::string, std::string> cases[] = {
         {"DROP TABLE meetings; CREATE VIEW meetings AS " + endless, "SELECT * FROM meetings"},
         {"CREATE TRIGGER t AFTER UPDATE ON meetings BEGIN SELECT (" + endless + "); END",
          "UPDATE meetings SET title = 'new'"},

