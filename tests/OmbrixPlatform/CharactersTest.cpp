@@ -1,9 +1,8 @@
 #include "OmbrixPlatform/Characters.h"
 
 #include <gtest/gtest.h>
-#include <unicode/ubrk.h>
-#include <unicode/utext.h>
 
+#include "OmbrixPlatform/IcuBreaks.h"
 #include "OmbrixPlatform/RandomText.h"
 
 namespace ombrix {
@@ -11,26 +10,13 @@ namespace {
 
 using Places = std::vector<std::size_t>;
 
-/// The boundaries behind the beginning, as ICU finds them in the whole text.
-Places icuBoundaries(std::string_view text) {
-    UErrorCode status = U_ZERO_ERROR;
-    UText* bytes = utext_openUTF8(nullptr, text.data(), static_cast<int64_t>(text.size()), &status);
-    UBreakIterator* it = ubrk_open(UBRK_CHARACTER, "", nullptr, 0, &status);
-    ubrk_setUText(it, bytes, &status);
-    EXPECT_TRUE(U_SUCCESS(status));
-    Places places;
-    for (int32_t at = ubrk_next(it); at != UBRK_DONE; at = ubrk_next(it))
-        places.push_back(static_cast<std::size_t>(at));
-    ubrk_close(it);
-    utext_close(bytes);
-    return places;
-}
-
 TEST(Characters, BoundariesAreThoseOfTheWholeText) {
     test::RandomText random(1);
     for (int round = 0; round < 4000; ++round) {
         const std::string text = random.any();
-        const Places expected = icuBoundaries(text);
+        Places expected;
+        for (const auto& piece : test::icuPieces(UBRK_CHARACTER, text))
+            expected.push_back(piece.end);
         Places forwards;
         Places backwards;
         Characters::Cursor cursor(text);
@@ -41,25 +27,6 @@ TEST(Characters, BoundariesAreThoseOfTheWholeText) {
         ASSERT_EQ(backwards, expected) << test::visible(text);
         ASSERT_EQ(Characters::count(text), expected.size()) << test::visible(text);
     }
-}
-
-TEST(Characters, CountsWhatAPersonCounts) {
-    const struct {
-        const char* why;
-        std::string text;
-        std::size_t count;
-    } cases[] = {
-        {"nothing", "", 0},
-        {"CR LF is one", "a\r\nb", 3},
-        {"LF CR is two", "a\n\rb", 4},
-        {"a mark joins its letter", "e\u0301e\u0301", 2},
-        {"a mark never joins a line feed", "\r\n\u0301", 2},
-        {"joined emoji", "\U0001F468\u200D\U0001F469\u200D\U0001F467!", 2},
-        {"two flags of two letters", "\U0001F1E9\U0001F1EA\U0001F1EB\U0001F1F7", 2},
-        {"a prefix takes the ASCII letter behind it", "\u0600ab", 2},
-        {"a syllable in its parts", "\u1112\u1161\u11AB", 1},
-    };
-    for (const auto& [why, text, count] : cases) EXPECT_EQ(Characters::count(text), count) << why;
 }
 
 TEST(Characters, StepsStopAtTheEnds) {

