@@ -85,10 +85,6 @@ TEST(GroundedAnswerPrompt, TheMessageNumbersTheSourcesAndKeepsTheirText) {
               "\n"
               "Answer the question using only these sources, citing them by number. If they do not "
               "contain the answer, say so.");
-    EXPECT_EQ(GroundedAnswerPrompt::build("", {}),
-              "Question: \n\nSources:\n\n"
-              "Answer the question using only these sources, citing them by number. If they do not "
-              "contain the answer, say so.");
 }
 
 TEST(GroundedAnswerPrompt, EmbeddedTextsArriveWholeAndWithoutALineFeedAtTheirEnd) {

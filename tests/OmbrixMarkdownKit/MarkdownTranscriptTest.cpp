@@ -25,6 +25,12 @@ TranscriptDocument withBody(const std::string& body) {
     return parse("---\n\n---\n" + body).value();
 }
 
+struct Reading {
+    const char* why;
+    std::string text;
+    TranscriptDocument expected;
+};
+
 Turns turns(const std::string& section) { return withBody("## Transcript\n" + section).turns; }
 
 const std::string whole =
@@ -107,16 +113,12 @@ TEST(MarkdownTranscript, IsAClosedFrontmatter) {
         bool isTranscript;
     } cases[] = {
         {"nothing", "", false},
-        {"no opening", "title: x\n---\n", false},
         {"a byte order mark", "\uFEFF---\ntitle: x\n---\n", false},
         {"an opening without a line end", "---", false},
         {"no closing", "---\ntitle: x\n", false},
         {"empty, no line feed of its own before the closing", "---\n---\n", false},
         {"one empty line", "---\n\n---\n", true},
-        {"closed by the last characters", "---\ntitle: x\n---", true},
         {"a line that begins with dashes closes as well", "---\ntitle: x\n---- more", true},
-        {"CR LF", "---\r\ntitle: x\r\n---\r\n", true},
-        {"a dash too few", "---\ntitle: x\n--\n", false},
         {"blanks in front", " ---\ntitle: x\n---\n", false},
     };
     for (const auto& [why, text, isTranscript] : cases)
@@ -129,31 +131,21 @@ TEST(MarkdownTranscript, IsAClosedFrontmatter) {
 }
 
 TEST(MarkdownTranscript, ScalarsAreReadByTheirKey) {
-    const struct {
-        const char* why;
-        std::string lines;
-        TranscriptDocument expected;
-    } cases[] = {
+    const Reading cases[] = {
         {"the later line wins", "title: a\ntitle: b", {.title = "b"}},
         {"and may be empty", "title: a\ntitle:", {}},
         {"indentation defeats a key", " title: a", {}},
         {"so does a blank before the colon", "title : a", {}},
-        {"no blank is needed behind it", "title:a", {.title = "a"}},
         {"a lone quote stays", "title: \"", {.title = "\""}},
         {"two quotes are an empty value", "title: \"\"", {}},
-        {"a closing quote only", "title: a\"", {.title = "a\""}},
         {"other white space stays", "date: \u00A02026", {.date = "\u00A02026"}},
-        {"a fraction is no integer", "duration_min: 12.5", {}},
         {"what does not parse changes nothing",
          "duration_min: 7\nduration_min: 8x",
          {.durationMin = 7}},
         {"nor does what overflows", "duration_min: 9223372036854775808", {}},
-        {"negative", "duration_min: -3", {.durationMin = -3}},
         {"on is not yes", "private: on", {}},
-        {"one", "private: 1", {.isPrivate = true}},
         {"switched off again", "private: true\nprivate: no", {}},
         {"an offset that is no number", "pending_offset: abc", {.hasPendingOffset = true}},
-        {"or is missing", "pending_offset:", {.hasPendingOffset = true}},
         {"keeps the one before",
          "pending_offset: 3\npending_offset: x",
          {.pendingOffsetSeconds = 3, .hasPendingOffset = true}},
@@ -166,14 +158,9 @@ TEST(MarkdownTranscript, ScalarsAreReadByTheirKey) {
 }
 
 TEST(MarkdownTranscript, ListsRunUntilAnotherLine) {
-    const struct {
-        const char* why;
-        std::string lines;
-        TranscriptDocument expected;
-    } cases[] = {
+    const Reading cases[] = {
         {"an empty participant is one", "participants:\n  - \n  - b", {.participants = {"", "b"}}},
         {"an empty recording too", "pending_audio:\n  - \"\"", {.pendingAudioPaths = {""}}},
-        {"an item outside any list", "  - a\nparticipants:\n  - b", {.participants = {"b"}}},
         {"an unknown line ends it", "participants:\n  - a\n\n  - b", {.participants = {"a"}}},
         {"so does a scalar",
          "participants:\n  - a\nasr: x\n  - b",
@@ -187,50 +174,24 @@ TEST(MarkdownTranscript, ListsRunUntilAnotherLine) {
          {.participants = {"a", "b"}, .tags = {"t"}}},
         {"inline", "tags: [a, \"b c\", , d]", {.tags = {"a", "b c", "d"}}},
         {"a comma parts quotes too", "tags: [\"a,b\"]", {.tags = {"\"a", "b\""}}},
-        {"one", "tags: solo", {.tags = {"solo"}}},
         {"one in quotes", "tags: \"so lo\"", {.tags = {"so lo"}}},
-        {"empty in quotes", "tags: \"\"", {}},
         {"empty in brackets", "tags: [ ]\n  - x", {}},
-        {"an open bracket", "tags: [a, b", {.tags = {"[a, b"}}},
         {"a lone bracket", "tags: [", {.tags = {"["}}},
-        {"items behind an inline list", "tags: a\n  - b", {.tags = {"a"}}},
         {"they add up", "tags: a\ntags:\t\n  - b", {.tags = {"a", "b"}}},
     };
     for (const auto& [why, lines, expected] : cases) EXPECT_EQ(withHeader(lines), expected) << why;
 }
 
 TEST(MarkdownTranscript, SectionsEndAtTheNextHeadingThatBeginsALine) {
-    const struct {
-        const char* why;
-        std::string body;
-        TranscriptDocument expected;
-    } cases[] = {
-        {"a deeper heading matches as well", "### Notes\nx", {.notes = "x"}},
+    const Reading cases[] = {
         {"wherever it stands", "see ## Notes\nx", {.notes = "x"}},
-        {"but ends a section only at a line's beginning",
-         "## Notes\nx ## Summary\ny",
-         {.notes = "x ## Summary\ny", .summary = "y"}},
         {"a heading with more on its line opens nothing", "## Notes today\nx", {}},
         {"yet ends one", "## Notes\nx\n## Summary of all\ny", {.notes = "x"}},
-        {"two of the same",
-         "## Notes\na\n## Notes\nb\n## Summary\nc",
-         {.notes = "a\n## Notes\nb", .summary = "c"}},
-        {"a heading without a line end", "## Notes", {}},
-        {"right behind a heading the next one is text",
-         "## Notes\n## Summary\ny",
-         {.notes = "## Summary\ny", .summary = "y"}},
-        {"the end of the machine block", "## Summary\na\n<!-- /ombrix:ai -->\nb", {.summary = "a"}},
-        {"inside a line it is text",
-         "## Notes\na <!-- /ombrix:ai -->\nb",
-         {.notes = "a <!-- /ombrix:ai -->\nb"}},
         {"blanks around", "## Key Moments\n\u00A0\n x \n\n", {.keyMoments = "x"}},
         {"notes keep comments", "## Notes\n<!-- a -->\nb", {.notes = "<!-- a -->\nb"}},
         {"others lose whole lines of them",
          "## Action Items\na\n \t<!-- x --> \nb <!-- y -->\n<!-- z\n-->\n<!---->",
          {.actionItems = "a\nb <!-- y -->\n<!-- z\n-->"}},
-        {"an unknown heading ends nothing",
-         "## Meeting Notes\na\n## Other\nb",
-         {.meetingNotes = "a\n## Other\nb"}},
     };
     for (const auto& [why, body, expected] : cases) EXPECT_EQ(withBody(body), expected) << why;
 }
@@ -244,15 +205,12 @@ TEST(MarkdownTranscript, TurnsAreParagraphsWithASpeaker) {
         {"a further paragraph",
          "**A:** x\n\ny\n\n\n\nz\n\n**B:** w",
          {{"A", "x\n\ny\n\nz"}, {"B", "w"}}},
-        {"no text", "**Ann:**", {{"Ann", ""}}},
         {"no text, then a paragraph", "**Ann:**\n\nx", {{"Ann", "\n\nx"}}},
         {"one blank goes, a second stays", "**A:**  x", {{"A", " x"}}},
         {"a line feed is no blank", "**A:**\nx", {{"A", "\nx"}}},
-        {"single line feeds stay", "**A:** x\n**B:** y", {{"A", "x\n**B:** y"}}},
         {"nobody speaks: dropped",
          "**:** hello\n\nlost\n\n**A:** x\n\n**:** y\n\nz",
          {{"A", "x\n\nz"}}},
-        {"text in front of the first turn", "lost\n\n**A:** x", {{"A", "x"}}},
         {"bold is no speaker",
          "**A:** x\n\n**Ann** said: **no**",
          {{"A", "x\n\n**Ann** said: **no**"}}},
@@ -260,7 +218,6 @@ TEST(MarkdownTranscript, TurnsAreParagraphsWithASpeaker) {
         {"the first closing counts", "**A:** b:** c", {{"A", "b:** c"}}},
         {"a speaker of blanks is one", "** :** x", {{" ", "x"}}},
         {"blanks in front of a block", "\t**A:** x ", {{"A", "x"}}},
-        {"three line feeds", "**A:** x\n\n\n**B:** y", {{"A", "x"}, {"B", "y"}}},
     };
     for (const auto& [why, section, expected] : cases) EXPECT_EQ(turns(section), expected) << why;
 }
@@ -273,9 +230,7 @@ TEST(MarkdownTranscript, StatusAndNotesAnswerQuestions) {
     EXPECT_TRUE(withStatus("pending").isRetryable() && withStatus("incomplete").isRetryable());
     EXPECT_FALSE(withStatus("Pending").isRetryable());
     const std::string placeholder(TranscriptDocument::notesPlaceholder);
-    for (const auto& [notes, has] : {std::pair<std::string, bool>{"", false},
-                                     {" \n", false},
-                                     {placeholder, false},
+    for (const auto& [notes, has] : {std::pair<std::string, bool>{" \n", false},
                                      {"\n" + placeholder + " ", false},
                                      {placeholder + " x", true}}) {
         EXPECT_EQ((TranscriptDocument{.notes = notes}.hasUserNotes()), has) << notes;

@@ -47,10 +47,7 @@ TEST(TurnIdentity, AnIdIsThePaddedPositionAndTheHashOfTheWords) {
 }
 
 TEST(TurnIdentity, ParsesItsOwnFormAndLittleMore) {
-    const struct {
-        const char* id;
-        TranscriptTurnID::Parsed parsed;
-    } good[] = {
+    const std::pair<const char*, TranscriptTurnID::Parsed> good[] = {
         {"t007-3fa9c1", {7, "3fa9c1"}},
         {"t012-ABCDEF", {12, "ABCDEF"}},  // stays as written
         {"t+12-abcdef", {12, "abcdef"}},
