@@ -89,25 +89,8 @@ TEST(DictationStoreDamage, OddValuesAreReadAsSqliteConvertsThem) {
                                  .calendarEventID = "1.5",
                                  .micAudioPath = "\uFFFD"};
     EXPECT_EQ(store.meeting(-5), expected);
-    database.run(
-        "UPDATE meetings SET duration_seconds = 'long', word_count = 'many', folder_id = 'none' "
-        "WHERE id = -5");
-    EXPECT_EQ(store.meeting(-5)->durationSeconds, 0);
-    EXPECT_EQ(store.meeting(-5)->wordCount, 0);
-    EXPECT_EQ(store.meeting(-5)->folderID, 0);
     database.run("UPDATE meetings SET word_count = 9223372036854775807");
     EXPECT_THROW(store.meetingStats(), DatabaseError);  // the sum is no integer any more
-}
-
-TEST(DictationStoreDamage, AUtf16DatabaseReadsTheSame) {
-    const test::TestFolder folder;
-    const DictationStore store(folder.at("ombrix.db"));
-    test::RawDatabase(store.databaseURL).run("PRAGMA encoding = 'UTF-16le'; CREATE TABLE t(x)");
-    store.migrateIfNeeded();
-    store.insertMeeting({.title = "Käthe 🙂", .formattedNotes = "— notes"});
-    EXPECT_EQ(store.meeting(1)->title, "Käthe 🙂");
-    EXPECT_EQ(store.recentMeetings({.search = "KÄTHE 🙂"}).size(), 0U);  // only ASCII folds
-    EXPECT_EQ(store.recentMeetings({.search = "KäTHE 🙂"}).size(), 1U);
 }
 
 TEST(DictationStoreDamage, AMissingDatabaseIsMadeEmptyAndAMissingFolderWithIt) {

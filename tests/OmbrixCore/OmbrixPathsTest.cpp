@@ -3,33 +3,30 @@
 #include <gtest/gtest.h>
 
 #include <map>
+#include <sstream>
 
 #include "OmbrixPlatform/TestFolder.h"
 
 namespace ombrix {
 namespace {
 
-using Variables = std::map<std::string, std::string>;
-
-struct Given {
-    std::optional<std::string> dbPath = {};
-    std::optional<std::string> supportDir = {};
-    Variables variables = {};
-    std::string executable = "/usr/bin/ombrix-cli";
-};
-
-OmbrixPaths::Location resolve(const Given& given) {
-    return OmbrixPaths::resolve(
-        {.dbPath = given.dbPath,
-         .supportDir = given.supportDir,
-         .environment = [&](const std::string& name) -> std::optional<std::string> {
-             const auto found = given.variables.find(name);
-             if (found == given.variables.end()) return std::nullopt;
-             return found->second;
-         },
-         .executable = given.executable,
-         .home = "/home/ilse",
-         .workingDirectory = "/here"});
+/// `given` holds options and variables as "name=value", with blanks between them.
+OmbrixPaths::Location resolve(const std::string& given,
+                              const std::string& executable = "/usr/bin/ombrix-cli") {
+    std::map<std::string, std::string> values;
+    std::istringstream words(given);
+    for (std::string word; words >> word;)
+        values[word.substr(0, word.find('='))] = word.substr(word.find('=') + 1);
+    const auto value = [&](const std::string& name) -> std::optional<std::string> {
+        if (!values.contains(name)) return std::nullopt;
+        return values.at(name);
+    };
+    return OmbrixPaths::resolve({.dbPath = value("--db-path"),
+                                 .supportDir = value("--support-dir"),
+                                 .environment = value,
+                                 .executable = executable,
+                                 .home = "/home/ilse",
+                                 .workingDirectory = "/here"});
 }
 
 const std::string infoPlist =
@@ -41,45 +38,29 @@ TEST(OmbrixPaths, TheFirstSourceThatSpeaksDecides) {
     const OmbrixPaths::Location standard = {
         "/home/ilse/Library/Application Support/Ombrix",
         "/home/ilse/Library/Application Support/Ombrix/ombrix.db"};
-    const struct {
-        const char* why;
-        Given given;
-        OmbrixPaths::Location expected;
-    } cases[] = {
-        {"nothing given", {}, standard},
-        {"an option hides every variable",
-         {.supportDir = "/tmp/b", .variables = {{"OMBRIX_DB_PATH", "/v/x.db"}}},
-         {"/tmp/b", "/tmp/b/ombrix.db"}},
-        {"an empty option is none",
-         {.dbPath = "", .variables = {{"OMBRIX_SUPPORT_DIR", "/v"}}},
-         {"/v", "/v/ombrix.db"}},
-        {"two empty options are none", {.dbPath = "", .supportDir = ""}, standard},
-        {"a database variable alone",
-         {.variables = {{"OMBRIX_DB_PATH", "/tmp/d/ombrix.db"}}},
-         {"/tmp/d", "/tmp/d/ombrix.db"}},
-        {"an empty support variable counts beside it",
-         {.variables = {{"OMBRIX_DB_PATH", "/tmp/d/ombrix.db"},
-                        {"OMBRIX_SUPPORT_DIR", ""},
-                        {"TARVEN_SUPPORT_DIR", "/old"}}},
+    const std::pair<const char*, OmbrixPaths::Location> cases[] = {
+        {"", standard},
+        {"--support-dir=/tmp/b OMBRIX_DB_PATH=/v/x.db", {"/tmp/b", "/tmp/b/ombrix.db"}},
+        {"--db-path= OMBRIX_SUPPORT_DIR=/v", {"/v", "/v/ombrix.db"}},
+        {"--db-path= --support-dir=", standard},
+        {"OMBRIX_DB_PATH=/tmp/d/ombrix.db", {"/tmp/d", "/tmp/d/ombrix.db"}},
+        // An empty support variable counts beside a database.
+        {"OMBRIX_DB_PATH=/tmp/d/ombrix.db OMBRIX_SUPPORT_DIR= TARVEN_SUPPORT_DIR=/old",
          {"/here", "/tmp/d/ombrix.db"}},
-        {"the earlier product's names",
-         {.variables = {{"TARVEN_DB_PATH", "/old/x.db"}, {"TARVEN_SUPPORT_DIR", "/old/s"}}},
-         {"/old/s", "/old/x.db"}},
-        {"an empty newer name hides the older one",
-         {.variables = {{"OMBRIX_DB_PATH", ""},
-                        {"TARVEN_DB_PATH", "/old/x.db"},
-                        {"TARVEN_SUPPORT_DIR", "/old/s"}}},
+        {"OMBRIX_SUPPORT_DIR= TARVEN_SUPPORT_DIR=/old", standard},
+        // The earlier product's names; an empty newer one hides the older one.
+        {"TARVEN_DB_PATH=/old/x.db TARVEN_SUPPORT_DIR=/old/s", {"/old/s", "/old/x.db"}},
+        {"OMBRIX_DB_PATH= TARVEN_DB_PATH=/old/x.db TARVEN_SUPPORT_DIR=/old/s",
          {"/old/s", "/old/s/ombrix.db"}},
-        {"relative paths are the working directory's; nothing is resolved in them",
-         {.dbPath = "../a//x.db", .supportDir = "~/b/"},
-         {"/here/~/b", "/here/../a//x.db"}},
-        {"a bare name", {.dbPath = "x.db"}, {"/here", "/here/x.db"}},
-        {"in the root", {.dbPath = "/x.db"}, {"/", "/x.db"}},
+        // Nothing is resolved in a relative path.
+        {"--db-path=../a//x.db --support-dir=~/b/", {"/here/~/b", "/here/../a//x.db"}},
+        {"--db-path=x.db", {"/here", "/here/x.db"}},
+        {"--db-path=/x.db", {"/", "/x.db"}},
     };
-    for (const auto& [why, given, expected] : cases) {
+    for (const auto& [given, expected] : cases) {
         const auto location = resolve(given);
-        EXPECT_EQ(location.supportDirectory, expected.supportDirectory) << why;
-        EXPECT_EQ(location.databaseURL, expected.databaseURL) << why;
+        EXPECT_EQ(location.supportDirectory, expected.supportDirectory) << given;
+        EXPECT_EQ(location.databaseURL, expected.databaseURL) << given;
     }
 }
 
@@ -90,7 +71,7 @@ TEST(OmbrixPaths, ALinkIntoABundleFollowsTheBundlesData) {
         folder.write("Tools/Ombrix Dev.app/Contents/Helpers/deep/ombrix-cli", "");
     std::filesystem::create_directory(folder.at("bin"));
     std::filesystem::create_symlink(real, folder.at("bin/ombrix-cli"));
-    EXPECT_EQ(resolve({.executable = folder.at("bin/ombrix-cli")}).supportDirectory,
+    EXPECT_EQ(resolve("", folder.at("bin/ombrix-cli")).supportDirectory,
               "/home/ilse/Library/Application Support/Ombrix Dev");
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <sstream>
 #include <stdexcept>
 
 #include "ToolProcess.h"
@@ -17,13 +18,9 @@ std::optional<std::string> textOf(const fs::path& path) {
 }
 
 std::vector<std::string> split(const std::string& text, char separator) {
-    std::vector<std::string> pieces(1);
-    for (const char c : text) {
-        if (c == separator)
-            pieces.emplace_back();
-        else
-            pieces.back() += c;
-    }
+    std::vector<std::string> pieces;
+    std::istringstream in(text);
+    for (std::string piece; std::getline(in, piece, separator);) pieces.push_back(piece);
     return pieces;
 }
 
@@ -87,11 +84,7 @@ CaseRun runOfLine(const std::string& line) {
 }  // namespace
 
 std::vector<std::string> linesOf(const std::string& path) {
-    const auto text = textOf(path);
-    if (!text || text->empty()) return {};
-    auto lines = split(*text, '\n');
-    if (lines.back().empty()) lines.pop_back();
-    return lines;
+    return split(textOf(path).value_or(""), '\n');
 }
 
 std::vector<CaseRun> runsOf(const std::string& caseFolder) {

@@ -8,9 +8,8 @@
 
 #include <array>
 #include <cerrno>
+#include <regex>
 #include <stdexcept>
-
-#include "ToolProcess.h"
 
 namespace ombrix::ToolTests {
 
@@ -57,11 +56,11 @@ bool DesktopProcess::readLine(std::string& line, int milliseconds) {
 }
 
 std::vector<std::string> DesktopProcess::heard(std::size_t atLeast) {
-    const std::string uniqueId = "FFFFFFFF-FFFF-FFFF-FFFF-FFFFFFFFFFFF";
+    const std::regex uniqueId("[0-9A-Fa-f]{8}(-[0-9A-Fa-f]{4}){3}-[0-9A-Fa-f]{12}");
     std::vector<std::string> result;
     std::string line;
     while (readLine(line, result.size() < atLeast ? 5000 : 100))
-        result.push_back(replacingShape(line, uniqueId, "{id}"));
+        result.push_back(std::regex_replace(line, uniqueId, "{id}"));
     return result;
 }
 }  // namespace ombrix::ToolTests

@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "Sql.h"
+#include "OmbrixCore/RawDatabase.h"
 #include "ToolProcess.h"
 
 namespace ombrix::ToolTests {
@@ -10,15 +10,12 @@ namespace {
 TEST(ExampleDatabase, HoldsWhatTheExampleTranscriptsTell) {
     const TemporaryFolder folder;
     const std::string database = folder.path() + "/support/ombrix.db";
-    Call call{.arguments = {OMBRIX_EXAMPLE_MAKER, OMBRIX_EXAMPLES "/library", database},
-              .environment = cleanEnvironment(folder.path()),
-              .input = {},
-              .workingDirectory = folder.path(),
-              .outputTo = std::nullopt};
-    ASSERT_EQ(run(call).status, 0);
+    const Call make =
+        callIn(folder.path(), {OMBRIX_EXAMPLE_MAKER, OMBRIX_EXAMPLES "/library", database});
+    ASSERT_EQ(run(make).status, 0);
 
     const auto count = [&database](const std::string& of) {
-        return std::stoi(Sql::value(database, "SELECT count(*) FROM " + of));
+        return std::stoi(test::RawDatabase(database).rows("SELECT count(*) FROM " + of));
     };
     EXPECT_GE(count("meetings"), 12);
     EXPECT_GE(count("dictations"), 1);
@@ -29,14 +26,13 @@ TEST(ExampleDatabase, HoldsWhatTheExampleTranscriptsTell) {
               0)
         << "the newest meeting has the highest id";
 
-    call.arguments = {OMBRIX_TOOL, "meetings", "list", "--limit", "1", "--db-path", database};
-    const Outcome listed = run(call);
+    const Outcome listed = run(callIn(
+        folder.path(), {OMBRIX_TOOL, "meetings", "list", "--limit", "1", "--db-path", database}));
     EXPECT_EQ(listed.status, 0);
     EXPECT_THAT(listed.output, testing::HasSubstr("\"wordCount\" : "));
 
     const int before = count("meetings");
-    call.arguments = {OMBRIX_EXAMPLE_MAKER, OMBRIX_EXAMPLES "/library", database};
-    EXPECT_EQ(run(call).status, 1) << "a database that is there is left alone";
+    EXPECT_EQ(run(make).status, 1) << "a database that is there is left alone";
     EXPECT_EQ(count("meetings"), before);
 }
 }  // namespace

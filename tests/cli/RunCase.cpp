@@ -7,11 +7,12 @@
 #include <iostream>
 #include <map>
 #include <memory>
+#include <regex>
 
 #include "CaseFolder.h"
 #include "DesktopProcess.h"
 #include "OmbrixCore/DictationStore.h"
-#include "Sql.h"
+#include "OmbrixCore/RawDatabase.h"
 #include "ToolProcess.h"
 
 namespace ombrix::ToolTests {
@@ -39,8 +40,8 @@ struct Placeholders {
             text = replacingAll(std::move(text), replacingAll(path, "/", "\\/"), name);
             text = replacingAll(std::move(text), path, name);
         }
-        return replacingShape(text, R"("generatedAt" : "9999-99-99T99:99:99Z")",
-                              R"("generatedAt" : "{now}")");
+        static const std::regex now(R"re("generatedAt" : "\d{4}-\d\d-\d\dT\d\d:\d\d:\d\dZ")re");
+        return std::regex_replace(text, now, R"("generatedAt" : "{now}")");
     }
 };
 
@@ -77,7 +78,7 @@ class CaseRunner {
         if (fs::exists(case_ + "/database.sql")) {
             const std::string database = folder_.path() + "/support/ombrix.db";
             DictationStore(database).migrateIfNeeded();
-            Sql::run(database, fileText(case_ + "/database.sql"));
+            test::RawDatabase(database).run(fileText(case_ + "/database.sql"));
         }
         if (fs::exists(case_ + "/desktop")) {
             desktop_ = std::make_unique<DesktopProcess>(desktop, case_ + "/desktop",
@@ -98,11 +99,8 @@ class CaseRunner {
     void check(const CaseRun& run) {
         run_ = run.name;
         const Snapshot before = snapshotOf(folder_.path());
-        Call call{.arguments = {names_.tool},
-                  .environment = cleanEnvironment(folder_.path()),
-                  .input = run.stdinFile,
-                  .workingDirectory = folder_.path(),
-                  .outputTo = std::nullopt};
+        Call call = callIn(folder_.path(), {names_.tool});
+        call.input = run.stdinFile;
         for (const auto& argument : run.arguments)
             call.arguments.push_back(names_.filled(argument));
         for (const auto& line : run.environment) {

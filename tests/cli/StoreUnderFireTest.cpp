@@ -11,7 +11,7 @@
 #include <system_error>
 
 #include "OmbrixCore/DictationStore.h"
-#include "Sql.h"
+#include "OmbrixCore/RawDatabase.h"
 #include "ToolProcess.h"
 
 namespace ombrix::ToolTests {
@@ -86,16 +86,14 @@ class StoreUnderFire : public testing::Test {
     Outcome tool(std::vector<std::string> arguments) const {
         arguments.insert(arguments.begin(), OMBRIX_TOOL);
         arguments.insert(arguments.end(), {"--db-path", database_});
-        return run({.arguments = std::move(arguments),
-                    .environment = cleanEnvironment(folder_.path()),
-                    .input = {},
-                    .workingDirectory = folder_.path(),
-                    .outputTo = std::nullopt});
+        return run(callIn(folder_.path(), std::move(arguments)));
     }
 
+    std::string value(const std::string& query) const {
+        return test::RawDatabase(database_).rows(query);
+    }
     std::string notesOf(int id) const {
-        return Sql::value(database_,
-                          "SELECT formatted_notes FROM meetings WHERE id = " + std::to_string(id));
+        return value("SELECT formatted_notes FROM meetings WHERE id = " + std::to_string(id));
     }
 
     TemporaryFolder folder_;
@@ -130,13 +128,12 @@ TEST_F(StoreUnderFire, NothingFailsAndNothingIsLostBesideABusyWriter) {
 
     const int rounds = std::stoi(fileText(report));
     EXPECT_GT(rounds, 0);
-    EXPECT_EQ(Sql::value(database_, "SELECT count(*) FROM meetings"),
-              std::to_string(meetingsAtFirst + rounds));
-    EXPECT_EQ(Sql::value(database_, "SELECT count(*) FROM meetings WHERE title = 'renamed " +
-                                        std::to_string(rounds) + "'"),
+    EXPECT_EQ(value("SELECT count(*) FROM meetings"), std::to_string(meetingsAtFirst + rounds));
+    EXPECT_EQ(value("SELECT count(*) FROM meetings WHERE title = 'renamed " +
+                    std::to_string(rounds) + "'"),
               "1");
     for (const auto& [id, body] : notes) EXPECT_EQ(notesOf(id), body) << id;
-    EXPECT_EQ(Sql::value(database_, "PRAGMA integrity_check"), "ok");
+    EXPECT_EQ(value("PRAGMA integrity_check"), "ok");
 }
 }  // namespace
 }  // namespace ombrix::ToolTests

@@ -1,27 +1,22 @@
 #include "ToolProcess.h"
 
 #include <fcntl.h>
-#include <poll.h>
-#include <signal.h>
 #include <stdlib.h>
+#include <sys/mman.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <array>
-#include <cctype>
 #include <cerrno>
-#include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <stdexcept>
 #include <system_error>
+#include <utility>
 
 namespace ombrix::ToolTests {
 namespace {
-
-using Clock = std::chrono::steady_clock;
 
 [[noreturn]] void fail(const char* what) {
     throw std::system_error(errno, std::generic_category(), what);
@@ -32,12 +27,6 @@ std::vector<char*> pointers(const std::vector<std::string>& texts) {
     for (const auto& text : texts) result.push_back(const_cast<char*>(text.c_str()));
     result.push_back(nullptr);
     return result;
-}
-
-bool fits(char shape, char c) {
-    if (shape == '9') return std::isdigit(static_cast<unsigned char>(c)) != 0;
-    if (shape == 'F') return std::isxdigit(static_cast<unsigned char>(c)) != 0;
-    return shape == c;
 }
 
 /// In the child; only calls that are safe behind a fork.
@@ -65,72 +54,53 @@ bool fits(char shape, char c) {
     }
     ::dup2(errors, STDERR_FILENO);
     if (!call.workingDirectory.empty() && ::chdir(call.workingDirectory.c_str()) != 0) ::_exit(126);
+    ::alarm(call.timeoutSeconds);  // outlives the change of program
     ::execve(arguments[0], arguments, environment);
     ::_exit(127);
 }
 
-struct Pipe {
-    int read = -1;
-    int write = -1;
-    Pipe() {
-        std::array<int, 2> ends{};
-        if (::pipe2(ends.data(), O_CLOEXEC) != 0) fail("pipe2");
-        read = ends[0];
-        write = ends[1];
-    }
-    ~Pipe() {
-        closeWrite();
-        ::close(read);
-    }
-    Pipe(const Pipe&) = delete;
-    Pipe& operator=(const Pipe&) = delete;
-    void closeWrite() {
-        if (write >= 0) ::close(write);
-        write = -1;
-    }
-};
-
-/// Reads both pipes to their ends; false when the time was over before.
-bool drain(int output, int errors, Outcome& into, Clock::time_point deadline) {
-    std::array<pollfd, 2> ends{{{output, POLLIN, 0}, {errors, POLLIN, 0}}};
-    const std::array<std::string*, 2> texts{&into.output, &into.errors};
+/// Closes the descriptor behind what it held.
+std::string drained(int descriptor) {
+    std::string text;
     std::array<char, 1 << 16> buffer{};
-    while (ends[0].fd >= 0 || ends[1].fd >= 0) {
-        const auto left =
-            std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now()).count();
-        if (left <= 0) return false;
-        if (::poll(ends.data(), ends.size(), static_cast<int>(left)) < 0 && errno != EINTR)
-            fail("poll");
-        for (std::size_t i = 0; i < ends.size(); ++i) {
-            if (ends[i].fd < 0 || ends[i].revents == 0) continue;
-            const ssize_t got = ::read(ends[i].fd, buffer.data(), buffer.size());
-            if (got > 0)
-                texts[i]->append(buffer.data(), static_cast<std::size_t>(got));
-            else
-                ends[i].fd = -1;  // poll passes a negative descriptor over
-        }
+    for (;;) {
+        const ssize_t got = ::read(descriptor, buffer.data(), buffer.size());
+        if (got < 0 && errno == EINTR) continue;
+        if (got < 0) fail("read");
+        if (got == 0) break;
+        text.append(buffer.data(), static_cast<std::size_t>(got));
     }
-    return true;
+    ::close(descriptor);
+    return text;
 }
 }  // namespace
 
 Outcome run(const Call& call) {
     const auto arguments = pointers(call.arguments);
     const auto environment = pointers(call.environment);
-    Pipe output, errors;
+    // Standard error goes to a file, so that one pipe is read at a time and neither end waits.
+    const int errors = ::memfd_create("errors", MFD_CLOEXEC);
+    std::array<int, 2> output{};
+    if (errors < 0 || ::pipe2(output.data(), O_CLOEXEC) != 0) fail("pipe2");
     const pid_t child = ::fork();
     if (child < 0) fail("fork");
-    if (child == 0) become(call, arguments.data(), environment.data(), output.write, errors.write);
-    output.closeWrite();
-    errors.closeWrite();
+    if (child == 0) become(call, arguments.data(), environment.data(), output[1], errors);
+    ::close(output[1]);
     Outcome outcome;
-    const auto deadline = Clock::now() + std::chrono::seconds(call.timeoutSeconds);
-    if (!drain(output.read, errors.read, outcome, deadline)) ::kill(child, SIGKILL);
+    outcome.output = drained(output[0]);
     int status = 0;
     while (::waitpid(child, &status, 0) < 0 && errno == EINTR) {
     }
+    ::lseek(errors, 0, SEEK_SET);
+    outcome.errors = drained(errors);
     outcome.status = WIFEXITED(status) ? WEXITSTATUS(status) : 1000 + WTERMSIG(status);
     return outcome;
+}
+
+Call callIn(const std::string& folder, std::vector<std::string> arguments) {
+    return {.arguments = std::move(arguments),
+            .environment = cleanEnvironment(folder),
+            .workingDirectory = folder};
 }
 
 std::vector<std::string> cleanEnvironment(const std::string& folder) {
@@ -155,19 +125,6 @@ TemporaryFolder::TemporaryFolder() {
 TemporaryFolder::~TemporaryFolder() {
     std::error_code ignored;
     std::filesystem::remove_all(path_, ignored);
-}
-
-std::string replacingShape(const std::string& text, const std::string& shape,
-                           const std::string& replacement) {
-    std::string result;
-    for (std::size_t at = 0; at < text.size();) {
-        const bool found = at + shape.size() <= text.size() &&
-                           std::equal(shape.begin(), shape.end(),
-                                      text.begin() + static_cast<std::ptrdiff_t>(at), fits);
-        result += found ? replacement : std::string(1, text[at]);
-        at += found ? shape.size() : 1;
-    }
-    return result;
 }
 
 std::string fileText(const std::string& path) {

@@ -16,12 +16,12 @@ struct Call {
 
     std::vector<std::string> arguments;    ///< argument 0 included; it is the path that is run
     std::vector<std::string> environment;  ///< "NAME=value", the whole of it
-    std::string input;  ///< the file that is standard input, or `closed`; "" is empty
     std::string workingDirectory;
+    std::string input = {};  ///< the file that is standard input, or `closed`; "" is empty
     /// Where standard output goes instead of being caught: a path, `closed`, or `abandoned`, a pipe
     /// whose reader has gone.
-    std::optional<std::string> outputTo;
-    int timeoutSeconds = 120;
+    std::optional<std::string> outputTo = {};
+    unsigned timeoutSeconds = 120;
 };
 
 struct Outcome {
@@ -30,7 +30,10 @@ struct Outcome {
     std::string errors;
 };
 
-/// Runs to the end, or to the timeout, after which the process is killed and its status is 1009.
+/// A call in `folder` with the clean environment there.
+Call callIn(const std::string& folder, std::vector<std::string> arguments);
+
+/// Runs to the end, or to the timeout, after which the process is killed and its status is 1014.
 /// Throws `std::system_error` when the process cannot be started.
 Outcome run(const Call& call);
 
@@ -50,11 +53,6 @@ class TemporaryFolder {
   private:
     std::string path_;
 };
-
-/// `text` with each place of a shape replaced: in `shape` a "9" stands for a digit, an "F" for a
-/// hexadecimal digit, anything else for itself.
-std::string replacingShape(const std::string& text, const std::string& shape,
-                           const std::string& replacement);
 
 std::string fileText(const std::string& path);
 void writeFile(const std::string& path, const std::string& text);

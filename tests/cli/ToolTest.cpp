@@ -1,6 +1,5 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sqlite3.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
@@ -9,12 +8,11 @@
 #include <chrono>
 #include <cstring>
 #include <filesystem>
-#include <memory>
 #include <random>
 #include <thread>
 
 #include "OmbrixCore/DictationStore.h"
-#include "Sql.h"
+#include "OmbrixCore/RawDatabase.h"
 #include "ToolProcess.h"
 
 namespace ombrix::ToolTests {
@@ -28,24 +26,22 @@ class Tool : public testing::Test {
     Call callOf(std::vector<std::string> arguments) const {
         arguments.insert(arguments.begin(), OMBRIX_TOOL);
         arguments.insert(arguments.end(), {"--support-dir", folder_.path()});
-        return {.arguments = std::move(arguments),
-                .environment = cleanEnvironment(folder_.path()),
-                .input = {},
-                .workingDirectory = folder_.path(),
-                .outputTo = std::nullopt};
+        return callIn(folder_.path(), std::move(arguments));
     }
 
     /// One meeting, id 1, with the notes "before".
     void makeDatabase() const {
         DictationStore(database_).migrateIfNeeded();
-        Sql::run(database_,
-                 "INSERT INTO meetings (title, start_time, formatted_notes) "
-                 "VALUES ('Pricing', '2026-03-02T09:00:00Z', 'before')");
+        test::RawDatabase(database_).run(
+            "INSERT INTO meetings (title, start_time, formatted_notes) "
+            "VALUES ('Pricing', '2026-03-02T09:00:00Z', 'before')");
     }
 
-    std::string notes() const {
-        return Sql::value(database_, "SELECT formatted_notes FROM meetings WHERE id = 1");
+    std::string value(const std::string& query) const {
+        return test::RawDatabase(database_).rows(query);
     }
+
+    std::string notes() const { return value("SELECT formatted_notes FROM meetings WHERE id = 1"); }
 
     TemporaryFolder folder_;
     std::string database_ = folder_.path() + "/ombrix.db";
@@ -65,7 +61,7 @@ TEST_F(Tool, AnOutputThatTakesNothingIsAClearFailure) {
             EXPECT_THAT(outcome.errors, HasSubstr("Cannot write to standard output")) << output;
         }
     }
-    EXPECT_EQ(Sql::value(database_, "PRAGMA integrity_check"), "ok");
+    EXPECT_EQ(value("PRAGMA integrity_check"), "ok");
     EXPECT_EQ(notes(), "before");
 }
 
@@ -82,16 +78,9 @@ TEST_F(Tool, FiftyMegabytesOfDamagedNotesAreRepairedAndStoredWhole) {
     ASSERT_EQ(outcome.status, 0) << outcome.errors;
     EXPECT_GT(outcome.output.size(), std::size_t{50} << 20);
     // Two bad bytes are a replacement of three bytes each, and so is the cut sequence at the end.
-    EXPECT_EQ(Sql::value(database_, "SELECT length(CAST(formatted_notes AS BLOB)) FROM meetings"),
-              std::to_string(30 + 4 + (50 << 20) + 3));
-    EXPECT_EQ(Sql::value(database_,
-                         "SELECT hex(substr(CAST(formatted_notes AS BLOB), 1, 14))"
-                         " FROM meetings"),
-              "EFBBBF2066697273740D0A002062");
-    EXPECT_EQ(Sql::value(database_,
-                         "SELECT hex(substr(CAST(formatted_notes AS BLOB), -4))"
-                         " FROM meetings"),
-              "6EEFBFBD");
+    EXPECT_EQ(value("SELECT length(b), hex(substr(b, 1, 14)), hex(substr(b, -4)) FROM"
+                    " (SELECT CAST(formatted_notes AS BLOB) AS b FROM meetings)"),
+              std::to_string(30 + 4 + (50 << 20) + 3) + "|EFBBBF2066697273740D0A002062|6EEFBFBD");
 
     call = callOf({"meetings", "update-notes", "1", "--file", input});
     const Outcome refused = run(call);
@@ -140,10 +129,10 @@ TEST_F(Tool, AClosedStandardInputIsNoEmptyBody) {
 
 TEST_F(Tool, ADamagedDatabaseIsReportedAndLeftAsItIs) {
     makeDatabase();
-    Sql::run(database_,
-             "WITH RECURSIVE n(i) AS (SELECT 2 UNION ALL SELECT i + 1 FROM n WHERE i < 60) "
-             "INSERT INTO meetings (title, start_time, raw_transcript) "
-             "SELECT 'Meeting ' || i, '2026-03-02T09:00:00Z', hex(zeroblob(3000)) FROM n");
+    test::RawDatabase(database_).run(
+        "WITH RECURSIVE n(i) AS (SELECT 2 UNION ALL SELECT i + 1 FROM n WHERE i < 60) "
+        "INSERT INTO meetings (title, start_time, raw_transcript) "
+        "SELECT 'Meeting ' || i, '2026-03-02T09:00:00Z', hex(zeroblob(3000)) FROM n");
     const std::string whole = fileText(database_);
     std::mt19937 random(7);
     std::vector<std::string> damaged;
@@ -178,47 +167,25 @@ TEST_F(Tool, ADamagedDatabaseIsReportedAndLeftAsItIs) {
 
 // ---- locks ------------------------------------------------------------------------------------
 
-/// Holds the database for writing as long as it lives.
-class WriteLock {
-  public:
-    explicit WriteLock(const std::string& database) {
-        if (sqlite3_open(database.c_str(), &connection_) != SQLITE_OK) std::abort();
-        if (sqlite3_exec(connection_, "BEGIN IMMEDIATE; UPDATE meetings SET title = 'held'",
-                         nullptr, nullptr, nullptr) != SQLITE_OK) {
-            std::abort();
-        }
-    }
-    ~WriteLock() { sqlite3_close(connection_); }  // rolls back
-    WriteLock(const WriteLock&) = delete;
-    WriteLock& operator=(const WriteLock&) = delete;
-
-  private:
-    sqlite3* connection_ = nullptr;
-};
-
 TEST_F(Tool, ALockIsWaitedForAndThenReported) {
     makeDatabase();
     const std::string file = folder_.path() + "/notes.md";
     writeFile(file, "after");
     const Call update = callOf({"meetings", "update-notes", "1", "--file", file});
-    {
-        const WriteLock lock(database_);
-        EXPECT_EQ(run(callOf({"meetings", "list"})).status, 0) << "a reader needs no lock";
-        const Outcome outcome = run(update);
-        EXPECT_EQ(outcome.status, 1);
-        EXPECT_THAT(outcome.errors, HasSubstr("database is locked"));
-        EXPECT_THAT(outcome.output, IsEmpty());
-    }
+    test::RawDatabase other(database_);
+    other.run("BEGIN IMMEDIATE; UPDATE meetings SET title = 'held'");
+    EXPECT_EQ(run(callOf({"meetings", "list"})).status, 0) << "a reader needs no lock";
+    const Outcome outcome = run(update);
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.errors, HasSubstr("database is locked"));
+    EXPECT_THAT(outcome.output, IsEmpty());
     EXPECT_EQ(notes(), "before");
-    {
-        auto lock = std::make_unique<WriteLock>(database_);
-        std::thread release([&lock] {
-            std::this_thread::sleep_for(std::chrono::milliseconds(600));
-            lock.reset();
-        });
-        EXPECT_EQ(run(update).status, 0);
-        release.join();
-    }
+    std::thread release([&other] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(600));
+        other.run("ROLLBACK");
+    });
+    EXPECT_EQ(run(update).status, 0);
+    release.join();
     EXPECT_EQ(notes(), "after");
 }
 
