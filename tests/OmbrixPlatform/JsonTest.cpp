@@ -93,7 +93,6 @@ TEST(Json, NumbersKeepTheirKind) {
         {"0.10000000000000000000000000001", 0.1, {}},
         {"1e0000000000000000000000001", 10.0, 10},
         {"\"3\"", "3", {}},
-        {"true", true, {}},
     };
     for (const auto& [text, value, integer] : cases) {
         EXPECT_EQ(Json::parse(text), value) << text;
@@ -106,8 +105,7 @@ TEST(Json, NumbersKeepTheirKind) {
 }
 
 /// The message that decoding ends with.
-template <typename Decode>
-std::string problem(Decode decode) {
+std::string problem(const auto& decode) {
     try {
         decode();
     } catch (const Json::DecodingError& error) {
@@ -134,7 +132,6 @@ TEST(Json, AFieldOfTheWrongShapeIsNamedByItsPath) {
         {"n: missing", [&] { in.required<std::string>("n"); }},
         {"list: not an object", [&] { in.requiredObject("list"); }},
         {"list[1]: not an object", [&] { in.requiredObjects("list"); }},
-        {"missing: missing", [&] { in.requiredObjects("missing"); }},
         {"half: not an integer", [&] { in.required<int>("half"); }},
         {"yes: not an integer", [&] { in.optional<std::int64_t>("yes"); }},
         {"yes: not a number", [&] { in.optional<double>("yes"); }},

@@ -69,12 +69,10 @@ TEST(Utf8, OffsetsInUnitsMapBothWays) {
     EXPECT_EQ(Utf8::utf16Length(text), 6U);
     test::RandomText random(6);
     for (int round = 0; round < 500; ++round) {
-        const std::string random_ = random.any();
-        for (std::size_t at = 0; at <= random_.size();) {
-            ASSERT_EQ(Utf8::byteOffset(random_, Utf8::utf16Offset(random_, at)), at);
-            if (at == random_.size()) break;
-            at += Utf8::decode(random_, at).length;
-        }
+        const std::string any = random.any();
+        for (std::size_t at = 0; at < any.size(); at += Utf8::decode(any, at).length)
+            ASSERT_EQ(Utf8::byteOffset(any, Utf8::utf16Offset(any, at)), at);
+        ASSERT_EQ(Utf8::byteOffset(any, Utf8::utf16Offset(any, any.size())), any.size());
     }
 }
 
