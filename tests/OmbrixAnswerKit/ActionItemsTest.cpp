@@ -43,6 +43,8 @@ TEST(ActionItems, ReadAnOwnerAheadOfTheFirstSeparatorThatStands) {
         {"the first place alone counts", "- one two three four five: Ann: go",
          unowned("one two three four five: Ann: go")},
         {"a hyphen is no dash", "- Ann - go", unowned("Ann - go")},
+        {"no owner ahead", "- : go", unowned(": go")},
+        {"four words", "- one two three four: go", owned("one two three four", "go")},
         {"words are counted as words", "- o'neil, d'arcy & x: go",
          unowned("o'neil, d'arcy & x: go")},
         {"40 characters", long40, owned(owner40, "go")},

@@ -29,14 +29,19 @@ TEST(CommitmentCues, APromiseInTheFirstPersonIsToldFromItsDenial) {
                                    {"so I’ll send it", "I’ll   never do that"},
                                    {"I'll notify them", "I'll never notify them"},
                                    {"I WILL write", "I will not write"},
+                                   {"I will nothing else", "I will  not"},
                                    {"I am going to call", "I am going towards it"},
+                                   {"I'm going to call", "I'm going tomorrow"},
                                    {"I'm gonna call", "I'm gonnabe there"},
                                    {"let me check", "let men check"},
                                    {"That's on me.", "he waits on men"},
                                    {"I can take it", "I can't take it"},
                                    {"I can do that", "I can‘t do that"},
                                    {"I can send notes", "I cannot send notes"},
+                                   {"I can seek it", "I can see that"},
+                                   {"I can sayonara", "I can say that"},
                                    {"I can also do it", "I can also see it"},
+                                   {"I can feelgood", "I can only feel it"},
                                    {"I can thinkpad", "I can\tthink of one"},
                                    {"I can do it", "Hawaii can do it"},
                                    {"I will", "I  will"}});
@@ -47,7 +52,8 @@ TEST(CommitmentCues, TheListenerIsAddressedByWholePhrases) {
                                        {"I'll come back to you.", "I'll come back to yours"},
                                        {"you’ll have it", "you’ll haven't"},
                                        {"a note for you", "a note for your team"},
-                                       {"LOOP YOU in", "loophole you"}});
+                                       {"LOOP YOU in", "loophole you"},
+                                       {"to you", "into you"}});
 }
 
 TEST(CommitmentCues, ARequestIsToldFromAPoliteNotice) {
@@ -57,6 +63,7 @@ TEST(CommitmentCues, ARequestIsToldFromAPoliteNotice) {
                                {"You need to go", "you needn't go"},
                                {"Please send the deck", "Please note the date"},
                                {"please  join", "please  don’t join"},
+                               {"please donate", "please do not join"},
                                {"please be there", "please be aware"},
                                {"please, no; please go", "please, 2 of them"},
                                {"pleasing, please do", "displease them"}});
@@ -87,14 +94,21 @@ TEST(CommitmentCues, ADeadlineIsTheFirstPhraseOfTheFirstKindThatMatches) {
         {"Done BEFORE the  End of the Week!", "BEFORE the  End of the Week"},
         {"due EOD", "due EOD"},
         {"until next tuesday morning", "until next tuesday"},
+        {"till this sprint", "till this sprint"},
         {"by March 3rd", "by March 3rd"},
         {"by 3 March", "by 3 March"},
+        {"by sept 12", "by sept 12"},
         {"by 2026-03-05 at noon", "by 2026-03-05"},
+        {"by 3/5", "by 3/5"},
         {"by 3/5/2026", "by 3/5/2026"},
         {"by the\neom", "by the\neom"},
         {"on Monday or by Tuesday", "by Tuesday"},  // the surer kind, though it stands behind
+        {"tomorrow, or next week", "next week"},
+        {"next Thursday", "next Thursday"},
+        {"it ships tomorrow", "tomorrow"},
         {"at the end of the quarter", "end of the quarter"},
         {"I do it later today", "later today"},
+        {"May 5th works", "May 5th"},
         {"on 2026-03-05", "2026-03-05"},
         {"la date ٢٠٢٦-٠٣-٠٥ là", "٢٠٢٦-٠٣-٠٥"},
         {"by Thurſday", "by Thurſday"},  // the long s is an s, ignoring case

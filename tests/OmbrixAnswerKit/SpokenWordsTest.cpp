@@ -47,6 +47,7 @@ TEST(SpokenWords, AnEchoSharesFourFifthsOfTheWordsOrHoldsSevenTenthsOfTheText) {
     } cases[] = {
         {"equal words", "Yes, ok!", "yes ok", true},
         {"no words on one side", "...", "yes", false},
+        {"three words and one more", "we ship today", "we ship today now", false},
         {"three words in another order", "we ship today", "today we ship", false},
         {"four words in another order", "we all ship today", "today we all ship", true},
         {"repeats count once", "no no no no we do it", "we do it no", true},

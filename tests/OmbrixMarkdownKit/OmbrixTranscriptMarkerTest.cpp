@@ -8,10 +8,15 @@ namespace ombrix {
 namespace {
 
 TEST(OmbrixTranscriptMarker, OnlyAWholeEndedLineDeclares) {
-    const std::tuple<const char*, std::string, bool> cases[] = {
+    const struct {
+        const char* why;
+        std::string text;
+        bool declares;
+    } cases[] = {
         {"first line", "source: Ombrix\n", true},
         {"anywhere in the body", "---\ntitle: x\n---\nas I said\nsource: Ombrix\nto him\n", true},
         {"CR LF", "---\r\nsource: Ombrix\r\n---\r\n", true},
+        {"first line with CR LF", "source: Ombrix\r\n", true},
         {"behind a line that is not ours", "source: Ombrix Follow Ups\nsource: Ombrix\n", true},
         {"right behind one that is not ended", "\nsource: Ombrix\r\r\nsource: Ombrix\n", true},
         {"not ended", "---\nsource: Ombrix", false},
@@ -20,6 +25,8 @@ TEST(OmbrixTranscriptMarker, OnlyAWholeEndedLineDeclares) {
         {"behind a lone CR", "---\rsource: Ombrix\n", false},
         {"another engine file", "---\nsource: Ombrix Follow Ups\n---\n", false},
         {"a key that ends in it", "---\nresource: Ombrix\n---\n", false},
+        {"a blank behind it", "---\nsource: Ombrix \n---\n", false},
+        {"another case", "---\nSource: Ombrix\n---\n", false},
         {"behind a byte order mark", "\uFEFFsource: Ombrix\n", false},
     };
     for (const auto& [why, text, declares] : cases)

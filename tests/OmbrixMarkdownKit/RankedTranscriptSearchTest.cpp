@@ -137,8 +137,10 @@ TEST(RankedTranscriptSearch, RecencyIsOneForDaysThatAreNone) {
         {"a time behind the day is cut off", "2026-03-01T10:00:00Z", 30, 0.5},
         {"future", "2027-01-01", 30, 1},
         {"empty", "", 30, 1},
+        {"two parts", "2026-03", 30, 1},
         {"four parts", "2026-3-1-1", 30, 1},
         {"empty parts do not count", "2026--03-1", 30, 0.5},
+        {"no number", "2026-03-xx", 30, 1},
         {"lenient: month 14 of 2025 is February 2026", "2025-14-29", 30, 0.5},
     };
     for (const auto& [why, date, halfLife, factor] : cases)
@@ -170,6 +172,7 @@ TEST(RankedTranscriptSearch, AnExcerptShowsContextAndSaysWhereItWasCut) {
     EXPECT_EQ(excerpt(text, ByteRange{101, 104}, 1), "…hit…") << "blanks at the cuts are trimmed";
     EXPECT_EQ(excerpt("a hit", ByteRange{2, 5}, 2), "a hit")
         << "the edge is reached, nothing is cut";
+    EXPECT_EQ(excerpt("ab hit", ByteRange{3, 6}, 2), "…b hit");
     EXPECT_EQ(excerpt("ae\u0301o\u0308 HÍT ae\u0301o\u0308", "hit", 2), "…o\u0308 HÍT a…")
         << "characters count, not bytes, and case and marks are ignored";
     EXPECT_EQ(excerpt("nothing here", "hit", 4), "nothing ");
