@@ -150,11 +150,9 @@ TEST(Calendar, TheCurrentOneFollowsTheEnvironment) {
         std::optional<std::string> weekOfSunday;
     } cases[] = {
         {{}, {}, "de_DE.UTF-8", "2026-02-23"},
-        {{}, {}, "en_US.UTF-8", "2026-03-01"},
         {{}, "fr_FR", "en_US.UTF-8", "2026-02-23"},
         {"C", "fr_FR", "de_DE", "2026-03-01"},
         {"", "", "de_DE@euro", "2026-02-23"},
-        {"C.UTF-8", {}, "de_DE", "2026-03-01"},
         {{}, {}, {}, "2026-03-01"},
         {"ar_EG.UTF-8", {}, {}, "2026-02-28"},  // Saturday first
         {"no such locale", {}, {}, {}},

@@ -104,7 +104,8 @@ TEST(NotificationCenter, TheBusOfTheRuntimeFolderIsFoundWithoutAnAddress) {
 TEST(NotificationCenter, WithoutABusPostingIsQuietAndQuick) {
     const test::TestFolder folder;
     const test::Variable runtime("XDG_RUNTIME_DIR", folder.path());
-    for (const char* address : {"", "autolaunch:", "garbage", "unix:path=/nowhere/at/all", ";;"}) {
+    for (const char* address : {"", "autolaunch:", "garbage", "unix:path=/nowhere/at/all", ";;",
+                                "autolaunch:;unix:path=/no"}) {
         const test::Variable variable("DBUS_SESSION_BUS_ADDRESS", address);
         testing::internal::CaptureStderr();
         EXPECT_TRUE(postsWithinHalfASecond(secondsToPost)) << address;
