@@ -11,14 +11,15 @@
 #include <gio/gio.h>
 
 #include <filesystem>
-#include <fstream>
 #include <iostream>
-#include <iterator>
 #include <map>
 #include <sstream>
 #include <string>
 #include <vector>
 
+#include "ToolProcess.h"
+
+namespace ombrix::ToolTests {
 namespace {
 
 namespace fs = std::filesystem;
@@ -33,19 +34,9 @@ struct Desktop {
     std::map<std::string, std::vector<Step>> answers;
 };
 
-std::string textOf(const fs::path& path) {
-    std::ifstream in(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
-}
-
-std::string replaced(std::string text, const std::string& from, const std::string& to) {
-    if (const auto at = text.find(from); at != std::string::npos) text.replace(at, from.size(), to);
-    return text;
-}
-
-std::map<std::string, std::vector<Step>> readScript(const fs::path& path) {
+std::map<std::string, std::vector<Step>> readScript(const std::string& path) {
     std::map<std::string, std::vector<Step>> answers;
-    std::istringstream lines(textOf(path));
+    std::istringstream lines(fileText(path));
     std::string line, heard;
     while (std::getline(lines, line)) {
         std::istringstream words(line);
@@ -60,16 +51,15 @@ std::map<std::string, std::vector<Step>> readScript(const fs::path& path) {
 }
 
 void take(const Desktop& desktop, const Step& step, const std::string& id) {
-    const fs::path target = desktop.stateFolder / replaced(step.first, "{id}", id);
+    const fs::path target = desktop.stateFolder / replacingAll(step.first, "{id}", id);
     if (step.verb == "wait") {
         g_usleep(std::stoul(step.first) * 1000);
     } else if (step.verb == "remove") {
         fs::remove(target);
     } else if (step.verb == "write") {
-        fs::create_directories(desktop.stateFolder);
-        const std::string script = textOf(desktop.stateFolder / ("web-eval-" + id + ".js"));
-        std::ofstream(target, std::ios::binary)
-            << replaced(textOf(desktop.scriptFolder / step.second), "{script}", script);
+        const std::string script = desktop.stateFolder / ("web-eval-" + id + ".js");
+        writeFile(target, replacingAll(fileText(desktop.scriptFolder / step.second), "{script}",
+                                       fs::exists(script) ? fileText(script) : ""));
     } else {
         std::cerr << "FakeDesktop: unknown step " << step.verb << "\n";
         std::exit(2);
@@ -88,11 +78,9 @@ void hear(GDBusConnection*, const char*, const char*, const char*, const char*,
     if (answer == desktop.answers.end()) return;
     for (const Step& step : answer->second) take(desktop, step, object);
 }
-}  // namespace
 
-int main(int argc, char* argv[]) {
-    if (argc != 3) return 2;
-    Desktop desktop{fs::path(argv[1]).parent_path(), argv[2], readScript(argv[1])};
+int listen(const char* script, const char* stateFolder) {
+    Desktop desktop{fs::path(script).parent_path(), stateFolder, readScript(script)};
     GDBusConnection* const bus = g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr);
     if (bus == nullptr) {
         std::cout << "no session bus" << std::endl;
@@ -107,4 +95,11 @@ int main(int argc, char* argv[]) {
         nullptr, nullptr, G_DBUS_CALL_FLAGS_NONE, 5000, nullptr, nullptr);
     std::cout << (answer != nullptr ? "ready" : "the bus does not answer") << std::endl;
     g_main_loop_run(g_main_loop_new(nullptr, FALSE));
+    return 0;
+}
+}  // namespace
+}  // namespace ombrix::ToolTests
+
+int main(int argc, char* argv[]) {
+    return argc == 3 ? ombrix::ToolTests::listen(argv[1], argv[2]) : 2;
 }

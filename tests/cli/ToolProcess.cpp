@@ -32,6 +32,7 @@ std::vector<char*> pointers(const std::vector<std::string>& texts) {
 /// In the child; only calls that are safe behind a fork.
 [[noreturn]] void become(const Call& call, char* const* arguments, char* const* environment,
                          int output, int errors) {
+    ::alarm(call.timeoutSeconds);  // outlives the change of program
     if (call.input == Call::closed) {
         ::close(STDIN_FILENO);
     } else {
@@ -54,7 +55,6 @@ std::vector<char*> pointers(const std::vector<std::string>& texts) {
     }
     ::dup2(errors, STDERR_FILENO);
     if (!call.workingDirectory.empty() && ::chdir(call.workingDirectory.c_str()) != 0) ::_exit(126);
-    ::alarm(call.timeoutSeconds);  // outlives the change of program
     ::execve(arguments[0], arguments, environment);
     ::_exit(127);
 }
@@ -125,6 +125,12 @@ TemporaryFolder::TemporaryFolder() {
 TemporaryFolder::~TemporaryFolder() {
     std::error_code ignored;
     std::filesystem::remove_all(path_, ignored);
+}
+
+std::string replacingAll(std::string text, const std::string& from, const std::string& to) {
+    for (auto at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size()))
+        text.replace(at, from.size(), to);
+    return text;
 }
 
 std::string fileText(const std::string& path) {

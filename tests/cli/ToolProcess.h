@@ -54,6 +54,7 @@ class TemporaryFolder {
     std::string path_;
 };
 
+std::string replacingAll(std::string text, const std::string& from, const std::string& to);
 std::string fileText(const std::string& path);
 void writeFile(const std::string& path, const std::string& text);
 }  // namespace ombrix::ToolTests
