@@ -19,10 +19,8 @@ set(CMAKE_CXX_FLAGS_FUZZ "-O1 -g1 -fno-omit-frame-pointer ${sanitizers} -fsaniti
 set(CMAKE_EXE_LINKER_FLAGS_FUZZ "${sanitizers}")
 
 # Records are built by designated initialisers, which may leave members to their defaults: g++ 12
-# warns of that as it does of a forgotten one. Under the sanitizers its flow analysis takes parts of
-# the standard library for uninitialised; the Release build keeps that warning.
+# warns of that as it does of a forgotten one.
 add_library(OmbrixWarnings INTERFACE)
 target_compile_options(OmbrixWarnings INTERFACE
     -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wnon-virtual-dtor -Wold-style-cast
-    -Woverloaded-virtual -Wno-missing-field-initializers -Werror
-    $<$<CONFIG:Sanitize>:-Wno-maybe-uninitialized>)
+    -Woverloaded-virtual -Wno-missing-field-initializers -Werror)

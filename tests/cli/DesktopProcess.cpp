@@ -1,4 +1,5 @@
 #include "DesktopProcess.h"
+#include "OmbrixPlatform/Regex.h"
 
 #include <fcntl.h>
 #include <poll.h>
@@ -8,7 +9,6 @@
 
 #include <array>
 #include <cerrno>
-#include <regex>
 #include <stdexcept>
 
 namespace ombrix::ToolTests {
@@ -56,11 +56,11 @@ bool DesktopProcess::readLine(std::string& line, int milliseconds) {
 }
 
 std::vector<std::string> DesktopProcess::heard(std::size_t atLeast) {
-    const std::regex uniqueId("[0-9A-Fa-f]{8}(-[0-9A-Fa-f]{4}){3}-[0-9A-Fa-f]{12}");
+    static const Regex uniqueId("[0-9A-Fa-f]{8}(-[0-9A-Fa-f]{4}){3}-[0-9A-Fa-f]{12}");
     std::vector<std::string> result;
     std::string line;
     while (readLine(line, result.size() < atLeast ? 5000 : 100))
-        result.push_back(std::regex_replace(line, uniqueId, "{id}"));
+        result.push_back(uniqueId.replacingAll(line, [](const Regex::Match&) { return "{id}"; }));
     return result;
 }
 }  // namespace ombrix::ToolTests

@@ -7,12 +7,12 @@
 #include <iostream>
 #include <map>
 #include <memory>
-#include <regex>
 
 #include "CaseFolder.h"
 #include "DesktopProcess.h"
 #include "OmbrixCore/DictationStore.h"
 #include "OmbrixCore/RawDatabase.h"
+#include "OmbrixPlatform/Regex.h"
 #include "ToolProcess.h"
 
 namespace ombrix::ToolTests {
@@ -34,8 +34,10 @@ struct Placeholders {
             text = replacingAll(std::move(text), replacingAll(path, "/", "\\/"), name);
             text = replacingAll(std::move(text), path, name);
         }
-        static const std::regex now(R"re("generatedAt" : "\d{4}-\d\d-\d\dT\d\d:\d\d:\d\dZ")re");
-        return std::regex_replace(text, now, R"("generatedAt" : "{now}")");
+        static const Regex now(
+            R"re("generatedAt" : "[0-9]{4}-[0-9]{2}-[0-9]{2}T[0-9]{2}:[0-9]{2}:[0-9]{2}Z")re");
+        return now.replacingAll(text,
+                                [](const Regex::Match&) { return R"("generatedAt" : "{now}")"; });
     }
 };
 

@@ -208,8 +208,7 @@ TEST_F(Tool, ABusThatNeverSpeaksHoldsNobodyUp) {
         const auto start = std::chrono::steady_clock::now();
         const Outcome outcome = run(call);
         EXPECT_EQ(outcome.status, 0) << outcome.errors;
-        // Far from the 25 seconds that such a bus costs a program which waits for it.
-        EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
+        EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(1500));
     }
     ::close(listener);
 }
