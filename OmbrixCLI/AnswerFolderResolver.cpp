@@ -8,7 +8,7 @@
 
 #include "OmbrixCLI/TranscriptReader.h"
 #include "OmbrixMemoryKit/EnginePaths.h"
-#include "OmbrixMemoryKit/SkillPaths.h"
+#include "OmbrixMemoryKit/Skills/SkillPaths.h"
 #include "OmbrixPlatform/Files.h"
 #include "OmbrixPlatform/Paths.h"
 #include "OmbrixPlatform/Text.h"

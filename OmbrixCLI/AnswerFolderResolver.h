@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "OmbrixMarkdownKit/AnswerScope.h"
+#include "OmbrixMarkdownKit/Search/AnswerScope.h"
 #include "OmbrixPlatform/Json.h"
 
 namespace ombrix::AnswerFolderResolver {

@@ -5,8 +5,8 @@
 
 #include "OmbrixCLI/AnswerFolderResolver.h"
 #include "OmbrixCLI/TranscriptReader.h"
-#include "OmbrixMarkdownKit/KeywordMatcher.h"
-#include "OmbrixMarkdownKit/TermEvidence.h"
+#include "OmbrixMarkdownKit/Search/TermEvidence.h"
+#include "OmbrixMarkdownKit/Words/KeywordMatcher.h"
 
 namespace ombrix {
 namespace {

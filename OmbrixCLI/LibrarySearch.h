@@ -8,8 +8,8 @@
 #include <string_view>
 #include <vector>
 
-#include "OmbrixMarkdownKit/AnswerScope.h"
-#include "OmbrixMarkdownKit/RankedTranscriptSearch.h"
+#include "OmbrixMarkdownKit/Search/AnswerScope.h"
+#include "OmbrixMarkdownKit/Search/RankedTranscriptSearch.h"
 
 namespace ombrix {
 

@@ -5,7 +5,7 @@
 #include <limits>
 #include <system_error>
 
-#include "OmbrixMarkdownKit/OmbrixTranscriptMarker.h"
+#include "OmbrixMarkdownKit/Transcript/OmbrixTranscriptMarker.h"
 #include "OmbrixPlatform/Text.h"
 #include "OmbrixPlatform/Utf8.h"
 

@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
-#include "OmbrixMarkdownKit/MarkdownTranscript.h"
-#include "OmbrixMarkdownKit/TranscriptSections.h"
+#include "OmbrixMarkdownKit/Transcript/MarkdownTranscript.h"
+#include "OmbrixMarkdownKit/Transcript/TranscriptSections.h"
 #include "OmbrixPlatform/Files.h"
 
 namespace ombrix {

@@ -14,9 +14,7 @@ struct ByteRange {
 
     std::size_t size() const { return end - begin; }
     bool isEmpty() const { return begin == end; }
-    bool intersects(const ByteRange& other) const {
-        return begin < other.end && other.begin < end;
-    }
+    bool intersects(const ByteRange& other) const { return begin < other.end && other.begin < end; }
     /// The bytes of `text` in this range; they are `text`'s.
     std::string_view of(std::string_view text) const { return text.substr(begin, size()); }
     bool operator==(const ByteRange&) const = default;

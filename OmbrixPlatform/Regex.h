@@ -2,10 +2,10 @@
 // the program: one that fails to compile ends the process. Make it a function-local static, so that
 // it is compiled on first use. Searching is safe from several threads; texts are never copied.
 //
-// ICU bounds its stack and not its time. A bare `\s+` keeps a way back for every blank it passes and
-// meets the bound within half a million of them, which ends the whole search: write `[\s]+`, a set,
-// which it repeats in one state. Expressions that can try a stretch of text in many ways do not
-// belong over texts of any length.
+// ICU bounds its stack and not its time. A bare `\s+` keeps a way back for every blank it passes
+// and meets the bound within half a million of them, which ends the whole search: write `[\s]+`, a
+// set, which it repeats in one state. Expressions that can try a stretch of text in many ways do
+// not belong over texts of any length.
 #pragma once
 
 #include <cstddef>

@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
-#include "OmbrixMarkdownKit/QueryTokenizer.h"
-#include "OmbrixMarkdownKit/RankedTranscriptSearch.h"
-#include "OmbrixMarkdownKit/TranscriptSections.h"
+#include "OmbrixMarkdownKit/Search/RankedTranscriptSearch.h"
+#include "OmbrixMarkdownKit/Transcript/TranscriptSections.h"
+#include "OmbrixMarkdownKit/Words/QueryTokenizer.h"
 #include "Talk.h"
 
 namespace {

@@ -1,8 +1,8 @@
 // Cutting text into words, the hot path of every question, in bytes a second.
 #include <benchmark/benchmark.h>
 
-#include "OmbrixMarkdownKit/QueryTokenizer.h"
-#include "OmbrixMarkdownKit/WordScanner.h"
+#include "OmbrixMarkdownKit/Words/QueryTokenizer.h"
+#include "OmbrixMarkdownKit/Words/WordScanner.h"
 #include "Talk.h"
 
 namespace {

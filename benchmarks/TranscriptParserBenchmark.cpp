@@ -1,8 +1,8 @@
 // Reading a transcript, in bytes a second: a meeting of an hour and one of 100,000 turns.
 #include <benchmark/benchmark.h>
 
-#include "OmbrixMarkdownKit/MarkdownTranscript.h"
-#include "OmbrixMarkdownKit/OmbrixTranscriptMarker.h"
+#include "OmbrixMarkdownKit/Transcript/MarkdownTranscript.h"
+#include "OmbrixMarkdownKit/Transcript/OmbrixTranscriptMarker.h"
 #include "Talk.h"
 
 namespace {

@@ -1,20 +1,22 @@
-# Long constant texts stand in files of their own beside the code and become constants at build time,
-# byte for byte, each with its digest:
+# Long constant texts are files in the folder texts/ of their library. The build makes each a constant,
+# byte for byte, with its digest:
 #
-#   ombrix_embed(OmbrixAnswerKit FILES Greeting.md skills/weekly/SKILL.md)
+#   ombrix_embed(OmbrixAnswerKit)
 #
-# takes the files from the target's folder and gives the target's sources
+# takes every file below OmbrixAnswerKit/texts/ and gives the target's sources, for
+# OmbrixAnswerKit/texts/skills/weekly/SKILL.md,
 #
-#   #include "embedded/OmbrixAnswerKit/Greeting.md.h"
+#   #include "embedded/OmbrixAnswerKit/skills/weekly/SKILL.md.h"
 #
-#   ombrix::Embedded::greetingMd         the bytes, a constexpr std::string_view
-#   ombrix::Embedded::greetingMdSHA256   their SHA-256 in lower-case hexadecimal
+#   ombrix::Embedded::OmbrixAnswerKit::skillsWeeklySKILLMd         the bytes, a constexpr std::string_view
+#   ombrix::Embedded::OmbrixAnswerKit::skillsWeeklySKILLMdSHA256   their SHA-256 in lower-case hexadecimal
 #
-# The constant's name is the path with its first letter small and every letter behind another sign
-# than a letter or digit large: skills/weekly/SKILL.md is `skillsWeeklySKILLMd`. A header is written
-# again when its file changes.
+# The constant's name is the path with its first letter lower-cased; a letter after anything but a
+# letter or digit is upper-cased. The namespace is the target's, so two libraries may have texts of
+# one name. A header is written again when its file changes.
 
-# Run as a script, this file writes one header: SOURCE, HEADER and NAME are given with -D.
+# Run as a script, this file writes one header: SOURCE, HEADER, NAME, SPACE and
+# ORIGIN are given with -D.
 if(CMAKE_SCRIPT_MODE_FILE)
     file(READ "${SOURCE}" bytes HEX)
     file(SHA256 "${SOURCE}" digest)
@@ -30,13 +32,13 @@ if(CMAKE_SCRIPT_MODE_FILE)
 
 #include <string_view>
 
-namespace ombrix::Embedded {
+namespace ombrix::Embedded::${SPACE} {
 inline constexpr std::string_view ${NAME}{
     \"${bytes}\",
     ${size}};
 inline constexpr std::string_view ${NAME}SHA256 =
     \"${digest}\";
-}  // namespace ombrix::Embedded
+}  // namespace ombrix::Embedded::${SPACE}
 ")
     return()
 endif()
@@ -61,24 +63,23 @@ function(ombrix_embedded_name path result)
 endfunction()
 
 function(ombrix_embed target)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "FILES")
-    if(NOT arg_FILES OR arg_UNPARSED_ARGUMENTS)
-        message(FATAL_ERROR "ombrix_embed(${target} FILES file ...)")
-    endif()
-    get_target_property(type ${target} TYPE)
-    if(type STREQUAL "INTERFACE_LIBRARY")  # no source yet that could include a header
-        return()
-    endif()
-    foreach(file IN LISTS arg_FILES)
-        set(source ${CMAKE_CURRENT_SOURCE_DIR}/${target}/${file})
+    set(folder ${CMAKE_CURRENT_SOURCE_DIR}/${target}/texts)
+    file(GLOB_RECURSE files CONFIGURE_DEPENDS RELATIVE ${folder} ${folder}/*)
+    set(names "")
+    foreach(file IN LISTS files)
+        set(source ${folder}/${file})
         set(header ${PROJECT_BINARY_DIR}/generated/embedded/${target}/${file}.h)
         ombrix_embedded_name("${file}" name)
+        if(name IN_LIST names)
+            message(FATAL_ERROR "${target}/texts: two files give the constant ${name}")
+        endif()
+        list(APPEND names ${name})
         add_custom_command(
             OUTPUT ${header}
             COMMAND ${CMAKE_COMMAND} -D SOURCE=${source} -D HEADER=${header} -D NAME=${name}
-                -D ORIGIN=${target}/${file} -P ${OMBRIX_EMBED_SCRIPT}
+                -D SPACE=${target} -D ORIGIN=${target}/texts/${file} -P ${OMBRIX_EMBED_SCRIPT}
             DEPENDS ${source} ${OMBRIX_EMBED_SCRIPT}
-            COMMENT "Embedding ${target}/${file}"
+            COMMENT "Embedding ${target}/texts/${file}"
             VERBATIM)
         target_sources(${target} PRIVATE ${header})
     endforeach()

@@ -13,8 +13,8 @@
 #include <vector>
 
 #include "OmbrixCore/DictationStore.h"
-#include "OmbrixMarkdownKit/MarkdownTranscript.h"
-#include "OmbrixMarkdownKit/OmbrixTranscriptMarker.h"
+#include "OmbrixMarkdownKit/Transcript/MarkdownTranscript.h"
+#include "OmbrixMarkdownKit/Transcript/OmbrixTranscriptMarker.h"
 #include "OmbrixPlatform/Files.h"
 #include "OmbrixPlatform/Paths.h"
 

@@ -6,12 +6,12 @@
 #include <vector>
 
 #include "Law.h"
-#include "OmbrixAnswerKit/AskIntentRouter.h"
-#include "OmbrixAnswerKit/CommitmentExtractor.h"
-#include "OmbrixAnswerKit/ExtractiveFloor.h"
-#include "OmbrixMarkdownKit/QueryTokenizer.h"
-#include "OmbrixMarkdownKit/RankedTranscriptSearch.h"
-#include "OmbrixMarkdownKit/TranscriptSections.h"
+#include "OmbrixAnswerKit/Answer/ExtractiveFloor.h"
+#include "OmbrixAnswerKit/Ask/AskIntentRouter.h"
+#include "OmbrixAnswerKit/Commitments/CommitmentExtractor.h"
+#include "OmbrixMarkdownKit/Search/RankedTranscriptSearch.h"
+#include "OmbrixMarkdownKit/Transcript/TranscriptSections.h"
+#include "OmbrixMarkdownKit/Words/QueryTokenizer.h"
 #include "OmbrixPlatform/Text.h"
 
 using namespace ombrix;

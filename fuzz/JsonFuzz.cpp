@@ -5,7 +5,7 @@
 
 #include "Law.h"
 #include "OmbrixCore/AppStateBus.h"
-#include "OmbrixMarkdownKit/AnswerScope.h"
+#include "OmbrixMarkdownKit/Search/AnswerScope.h"
 #include "OmbrixPlatform/Json.h"
 
 using namespace ombrix;

@@ -5,9 +5,9 @@
 #include <string>
 
 #include "Law.h"
-#include "OmbrixAnswerKit/AskIntentRouter.h"
-#include "OmbrixMarkdownKit/ScopingPolicy.h"
-#include "OmbrixMarkdownKit/TimeScopeParser.h"
+#include "OmbrixAnswerKit/Ask/AskIntentRouter.h"
+#include "OmbrixMarkdownKit/Search/ScopingPolicy.h"
+#include "OmbrixMarkdownKit/Search/TimeScopeParser.h"
 #include "OmbrixPlatform/Text.h"
 
 using namespace ombrix;

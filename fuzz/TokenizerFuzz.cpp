@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "Law.h"
-#include "OmbrixMarkdownKit/KeywordMatcher.h"
-#include "OmbrixMarkdownKit/QueryTokenizer.h"
+#include "OmbrixMarkdownKit/Words/KeywordMatcher.h"
+#include "OmbrixMarkdownKit/Words/QueryTokenizer.h"
 #include "OmbrixPlatform/Text.h"
 #include "OmbrixPlatform/Words.h"
 

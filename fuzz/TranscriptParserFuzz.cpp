@@ -4,10 +4,10 @@
 #include <string>
 
 #include "Law.h"
-#include "OmbrixMarkdownKit/MarkdownTranscript.h"
-#include "OmbrixMarkdownKit/OmbrixTranscriptMarker.h"
-#include "OmbrixMarkdownKit/TranscriptSections.h"
-#include "OmbrixMarkdownKit/TurnIdentity.h"
+#include "OmbrixMarkdownKit/Transcript/MarkdownTranscript.h"
+#include "OmbrixMarkdownKit/Transcript/OmbrixTranscriptMarker.h"
+#include "OmbrixMarkdownKit/Transcript/TranscriptSections.h"
+#include "OmbrixMarkdownKit/Transcript/TurnIdentity.h"
 #include "OmbrixPlatform/Text.h"
 
 using namespace ombrix;

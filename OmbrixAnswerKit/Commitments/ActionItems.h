@@ -1,0 +1,36 @@
+// The action items of a document: the bullets of its action item section and the check boxes in its
+// notes. Each is read as "owner: task" where it can be.
+//
+//   - [ ] Tomas Berg — send the deck by Friday
+//   * Ann: book the room
+//   - Budget: review numbers        (nobody is called Budget: the line stays whole)
+//   - [x] ring the landlord         (done, so no item)
+#pragma once
+
+#include <optional>
+#include <string_view>
+#include <vector>
+
+#include "OmbrixMarkdownKit/Transcript/MarkdownTranscript.h"
+
+namespace ombrix::CommitmentExtractor {
+
+/// Views of the line that was read.
+struct ActionItem {
+    std::optional<std::string_view> owner;
+    std::string_view text;  ///< never empty
+    bool operator==(const ActionItem&) const = default;
+};
+
+/// All lines of the action item section, then the check box lines of the notes ("- [ ]", "* [ ]",
+/// "- [x]", "* [x]"), trimmed, without empty ones; views of the document.
+std::vector<std::string_view> actionItemLines(const TranscriptDocument& document);
+
+/// Nothing for a line without a bullet, a ticked item and a bullet without text. What stands before
+/// the first " — ", else " – ", else ": " is the owner, if both sides hold something and the owner
+/// has at most 40 characters and at most 4 words.
+std::optional<ActionItem> parseActionItem(std::string_view line);
+
+/// The line without its bullet and its open check box; a view of it.
+std::string_view trimmedBullet(std::string_view line);
+}  // namespace ombrix::CommitmentExtractor

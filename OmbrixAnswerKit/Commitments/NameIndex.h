@@ -1,0 +1,36 @@
+// Names of people, found again by how other text writes them.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+#include "OmbrixAnswerKit/Commitments/SpokenWords.h"
+
+namespace ombrix::CommitmentExtractor {
+
+/// Lookups cost the same however many names there are; of several names that fit, the one that was
+/// added first is found. Holds views of the names.
+class NameIndex {
+  public:
+    void add(std::string_view name);
+
+    /// The name with the same key as `written`.
+    std::optional<std::string_view> withKeyOf(std::string_view written) const;
+    /// The name with the same first word as `written`, a word of at least 3 characters.
+    std::optional<std::string_view> withFirstWordOf(std::string_view written) const;
+    /// The name whose first word, of at least 2 characters, is one of `words`.
+    std::optional<std::string_view> addressedIn(const SpokenWords& words) const;
+
+  private:
+    struct Entry {
+        std::size_t order;
+        std::string_view name;
+    };
+    std::unordered_map<std::string, Entry> byKey_;
+    std::unordered_map<std::string, Entry> byFirstWord_;
+    std::size_t added_ = 0;
+};
+}  // namespace ombrix::CommitmentExtractor

@@ -1,0 +1,65 @@
+// Words as the rules about promises compare them: names, replies, and the same words heard twice.
+// Coarser than the tokenizer's: nothing is stemmed, and "don't" is two words.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "OmbrixMarkdownKit/Transcript/MarkdownTranscript.h"
+
+namespace ombrix::CommitmentExtractor {
+
+/// The words of a text: its fold cut at every scalar that is no letter, mark or digit. The cut is
+/// by scalar and not by character: a joiner inside a character parts two words. An apostrophe parts
+/// words in either form, so a text has the same words with curly ones and with straight ones.
+class SpokenWords {
+  public:
+    class Walk;
+
+    SpokenWords() = default;
+    explicit SpokenWords(std::string_view text);
+
+    bool isEmpty() const { return joined_.empty(); }
+    /// Looks no farther than the `n`th word.
+    bool hasAtLeast(std::size_t n) const;
+    /// In order, with repeats; views of this object.
+    std::vector<std::string_view> list() const;
+    /// Empty when there is none; a view of this object.
+    std::string_view first() const;
+    /// All of them, joined by single blanks.
+    const std::string& joined() const { return joined_; }
+    bool operator==(const SpokenWords&) const = default;
+
+  private:
+    std::string joined_;
+};
+
+/// The words one after the other, without a list of them, which for short words takes eight times
+/// the memory of the text.
+class SpokenWords::Walk {
+  public:
+    explicit Walk(const SpokenWords& words) : rest_(words.joined()) {}
+    /// False behind the last.
+    bool next(std::string_view& word) {
+        if (rest_.empty()) return false;
+        word = rest_.substr(0, rest_.find(' '));
+        rest_.remove_prefix(word.size() < rest_.size() ? word.size() + 1 : word.size());
+        return true;
+    }
+
+  private:
+    std::string_view rest_;
+};
+
+/// What two spellings of one name have in common: its fold, trimmed of white space and newlines.
+std::string nameKey(std::string_view name);
+
+/// True when a recogniser heard the same words on two channels: `text` repeats the turn before it,
+/// word by word or nearly so. False without a turn before it. Time n log n in the words, memory
+/// linear in the distinct ones.
+bool isEcho(std::string_view text, const TranscriptDocument::Turn* previous);
+/// The same for words that are at hand; false when either side has none.
+bool isEcho(const SpokenWords& words, const SpokenWords& previous);
+}  // namespace ombrix::CommitmentExtractor

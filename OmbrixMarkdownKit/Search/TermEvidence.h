@@ -1,0 +1,92 @@
+// The first step of ranking: what one document holds of a question's keywords. The second step
+// scores the evidence of all documents and needs the documents no more, so a library can be read
+// file by file.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "OmbrixMarkdownKit/Search/SpeakerIdentity.h"
+#include "OmbrixMarkdownKit/Transcript/MarkdownTranscript.h"
+#include "OmbrixMarkdownKit/Transcript/TranscriptSections.h"
+#include "OmbrixMarkdownKit/Words/KeywordMatcher.h"
+
+namespace ombrix {
+
+/// A hit in the title, and one in a participant's name, counts as so many in what was said.
+constexpr double titleTermWeight = 3.0;
+constexpr double participantTermWeight = 2.0;
+
+/// The body fields that are searched, in the order in which they are looked at: notes, summary,
+/// action items, key moments. Meeting notes are not among them.
+using BodyFields = std::array<std::string_view, 4>;
+BodyFields bodyFields(const TranscriptDocument& document);
+
+/// Where one keyword stands in one document.
+struct TermEvidence {
+    std::size_t keyword = 0;  ///< its index among the keywords
+    double tf = 0;            ///< weighted count; above 0
+    std::vector<std::size_t> turnIndexes;
+    std::vector<std::size_t> bodyIndexes;  ///< into `BodyFields`
+    bool titleHit = false;
+    bool participantHit = false;
+    bool operator==(const TermEvidence&) const = default;
+};
+
+struct DocumentEvidence {
+    std::string date;                 ///< the document's
+    std::vector<TermEvidence> terms;  ///< keywords that occur, in keyword order
+    bool userSpoke = false;           ///< only asked when `terms` is not empty
+    bool operator==(const DocumentEvidence&) const = default;
+};
+
+/// Who "the user" is for `userSpoke`, and how many turns it takes.
+struct SpeakerQuestion {
+    SpeakerIdentity identity;
+    std::int64_t minTurns = 1;
+};
+
+/// Collects evidence document after document with the same keywords. Both ways of reading give the
+/// same evidence for the same file.
+class EvidenceCollector {
+  public:
+    EvidenceCollector(const KeywordMatcher& matcher, std::optional<SpeakerQuestion> speaker);
+
+    DocumentEvidence collect(const TranscriptDocument& document);
+
+    /// The evidence of a file that is only looked at. `header` holds the title, the date and the
+    /// participants; its other fields are not read.
+    DocumentEvidence collect(const TranscriptDocument& header,
+                             const TranscriptSections::Sections& sections);
+
+  private:
+    struct Slot {
+        std::size_t document = 0;  // the one it was last used for
+        std::size_t index = 0;     // in `terms_`
+    };
+
+    void begin();
+    DocumentEvidence finish(const TranscriptDocument& header);
+    TermEvidence& term(std::size_t keyword);
+    void addHeader(const TranscriptDocument& header);
+    void addBodies(const BodyFields& bodies);
+    void addTurns(std::string_view section);
+    void addTurn(std::size_t index);
+    bool userSpoke(std::string_view section) const;
+    /// Counts `text` unless it can be told that no keyword stands in it.
+    const std::vector<KeywordMatcher::Count::Found>& count(std::string_view text);
+
+    const KeywordMatcher& matcher_;
+    std::optional<SpeakerQuestion> speaker_;
+    KeywordMatcher::Count count_;
+    std::vector<Slot> slots_;
+    std::size_t document_ = 0;
+    std::vector<TermEvidence> terms_;
+    std::vector<std::string_view> pieces_;  // of the turn being read
+};
+}  // namespace ombrix

@@ -1,0 +1,72 @@
+// A transcript file cut into views: where its header and its sections stand and where each turn
+// begins, without a copy of anything. `MarkdownTranscriptParser` makes a document of it; search
+// runs over it as it is. Texts have LF line ends; the views show the bytes of the text that was
+// given.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "OmbrixMarkdownKit/Transcript/MarkdownTranscript.h"
+
+namespace ombrix::TranscriptSections {
+
+enum class Section { notes, transcript, summary, meetingNotes, actionItems, keyMoments };
+
+/// The headings, in the order of `Section`.
+constexpr std::array<std::string_view, 6> sectionHeaders = {
+    "## Notes",         "## Transcript",   "## Summary",
+    "## Meeting Notes", "## Action Items", "## Key Moments",
+};
+/// Closes the machine block, and with it the section it stands behind.
+constexpr std::string_view machineBlockEnd = "<!-- /ombrix:ai -->";
+
+struct Frame {
+    std::string_view header;  ///< between the "---" lines
+    std::string_view body;    ///< behind the closing one
+};
+
+/// The header and the body; nothing when the text does not begin with a closed frontmatter.
+std::optional<Frame> frame(std::string_view text);
+
+/// Sets the fields that the header names; the others keep their value.
+void readHeader(std::string_view header, TranscriptDocument& document);
+
+/// Each section as it stands, untrimmed; empty when its heading is missing.
+class Sections {
+  public:
+    explicit Sections(std::string_view body);
+    std::string_view raw(Section section) const {
+        return sections_[static_cast<std::size_t>(section)];
+    }
+    /// The section as a document holds it: trimmed, and without comment lines save in the notes.
+    /// `storage` keeps the bytes when lines had to go; otherwise the view shows the body's.
+    std::string_view text(Section section, std::string& storage) const;
+
+  private:
+    std::array<std::string_view, 6> sections_{};
+};
+
+/// A paragraph of the transcript section that belongs to a turn.
+struct Paragraph {
+    bool opensTurn = false;
+    std::string_view speaker;  ///< only when it opens a turn; never empty then
+    std::string_view text;
+};
+
+/// Walks the paragraphs of a transcript section. Those in front of the first turn and those whose
+/// speaker is empty are passed over.
+class Paragraphs {
+  public:
+    explicit Paragraphs(std::string_view section) : rest_(section) {}
+    /// False behind the last paragraph.
+    bool next(Paragraph& paragraph);
+
+  private:
+    std::string_view rest_;
+    bool hasTurn_ = false;
+};
+}  // namespace ombrix::TranscriptSections

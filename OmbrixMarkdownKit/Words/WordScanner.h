@@ -1,0 +1,93 @@
+// The words of a text one after the other, without storing them: what `QueryTokenizer` and search
+// are made of.
+#pragma once
+
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "OmbrixMarkdownKit/Words/AsciiLanes.h"
+#include "OmbrixMarkdownKit/Words/OneOnOne.h"
+#include "OmbrixMarkdownKit/Words/Stemmer.h"
+#include "OmbrixPlatform/ByteRange.h"
+#include "OmbrixPlatform/Words.h"
+
+namespace ombrix {
+
+/// Reads one text, which must outlive it. Linear; ASCII words cost no allocation.
+class WordScanner {
+  public:
+    explicit WordScanner(std::string_view text);
+    WordScanner(const WordScanner&) = delete;
+    WordScanner& operator=(const WordScanner&) = delete;
+
+    /// A word; `raw` and `stem` stand until the next call.
+    struct Token {
+        std::string_view raw;
+        std::string_view stem;
+        ByteRange range;  ///< in the text that was given
+    };
+    /// False behind the last word.
+    bool next(Token& token) { return nextBetweenBlanks(token) || nextAnyWord(token); }
+
+  private:
+    bool nextBetweenBlanks(Token& token);
+    bool nextAnyWord(Token& token);
+    bool nextPlainRun(Token& token);
+    bool readLanes(std::size_t at);
+    std::size_t joinedBefore(std::size_t at, std::size_t from) const;
+    bool nextAscii(Token& token);
+    bool nextIcu(Token& token);
+    std::size_t appendRun(std::size_t at, std::size_t size);
+    void finish(Token& token, std::size_t characters, ByteRange range);
+    std::size_t beginOfForm() const;
+    void coverForm(ByteRange& range);
+    bool goesOnBehind(std::size_t at) const;
+
+    std::vector<OneOnOne::Match> forms_;
+    std::string shadow_;
+    std::string_view text_;  // the shadow when there are forms
+    Words::Stretches stretches_;
+    Words::Stretch stretch_;
+    std::size_t place_ = 0;            // in an ASCII stretch
+    std::uint64_t runBits_ = 0;        // of the bytes from `place_` on: letters and digits
+    std::size_t knownBytes_ = 0;       // how many of its bits say something
+    std::vector<ByteRange> icuWords_;  // of a stretch that is not ASCII
+    std::size_t icuWord_ = 0;
+    std::size_t form_ = 0;   // the first form that may still meet a word
+    std::size_t nextForm_;   // where it begins; behind every place when there is none
+    std::string rawBuffer_;  // of ASCII words; never less than what a block of lanes may fill
+    std::string icuRaw_;
+    std::size_t kept_ = 0;  // bytes of the normal form in the buffer
+    std::string stemBuffer_;
+};
+
+// ---- inline, since it runs for every word of a library ------------------------------------------
+
+/// The next word, when it is a run of letters and digits of the block that is known, between two
+/// blanks. False, with nothing changed, for every other.
+inline bool WordScanner::nextBetweenBlanks(Token& token) {
+    if (runBits_ == 0) return false;
+    const auto skipped = static_cast<std::size_t>(std::countr_zero(runBits_));
+    const auto length = static_cast<std::size_t>(std::countr_one(runBits_ >> skipped));
+    const char* const run = text_.data() + place_ + skipped;
+    // Single letters are no words; sixteen are what one copy takes.
+    if (skipped == 0 || skipped + length == knownBytes_ || length - 2 > AsciiLanes::width - 2 ||
+        run[-1] != ' ' || run[length] != ' ')
+        return false;
+    const std::size_t begin = place_ + skipped;
+    place_ = begin + length;
+    runBits_ = runBits_ >> skipped >> length;
+    knownBytes_ -= skipped + length;
+    AsciiLanes::copyLowercased(run, rawBuffer_.data());
+    token.raw = std::string_view(rawBuffer_.data(), length);
+    token.stem = Stemmer::mayLoseLetters(token.raw) ? Stemmer::stem(token.raw, length, stemBuffer_)
+                                                    : token.raw;
+    token.range = {begin, place_};
+    if (place_ > nextForm_) coverForm(token.range);
+    return true;
+}
+}  // namespace ombrix

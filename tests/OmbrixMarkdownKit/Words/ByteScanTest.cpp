@@ -1,0 +1,97 @@
+#include "OmbrixMarkdownKit/Words/ByteScan.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "OmbrixMarkdownKit/Words/QueryTokenizer.h"
+#include "OmbrixPlatform/RandomText.h"
+#include "OmbrixPlatform/Text.h"
+#include "OmbrixPlatform/Words.h"
+
+namespace ombrix {
+namespace {
+
+std::vector<std::size_t> places(const ByteScan::WordStarts& starts, std::string_view text) {
+    std::vector<std::size_t> found;
+    for (std::size_t at = 0; (at = starts.next(text, at)) < text.size(); ++at) found.push_back(at);
+    return found;
+}
+
+TEST(ByteScan, FindsOneFormsAtEveryPlaceOfABlock) {
+    for (std::size_t before = 0; before < 140; ++before) {
+        for (const std::string_view form : {"1", "one", "ONE", "oNe"}) {
+            // What comes before looks like it and is not: a control character, cut words.
+            const std::string text =
+                std::string(before, before % 2 == 0 ? '\x11' : 'o') + std::string(form) + " on";
+            ASSERT_EQ(ByteScan::findOneForm(text, 0), before) << test::visible(text);
+            ASSERT_EQ(ByteScan::findOneForm(text, before), before);
+            ASSERT_EQ(ByteScan::findOneForm(text, before + 1), text.size());
+        }
+    }
+    EXPECT_EQ(ByteScan::findOneForm("", 0), 0U);
+    EXPECT_EQ(ByteScan::findOneForm("no on", 0), 5U);
+}
+
+TEST(ByteScan, EveryWordThatBeginsSoHasAPlaceInsideIt) {
+    test::RandomText random(40);
+    for (int round = 0; round < 8000; ++round) {
+        const std::string text = random.any();
+        std::vector<std::pair<ByteRange, std::string>> words;
+        for (const auto& range : Words::ranges(text))
+            words.emplace_back(range, QueryTokenizer::normalize(range.of(text)));
+        // Beginnings of the text's own words, so that they are met, and one of no word.
+        std::vector<std::string> beginnings{"qq"};
+        for (std::size_t i = 1 + random.below(3); i > 0 && !words.empty(); --i) {
+            const std::string& normal = words[random.below(words.size())].second;
+            const std::string beginning(normal.substr(0, 1 + random.below(6)));
+            if (!beginning.empty()) beginnings.push_back(beginning);
+        }
+        const auto found = places(ByteScan::WordStarts(beginnings), text);
+        for (const auto& [range, normal] : words) {
+            for (const auto& beginning : beginnings) {
+                if (normal.starts_with(beginning)) {
+                    const auto place = std::ranges::lower_bound(found, range.begin);
+                    ASSERT_TRUE(place != found.end() && *place < range.end)
+                        << test::visible(normal) << " by " << test::visible(beginning) << " at "
+                        << range.begin << " of " << test::visible(text);
+                }
+            }
+        }
+    }
+}
+
+TEST(ByteScan, AWordIsFoundAcrossTheBordersOfBlocks) {
+    const struct {
+        std::string word, beginning;
+    } cases[] = {
+        {"price", "pric"},        {"PRICE", "price"},
+        {"p'rice", "price"},      {"p", "p"},
+        {"pr_ice", "price"},      {"pri\u00E7ing", "pricing"},
+        {"\u00E9cole", "ecol"},   {"e\u0301cole", "ecol"},
+        {"\u212Aelvin", "kel"},   {"\uFB01nd", "find"},
+        {"\u0600xprice", "pric"}, {"@price", "price"},
+        {"\u00DFa", "ssa"},       {"\uD55C\uAD6D", "\u1112\u1161"},
+        {"p\u0301rice", "price"},
+    };
+    for (const auto& [word, beginning] : cases) {
+        for (std::size_t before = 0; before < 140; ++before) {
+            const std::string text =
+                std::string(before, 'x') + " " + word + std::string(before % 70, ' ');
+            const auto found = places(ByteScan::WordStarts({"zz", beginning}), text);
+            ASSERT_EQ(found.size(), 1U) << test::visible(text);
+            ASSERT_GT(found[0], before);
+            ASSERT_LE(found[0], before + word.size());
+        }
+    }
+}
+
+TEST(ByteScan, OtherWordsAreRarelyLookedAt) {
+    const ByteScan::WordStarts starts({"pric", "launch"});
+    EXPECT_TRUE(places(starts, "surprice apricot prince _xprice lunch p r launc").empty());
+    EXPECT_EQ(places(starts, "x pricing, launches"), (std::vector<std::size_t>{2, 11}));
+    EXPECT_EQ(starts.next("price price", 1), 6U) << "not inside a word";
+    EXPECT_TRUE(places(starts, "").empty());
+}
+}  // namespace
+}  // namespace ombrix
