@@ -5,7 +5,9 @@
 #include <limits>
 #include <system_error>
 
+#include "OmbrixMarkdownKit/Transcript/MarkdownTranscript.h"
 #include "OmbrixMarkdownKit/Transcript/OmbrixTranscriptMarker.h"
+#include "OmbrixMarkdownKit/Transcript/TranscriptHeader.h"
 #include "OmbrixPlatform/Text.h"
 #include "OmbrixPlatform/Utf8.h"
 
@@ -42,7 +44,7 @@ std::optional<TranscriptReader::View> TranscriptReader::view(const std::string& 
     const auto frame = TranscriptSections::frame(*text);
     if (!frame) return std::nullopt;
     View view{{}, TranscriptSections::Sections(frame->body)};
-    TranscriptSections::readHeader(frame->header, view.header);
+    TranscriptHeader::read(frame->header, view.header);
     return view;
 }
 
@@ -56,7 +58,7 @@ std::optional<TranscriptDocument> TranscriptReader::peek(const std::string& path
     const auto frame = TranscriptSections::frame(beginning);
     if (!frame) return std::nullopt;
     TranscriptDocument header;
-    TranscriptSections::readHeader(frame->header, header);
+    TranscriptHeader::read(frame->header, header);
     return header;
 }
 }  // namespace ombrix

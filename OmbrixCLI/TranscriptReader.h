@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "OmbrixMarkdownKit/Transcript/MarkdownTranscript.h"
+#include "OmbrixMarkdownKit/Transcript/TranscriptDocument.h"
 #include "OmbrixMarkdownKit/Transcript/TranscriptSections.h"
 #include "OmbrixPlatform/Files.h"
 

@@ -21,6 +21,8 @@ constexpr bool isAscii(char c) { return static_cast<unsigned char>(c) < 0x80; }
 constexpr bool isAsciiDigit(char c) { return c >= '0' && c <= '9'; }
 constexpr bool isAsciiLetter(char c) { return (c | 0x20) >= 'a' && (c | 0x20) <= 'z'; }
 constexpr bool isAsciiAlphanumeric(char c) { return isAsciiDigit(c) || isAsciiLetter(c); }
+/// A word character of regular expressions (\w, \b), among ASCII; false for bytes of other scripts.
+constexpr bool isAsciiWordByte(char c) { return isAsciiAlphanumeric(c) || c == '_'; }
 constexpr bool isAsciiHexDigit(char c) {
     return isAsciiDigit(c) || ((c | 0x20) >= 'a' && (c | 0x20) <= 'f');
 }

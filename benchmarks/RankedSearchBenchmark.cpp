@@ -5,6 +5,8 @@
 #include <vector>
 
 #include "OmbrixMarkdownKit/Search/RankedTranscriptSearch.h"
+#include "OmbrixMarkdownKit/Transcript/MarkdownTranscript.h"
+#include "OmbrixMarkdownKit/Transcript/TranscriptHeader.h"
 #include "OmbrixMarkdownKit/Transcript/TranscriptSections.h"
 #include "OmbrixMarkdownKit/Words/QueryTokenizer.h"
 #include "Talk.h"
@@ -35,7 +37,7 @@ void evidenceOfAFile(benchmark::State& state) {
     for (auto _ : state) {
         const auto frame = TranscriptSections::frame(text);
         TranscriptDocument header;
-        TranscriptSections::readHeader(frame->header, header);
+        TranscriptHeader::read(frame->header, header);
         benchmark::DoNotOptimize(
             collector.collect(header, TranscriptSections::Sections(frame->body)));
     }

@@ -10,6 +10,8 @@
 #include "OmbrixAnswerKit/Ask/AskIntentRouter.h"
 #include "OmbrixAnswerKit/Commitments/CommitmentExtractor.h"
 #include "OmbrixMarkdownKit/Search/RankedTranscriptSearch.h"
+#include "OmbrixMarkdownKit/Transcript/MarkdownTranscript.h"
+#include "OmbrixMarkdownKit/Transcript/TranscriptHeader.h"
 #include "OmbrixMarkdownKit/Transcript/TranscriptSections.h"
 #include "OmbrixMarkdownKit/Words/QueryTokenizer.h"
 #include "OmbrixPlatform/Text.h"
@@ -37,7 +39,7 @@ void checkEvidence(std::string_view text, const TranscriptDocument& document,
     const auto frame = TranscriptSections::frame(text);
     law(frame.has_value(), "what has a document has a frame");
     TranscriptDocument header;
-    TranscriptSections::readHeader(frame->header, header);
+    TranscriptHeader::read(frame->header, header);
     const KeywordMatcher matcher(keywords);
     EvidenceCollector collector(matcher, RankedTranscriptSearch::speakerQuestion(options()));
     const DocumentEvidence quick =

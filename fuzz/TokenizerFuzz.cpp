@@ -40,7 +40,7 @@ void checkBoundaries(std::string_view text) {
 void checkCounts(const std::vector<std::string>& keywords, std::string_view text) {
     const std::vector<std::string> tokens = QueryTokenizer::tokens(text);
     const KeywordMatcher matcher(keywords);
-    KeywordMatcher::Count count(matcher);
+    KeywordMatcher::Counter count(matcher);
     count.add(text);
     std::vector<std::size_t> times(keywords.size(), 0);
     for (const auto& found : count.finish()) times.at(found.keyword) = found.times;

@@ -6,8 +6,9 @@
 #include "Law.h"
 #include "OmbrixMarkdownKit/Transcript/MarkdownTranscript.h"
 #include "OmbrixMarkdownKit/Transcript/OmbrixTranscriptMarker.h"
+#include "OmbrixMarkdownKit/Transcript/TranscriptHeader.h"
 #include "OmbrixMarkdownKit/Transcript/TranscriptSections.h"
-#include "OmbrixMarkdownKit/Transcript/TurnIdentity.h"
+#include "OmbrixMarkdownKit/Transcript/TranscriptTurnID.h"
 #include "OmbrixPlatform/Text.h"
 
 using namespace ombrix;
@@ -32,7 +33,7 @@ void checkViews(std::string_view text, const TranscriptDocument& document) {
     law(frame.has_value(), "what has a document has a frame");
     law(isPartOf(frame->header, text) && isPartOf(frame->body, text), "views show the text");
     TranscriptDocument header;
-    TranscriptSections::readHeader(frame->header, header);
+    TranscriptHeader::read(frame->header, header);
     law(header.title == document.title && header.date == document.date &&
             header.participants == document.participants,
         "the header alone gives the document's facts");

@@ -15,7 +15,7 @@
 #include "OmbrixAnswerKit/Ask/AnswerShape.h"
 #include "OmbrixAnswerKit/Ask/AskIntentRouter.h"
 #include "OmbrixAnswerKit/Commitments/CommitmentExtractor.h"
-#include "OmbrixMarkdownKit/Transcript/MarkdownTranscript.h"
+#include "OmbrixMarkdownKit/Transcript/TranscriptDocument.h"
 
 namespace ombrix {
 

@@ -88,7 +88,6 @@ constexpr auto rankedCues = [] {
 }();
 
 constexpr bool isLowerCaseLetter(char c) { return c >= 'a' && c <= 'z'; }
-constexpr bool isAsciiWordCharacter(char c) { return Text::isAsciiAlphanumeric(c) || c == '_'; }
 
 static_assert(std::ranges::all_of(rankedCues, [](const RankedCue& each) {
     return isLowerCaseLetter(each.cue.front()) && isLowerCaseLetter(each.cue.back());
@@ -101,7 +100,7 @@ static_assert(std::ranges::all_of(rankedCues, [](const RankedCue& each) {
 
 bool beginsWord(std::string_view text, std::size_t place) {
     if (place == 0) return true;
-    if (Text::isAscii(text[place - 1])) return !isAsciiWordCharacter(text[place - 1]);
+    if (Text::isAscii(text[place - 1])) return !Text::isAsciiWordByte(text[place - 1]);
     std::size_t from = place;  // back to the nearest ASCII character, which is never a mark
     while (from > 0 && !Text::isAscii(text[from - 1])) --from;
     if (from > 0) --from;
@@ -111,7 +110,7 @@ bool beginsWord(std::string_view text, std::size_t place) {
 
 bool endsWord(std::string_view text, std::size_t place) {
     if (place == text.size()) return true;
-    if (Text::isAscii(text[place])) return !isAsciiWordCharacter(text[place]);
+    if (Text::isAscii(text[place])) return !Text::isAsciiWordByte(text[place]);
     static const Regex boundaryBehindFirstLetter("^a\\b");
     return boundaryBehindFirstLetter.found(
         "a" + std::string(text.substr(place, Utf8::decode(text, place).length)));
@@ -123,7 +122,7 @@ std::size_t firstCue(std::string_view text) {
     std::size_t best = rankedCues.size();
     for (std::size_t place = 0; place < text.size() && best > 0; ++place) {
         if (!isLowerCaseLetter(text[place])) continue;
-        if (place > 0 && isAsciiWordCharacter(text[place - 1])) continue;
+        if (place > 0 && Text::isAsciiWordByte(text[place - 1])) continue;
         const std::string_view rest = text.substr(place);
         for (std::size_t rank = 0; rank < best; ++rank) {
             const std::string_view cue = rankedCues[rank].cue;

@@ -10,10 +10,6 @@
 namespace ombrix::CommitmentExtractor {
 namespace {
 
-/// A word character of the expressions, among ASCII. A byte of another script counts as none, so
-/// that the scan looks behind it too.
-bool isWordByte(char c) { return Text::isAsciiAlphanumeric(c) || c == '_'; }
-
 constexpr std::string_view weekday = "(?:monday|tuesday|wednesday|thursday|friday|saturday|sunday)";
 constexpr std::string_view month =
     "(?:january|february|march|april|may|june|july|august|september|october|november|december"
@@ -88,7 +84,7 @@ std::optional<std::size_t> Cue::firstOpening(std::string_view text) const {
     bool inWord = false;
     for (std::size_t at = 0; at < text.size(); ++at) {
         const bool startsWord = !inWord;
-        inWord = isWordByte(text[at]);
+        inWord = Text::isAsciiWordByte(text[at]);
         if (!startsWord || !inWord || !first_[static_cast<unsigned char>(text[at])]) continue;
         const std::string_view rest = text.substr(at);
         for (const std::string_view opening : openings_)

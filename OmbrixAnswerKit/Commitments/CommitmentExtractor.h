@@ -16,7 +16,7 @@
 #include "OmbrixAnswerKit/Answer/StructuredAnswer.h"
 #include "OmbrixAnswerKit/Commitments/CommitmentCues.h"
 #include "OmbrixAnswerKit/Commitments/SpokenWords.h"
-#include "OmbrixMarkdownKit/Transcript/MarkdownTranscript.h"
+#include "OmbrixMarkdownKit/Transcript/TranscriptDocument.h"
 
 namespace ombrix {
 

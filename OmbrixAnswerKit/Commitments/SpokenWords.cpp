@@ -4,7 +4,7 @@
 #include <cstring>
 #include <set>
 
-#include "OmbrixMarkdownKit/Transcript/TurnIdentity.h"
+#include "OmbrixMarkdownKit/Transcript/TextNormalize.h"
 #include "OmbrixPlatform/Characters.h"
 #include "OmbrixPlatform/Text.h"
 

@@ -12,7 +12,7 @@
 #include <string_view>
 #include <vector>
 
-#include "OmbrixMarkdownKit/Transcript/MarkdownTranscript.h"
+#include "OmbrixMarkdownKit/Transcript/TranscriptDocument.h"
 #include "OmbrixPlatform/Json.h"
 
 namespace ombrix {

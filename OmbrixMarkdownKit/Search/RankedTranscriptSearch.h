@@ -15,7 +15,7 @@
 
 #include "OmbrixMarkdownKit/Search/AnswerScope.h"
 #include "OmbrixMarkdownKit/Search/TermEvidence.h"
-#include "OmbrixMarkdownKit/Transcript/MarkdownTranscript.h"
+#include "OmbrixMarkdownKit/Transcript/TranscriptDocument.h"
 #include "OmbrixPlatform/ByteRange.h"
 #include "OmbrixPlatform/Calendar.h"
 

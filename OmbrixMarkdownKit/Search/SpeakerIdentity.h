@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "OmbrixMarkdownKit/Transcript/MarkdownTranscript.h"
+#include "OmbrixMarkdownKit/Transcript/TranscriptDocument.h"
 
 namespace ombrix {
 

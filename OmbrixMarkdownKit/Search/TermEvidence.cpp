@@ -25,7 +25,7 @@ EvidenceCollector::EvidenceCollector(const KeywordMatcher& matcher,
                                      std::optional<SpeakerQuestion> speaker)
     : matcher_(matcher),
       speaker_(std::move(speaker)),
-      count_(matcher),
+      counter_(matcher),
       slots_(matcher.keywords().size()) {}
 
 DocumentEvidence EvidenceCollector::collect(const TranscriptDocument& document) {
@@ -77,9 +77,9 @@ TermEvidence& EvidenceCollector::term(std::size_t keyword) {
     return terms_[slot.index];
 }
 
-const std::vector<KeywordMatcher::Count::Found>& EvidenceCollector::count(std::string_view text) {
-    if (matcher_.nextPlace(text, 0) < text.size()) count_.add(text);
-    return count_.finish();
+const std::vector<KeywordMatcher::Counter::Found>& EvidenceCollector::count(std::string_view text) {
+    if (matcher_.nextPlace(text, 0) < text.size()) counter_.add(text);
+    return counter_.finish();
 }
 
 void EvidenceCollector::addHeader(const TranscriptDocument& header) {
@@ -108,8 +108,8 @@ void EvidenceCollector::addBodies(const BodyFields& bodies) {
 }
 
 void EvidenceCollector::addTurn(std::size_t index) {
-    for (const auto piece : pieces_) count_.add(piece);
-    for (const auto& [keyword, times] : count_.finish()) {
+    for (const auto piece : pieces_) counter_.add(piece);
+    for (const auto& [keyword, times] : counter_.finish()) {
         TermEvidence& found = term(keyword);
         found.tf += static_cast<double>(times);
         found.turnIndexes.push_back(index);

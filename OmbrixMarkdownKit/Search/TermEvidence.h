@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "OmbrixMarkdownKit/Search/SpeakerIdentity.h"
-#include "OmbrixMarkdownKit/Transcript/MarkdownTranscript.h"
+#include "OmbrixMarkdownKit/Transcript/TranscriptDocument.h"
 #include "OmbrixMarkdownKit/Transcript/TranscriptSections.h"
 #include "OmbrixMarkdownKit/Words/KeywordMatcher.h"
 
@@ -79,11 +79,11 @@ class EvidenceCollector {
     void addTurn(std::size_t index);
     bool userSpoke(std::string_view section) const;
     /// Counts `text` unless it can be told that no keyword stands in it.
-    const std::vector<KeywordMatcher::Count::Found>& count(std::string_view text);
+    const std::vector<KeywordMatcher::Counter::Found>& count(std::string_view text);
 
     const KeywordMatcher& matcher_;
     std::optional<SpeakerQuestion> speaker_;
-    KeywordMatcher::Count count_;
+    KeywordMatcher::Counter counter_;
     std::vector<Slot> slots_;
     std::size_t document_ = 0;
     std::vector<TermEvidence> terms_;

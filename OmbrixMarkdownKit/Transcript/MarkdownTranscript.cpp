@@ -1,9 +1,10 @@
 #include "OmbrixMarkdownKit/Transcript/MarkdownTranscript.h"
 
+#include "OmbrixMarkdownKit/Transcript/TranscriptHeader.h"
 #include "OmbrixMarkdownKit/Transcript/TranscriptSections.h"
 #include "OmbrixPlatform/Text.h"
 
-namespace ombrix {
+namespace ombrix::MarkdownTranscriptParser {
 namespace {
 
 using namespace TranscriptSections;
@@ -22,7 +23,7 @@ std::vector<TranscriptDocument::Turn> turnsOf(std::string_view section) {
 
 TranscriptDocument documentOf(const Frame& frame) {
     TranscriptDocument document;
-    readHeader(frame.header, document);
+    TranscriptHeader::read(frame.header, document);
     const Sections sections(frame.body);
     std::string storage;
     document.notes = sections.text(Section::notes, storage);
@@ -35,21 +36,7 @@ TranscriptDocument documentOf(const Frame& frame) {
 }
 }  // namespace
 
-bool TranscriptDocument::hasUserNotes() const {
-    const auto written = Text::trimmed(notes);
-    return !written.empty() && written != notesPlaceholder;
-}
-
-Json::Value encode(const TranscriptDocument::Turn& turn) {
-    return Json::object({{"speaker", turn.speaker}, {"text", turn.text}});
-}
-
-TranscriptDocument::Turn decodeTurn(const Json::Object& in) {
-    return {.speaker = in.required<std::string>("speaker"),
-            .text = in.required<std::string>("text")};
-}
-
-std::optional<TranscriptDocument> MarkdownTranscriptParser::parse(std::string_view text) {
+std::optional<TranscriptDocument> parse(std::string_view text) {
     std::string lineFeeds;
     if (Text::contains(text, "\r\n")) {
         lineFeeds = Text::withLineFeeds(text);
@@ -59,23 +46,4 @@ std::optional<TranscriptDocument> MarkdownTranscriptParser::parse(std::string_vi
     if (!found) return std::nullopt;
     return documentOf(*found);
 }
-}  // namespace ombrix
-
-std::size_t std::hash<ombrix::TranscriptDocument::Turn>::operator()(
-    const ombrix::TranscriptDocument::Turn& turn) const noexcept {
-    const std::hash<std::string> text;
-    return text(turn.speaker) * 31 + text(turn.text);
-}
-
-std::size_t std::hash<ombrix::TranscriptDocument>::operator()(
-    const ombrix::TranscriptDocument& document) const noexcept {
-    std::size_t result = 0;
-    const std::hash<std::string> text;
-    for (const std::string* field : {&document.title, &document.date, &document.startedAt,
-                                     &document.notes, &document.summary, &document.meetingNotes}) {
-        result = result * 31 + text(*field);
-    }
-    for (const auto& turn : document.turns)
-        result = result * 31 + std::hash<ombrix::TranscriptDocument::Turn>()(turn);
-    return result;
-}
+}  // namespace ombrix::MarkdownTranscriptParser

@@ -1,12 +1,12 @@
-// The frontmatter: one known key a line, block lists behind three of them.
+#include "OmbrixMarkdownKit/Transcript/TranscriptHeader.h"
+
 #include <algorithm>
 #include <array>
 
-#include "OmbrixMarkdownKit/Transcript/TranscriptSections.h"
 #include "OmbrixPlatform/Numbers.h"
 #include "OmbrixPlatform/Text.h"
 
-namespace ombrix::TranscriptSections {
+namespace ombrix::TranscriptHeader {
 namespace {
 
 /// A value in double quotes loses them, and each \" in it becomes a plain quote; there is no other
@@ -113,7 +113,7 @@ List readKey(std::string_view line, Document& document) {
 }
 }  // namespace
 
-void readHeader(std::string_view header, TranscriptDocument& document) {
+void read(std::string_view header, TranscriptDocument& document) {
     constexpr std::string_view itemStart = "  - ";
     List list = List::none;
     for (std::size_t at = 0; at <= header.size();) {
@@ -126,4 +126,4 @@ void readHeader(std::string_view header, TranscriptDocument& document) {
             list = readKey(line, document);
     }
 }
-}  // namespace ombrix::TranscriptSections
+}  // namespace ombrix::TranscriptHeader

@@ -10,8 +10,6 @@
 #include <string>
 #include <string_view>
 
-#include "OmbrixMarkdownKit/Transcript/MarkdownTranscript.h"
-
 namespace ombrix::TranscriptSections {
 
 enum class Section { notes, transcript, summary, meetingNotes, actionItems, keyMoments };
@@ -31,9 +29,6 @@ struct Frame {
 
 /// The header and the body; nothing when the text does not begin with a closed frontmatter.
 std::optional<Frame> frame(std::string_view text);
-
-/// Sets the fields that the header names; the others keep their value.
-void readHeader(std::string_view header, TranscriptDocument& document);
 
 /// Each section as it stands, untrimmed; empty when its heading is missing.
 class Sections {

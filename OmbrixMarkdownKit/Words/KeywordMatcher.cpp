@@ -104,15 +104,15 @@ std::size_t KeywordMatcher::nextPlace(std::string_view text, std::size_t from) c
     return starts_ ? starts_->next(text, from) : std::min(from, text.size());
 }
 
-KeywordMatcher::Count::Count(const KeywordMatcher& matcher)
+KeywordMatcher::Counter::Counter(const KeywordMatcher& matcher)
     : matcher_(matcher), times_(matcher.keywords_.size(), 0) {}
 
-void KeywordMatcher::Count::add(std::string_view piece) {
+void KeywordMatcher::Counter::add(std::string_view piece) {
     WordScanner scanner(piece);
     for (WordScanner::Token token; scanner.next(token);) step(token.stem);
 }
 
-void KeywordMatcher::Count::step(std::string_view stem) {
+void KeywordMatcher::Counter::step(std::string_view stem) {
     const std::uint32_t number = matcher_.stemNumber(stem);
     if (number == nowhere) {
         node_ = root;
@@ -131,7 +131,7 @@ void KeywordMatcher::Count::step(std::string_view stem) {
     }
 }
 
-const std::vector<KeywordMatcher::Count::Found>& KeywordMatcher::Count::finish() {
+const std::vector<KeywordMatcher::Counter::Found>& KeywordMatcher::Counter::finish() {
     found_.clear();
     for (const std::size_t keyword : touched_)
         found_.push_back({keyword, std::exchange(times_[keyword], 0)});

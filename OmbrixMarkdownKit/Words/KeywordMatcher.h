@@ -28,9 +28,9 @@ class KeywordMatcher {
 
     /// Counts over one field of a document, which may come in pieces: the words of the pieces stand
     /// one behind the other.
-    class Count {
+    class Counter {
       public:
-        explicit Count(const KeywordMatcher& matcher);
+        explicit Counter(const KeywordMatcher& matcher);
         void add(std::string_view piece);
         /// The keywords found since the last call, each with how often it stands there; overlapping
         /// places count each. The order is not told.

@@ -11,9 +11,6 @@
 namespace ombrix::OneOnOne {
 namespace {
 
-/// A word character of the expression's \b, in ASCII.
-bool isWordByte(char c) { return Text::isAsciiAlphanumeric(c) || c == '_'; }
-
 /// The length of the form that begins at `rest`, without a plural "s"; 0 for none.
 std::size_t formLength(std::string_view rest) {
     for (const std::string_view form : {"1:1", "1-1", "1 on 1"})
@@ -42,8 +39,8 @@ std::optional<std::vector<Match>> plainMatches(std::string_view text) {
         if (isPlural) ++end;
         if (!isAsciiOrEnd(text, end) || (at > 0 && !isAsciiOrEnd(text, at - 1)))
             return std::nullopt;
-        if (at > 0 && isWordByte(text[at - 1])) continue;
-        if (end < text.size() && isWordByte(text[end])) continue;
+        if (at > 0 && Text::isAsciiWordByte(text[at - 1])) continue;
+        if (end < text.size() && Text::isAsciiWordByte(text[end])) continue;
         found.push_back({{at, end}, isPlural});
         at = end - 1;
     }

@@ -5,7 +5,7 @@
 #include <unordered_set>
 #include <utility>
 
-#include "OmbrixMarkdownKit/Words/Stemmer.h"
+#include "OmbrixMarkdownKit/Words/NormalForm.h"
 #include "OmbrixMarkdownKit/Words/WordScanner.h"
 #include "OmbrixPlatform/Characters.h"
 #include "OmbrixPlatform/Text.h"
@@ -120,24 +120,7 @@ class Collector {
 };
 }  // namespace
 
-std::string normalize(std::string_view word) {
-    std::string fold = Text::folded(word);
-    for (const std::string_view possessive : {"'s", "\u2019s"}) {
-        if (fold.ends_with(possessive)) {
-            fold.resize(fold.size() - possessive.size());
-            break;
-        }
-    }
-    std::string kept;
-    kept.reserve(fold.size());
-    Characters::Cursor cursor(fold);
-    for (std::size_t at = 0; at < fold.size();) {
-        const std::size_t next = cursor.after(at);
-        if (Text::isLetterOrNumber(Utf8::decode(fold, at).scalar)) kept.append(fold, at, next - at);
-        at = next;
-    }
-    return kept;
-}
+std::string normalize(std::string_view word) { return NormalForm::of(word); }
 
 std::string stem(std::string_view normalForm) {
     std::string storage;

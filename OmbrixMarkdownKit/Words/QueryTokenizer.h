@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "OmbrixMarkdownKit/Words/Stemmer.h"
 #include "OmbrixPlatform/ByteRange.h"
 
 namespace ombrix::QueryTokenizer {
@@ -20,12 +21,10 @@ struct Word {
     bool operator==(const Word&) const = default;
 };
 
-/// The fewest characters that must stay when "ing", "ed" or a final "e" is taken off.
-constexpr std::size_t minStem = 4;
-/// The fewest characters that must stay when a plural ending is taken off.
-constexpr std::size_t minPluralStem = 3;
+using Stemmer::minPluralStem;
+using Stemmer::minStem;
 
-/// "Café" is "cafe", "Bob's" is "bob", "don't" is "dont", "q3," is "q3".
+/// Forwards to `NormalForm::of`.
 std::string normalize(std::string_view word);
 
 /// The stem of a normal form: "stories" is "story", "planning" is "plan", "decisions" is "decid".

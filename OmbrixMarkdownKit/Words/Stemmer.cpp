@@ -4,16 +4,12 @@
 #include <array>
 #include <cstdint>
 
-#include "OmbrixMarkdownKit/Words/QueryTokenizer.h"
 #include "OmbrixPlatform/Characters.h"
 #include "OmbrixPlatform/Text.h"
 #include "OmbrixPlatform/Utf8.h"
 
 namespace ombrix::Stemmer {
 namespace {
-
-using QueryTokenizer::minPluralStem;
-using QueryTokenizer::minStem;
 
 struct Lemma {
     std::string_view word;

@@ -8,6 +8,11 @@
 
 namespace ombrix::Stemmer {
 
+/// The fewest characters that must stay when "ing", "ed" or a final "e" is taken off.
+constexpr std::size_t minStem = 4;
+/// The fewest characters that must stay when a plural ending is taken off.
+constexpr std::size_t minPluralStem = 3;
+
 /// The stem of a normal form of so many `characters`: a part of `normalForm`, a constant, or, when
 /// letters had to change, the bytes of `storage`.
 std::string_view stem(std::string_view normalForm, std::size_t characters, std::string& storage);

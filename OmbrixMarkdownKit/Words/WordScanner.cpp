@@ -6,7 +6,7 @@
 #include <cstdint>
 
 #include "OmbrixMarkdownKit/Words/AsciiLanes.h"
-#include "OmbrixMarkdownKit/Words/QueryTokenizer.h"
+#include "OmbrixMarkdownKit/Words/NormalForm.h"
 #include "OmbrixMarkdownKit/Words/Stemmer.h"
 #include "OmbrixPlatform/Characters.h"
 #include "OmbrixPlatform/Text.h"
@@ -34,9 +34,9 @@ consteval auto byteTable() {
     return table;
 }
 
-constexpr std::array<char, 256> left = byteTable();
+constexpr std::array<char, 256> normalBytes = byteTable();
 
-char leftOf(char c) { return left[static_cast<unsigned char>(c)]; }
+char normalByte(char c) { return normalBytes[static_cast<unsigned char>(c)]; }
 
 bool hasPossessive(std::string_view asciiWord) {
     return asciiWord.size() > 1 && asciiWord[asciiWord.size() - 2] == '\'' &&
@@ -83,7 +83,7 @@ std::size_t WordScanner::appendRun(std::size_t at, std::size_t size) {
         std::size_t kept = kept_;
         const std::size_t stop = std::min(size, at + (rawBuffer_.size() - kept));
         char c = leavesNothing;
-        for (; at < stop && (c = leftOf(text[at])) != endsWord; ++at) {
+        for (; at < stop && (c = normalByte(text[at])) != endsWord; ++at) {
             raw[kept] = c;  // written over when nothing is left, so that there is no branch
             kept += c != leavesNothing ? 1 : 0;
         }
@@ -98,7 +98,7 @@ std::size_t WordScanner::appendRun(std::size_t at, std::size_t size) {
 std::size_t WordScanner::joinedBefore(std::size_t at, std::size_t from) const {
     const char* const text = text_.data();
     if (at <= from) return 0;
-    if (leftOf(text[at - 1]) == leavesNothing) return 1;
+    if (normalByte(text[at - 1]) == leavesNothing) return 1;
     if (at < from + 2 || at == text_.size() || text[at - 2] != '@') return 0;
     return Words::AsciiRule::bridges('@', text[at - 1], text[at]) ? 2 : 0;
 }
@@ -106,7 +106,7 @@ std::size_t WordScanner::joinedBefore(std::size_t at, std::size_t from) const {
 /// True when the word that ends in a letter or digit right before `at` goes on there.
 bool WordScanner::goesOnBehind(std::size_t at) const {
     const char* const text = text_.data();
-    return leftOf(text[at]) == leavesNothing ||
+    return normalByte(text[at]) == leavesNothing ||
            Words::AsciiRule::bridges(text[at - 1], text[at], text[at + 1]);
 }
 
@@ -177,7 +177,7 @@ bool WordScanner::nextAscii(Token& token) {
     const std::size_t size = stretch_.range.end;
     std::size_t at = place_;
     for (;;) {
-        while (at < size && leftOf(text[at]) == endsWord) ++at;
+        while (at < size && normalByte(text[at]) == endsWord) ++at;
         if (at >= size) break;
         const std::size_t begin = at;
         kept_ = 0;
@@ -198,7 +198,7 @@ bool WordScanner::nextAscii(Token& token) {
 bool WordScanner::nextIcu(Token& token) {
     while (icuWord_ < icuWords_.size()) {
         const ByteRange range = icuWords_[icuWord_++];
-        icuRaw_ = QueryTokenizer::normalize(range.of(text_));
+        icuRaw_ = NormalForm::of(range.of(text_));
         const std::size_t characters = Characters::count(icuRaw_);
         if (characters < minCharacters) continue;
         token.raw = icuRaw_;

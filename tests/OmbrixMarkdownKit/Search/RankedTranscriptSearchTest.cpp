@@ -7,6 +7,9 @@
 #include <random>
 
 #include "OmbrixMarkdownKit/Search/Excerpt.h"
+#include "OmbrixMarkdownKit/Transcript/MarkdownTranscript.h"
+#include "OmbrixMarkdownKit/Transcript/TranscriptHeader.h"
+#include "OmbrixMarkdownKit/Transcript/TranscriptSections.h"
 #include "OmbrixMarkdownKit/Words/QueryTokenizer.h"
 #include "OmbrixPlatform/Text.h"
 
@@ -268,7 +271,7 @@ TEST(RankedTranscriptSearch, AFileReadInViewsGivesTheEvidenceOfItsDocument) {
         const auto frame = TranscriptSections::frame(text);
         ASSERT_TRUE(document && frame);
         TranscriptDocument header;
-        TranscriptSections::readHeader(frame->header, header);
+        TranscriptHeader::read(frame->header, header);
         const SpeakerQuestion speaker{SpeakerIdentity(std::vector<std::string>{"Ann"}), 1};
         EvidenceCollector collector(matcher, speaker);
         const auto seen = collector.collect(header, TranscriptSections::Sections(frame->body));
@@ -305,7 +308,7 @@ TEST(KeywordMatcher, ManyKeywordsAreCountedAsFewAre) {
     }
     keywords.insert(keywords.end(), {"aa", "bb", "aa aa aa aa aa"});
     const KeywordMatcher matcher(keywords);
-    KeywordMatcher::Count count(matcher);
+    KeywordMatcher::Counter count(matcher);
     std::mt19937 random(3);
     for (int round = 0; round < 200; ++round) {
         std::string text;

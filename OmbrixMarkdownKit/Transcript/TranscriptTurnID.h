@@ -1,6 +1,9 @@
 // Turns have no stored identifier, yet other files cite them and people edit transcripts. An id is
-// made of a turn's place and its text, so a cited turn is found again after edits, and a reader
-// learns whether it stands where it stood, has moved, has changed or is gone.
+// made of a turn's position and its text, so a cited turn is found again after edits, and a reader
+// learns whether it is where it was, has moved, has changed or is gone.
+//
+// An id reads "t007-3fa9c1": the one-based position, padded to three digits, and six digits of the
+// text's hash. The speaker is no part of it.
 #pragma once
 
 #include <cstddef>
@@ -11,25 +14,9 @@
 #include <string_view>
 #include <vector>
 
-#include "OmbrixMarkdownKit/Transcript/MarkdownTranscript.h"
+#include "OmbrixMarkdownKit/Transcript/TranscriptDocument.h"
 
-namespace ombrix {
-
-namespace TextNormalize {
-
-/// The text in lower case with its runs of letters, marks and digits joined by single blanks:
-/// "Hello,  World!" is "hello world", "don't" is "don t". Empty when there are none. Linear. Files
-/// on disk hold hashes of this form: it never changes.
-std::string words(std::string_view text);
-
-/// The runs of letters, marks and digits of the text, scalar by scalar, as they are written, joined
-/// by single blanks.
-std::string runs(std::string_view text);
-}  // namespace TextNormalize
-
-// An id reads "t007-3fa9c1": the one-based position, padded to three digits, and six digits of the
-// text's hash. The speaker is no part of it.
-namespace TranscriptTurnID {
+namespace ombrix::TranscriptTurnID {
 
 /// An id taken apart.
 struct Parsed {
@@ -42,8 +29,8 @@ struct Parsed {
 struct Match {
     enum class Kind {
         exact,   ///< the position and the hash are the id's
-        moved,   ///< the hash stands at another index
-        stale,   ///< the position exists, its text is another and the hash stands nowhere
+        moved,   ///< the hash is found at another index
+        stale,   ///< the position exists, with another text, and the hash is nowhere
         missing  ///< no id, or neither position nor hash leads anywhere
     };
     Kind kind = Kind::missing;
@@ -80,5 +67,4 @@ Match locate(std::string_view id, std::span<const TranscriptDocument::Turn> turn
 std::vector<std::string> hashes(std::span<const TranscriptDocument::Turn> turns);
 /// `locate(id, turns)` with `hashes(turns)` at hand.
 Match locate(std::string_view id, std::span<const std::string> hashes);
-}  // namespace TranscriptTurnID
-}  // namespace ombrix
+}  // namespace ombrix::TranscriptTurnID

@@ -1,9 +1,11 @@
-#include "OmbrixMarkdownKit/Transcript/TurnIdentity.h"
+#include "OmbrixMarkdownKit/Transcript/TranscriptTurnID.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
 #include <vector>
+
+#include "OmbrixMarkdownKit/Transcript/TextNormalize.h"
 
 namespace ombrix {
 namespace {
@@ -15,7 +17,7 @@ using Turns = std::vector<TranscriptDocument::Turn>;
 const std::string helloWorld = "b94d27";
 const std::string nothing = "e3b0c4";
 
-TEST(TurnIdentity, WordsAreLowerCaseRunsOfLettersMarksAndDigits) {
+TEST(TextNormalize, WordsAreLowerCaseRunsOfLettersMarksAndDigits) {
     const struct {
         const char* why;
         std::string text, words;
@@ -35,7 +37,7 @@ TEST(TurnIdentity, WordsAreLowerCaseRunsOfLettersMarksAndDigits) {
         EXPECT_EQ(TextNormalize::words(text), words) << why;
 }
 
-TEST(TurnIdentity, AnIdIsThePaddedPositionAndTheHashOfTheWords) {
+TEST(TranscriptTurnID, AnIdIsThePaddedPositionAndTheHashOfTheWords) {
     EXPECT_EQ(TranscriptTurnID::make(7, "Hello, world!"), "t007-" + helloWorld);
     EXPECT_EQ(TranscriptTurnID::make(1000, "…?!"), "t1000-" + nothing);
     const Turns turns = {{"Ann", "HELLO — world"}, {"Bob", ""}, {"Bob", "hello world"}};
@@ -46,7 +48,7 @@ TEST(TurnIdentity, AnIdIsThePaddedPositionAndTheHashOfTheWords) {
         EXPECT_EQ(TranscriptTurnID::locate(ids[i], turns), Match::exact(i)) << ids[i];
 }
 
-TEST(TurnIdentity, ParsesItsOwnFormAndLittleMore) {
+TEST(TranscriptTurnID, ParsesItsOwnFormAndLittleMore) {
     const std::pair<const char*, TranscriptTurnID::Parsed> good[] = {
         {"t007-3fa9c1", {7, "3fa9c1"}},
         {"t012-ABCDEF", {12, "ABCDEF"}},  // stays as written
@@ -62,7 +64,7 @@ TEST(TurnIdentity, ParsesItsOwnFormAndLittleMore) {
     }
 }
 
-TEST(TurnIdentity, FindsATurnAgainAfterEdits) {
+TEST(TranscriptTurnID, FindsATurnAgainAfterEdits) {
     Turns turns;
     for (const char* text : {"one", "two", "Same words", "four", "five", "six", "seven", "eight",
                              "same, words!", "ten"}) {
