@@ -1,12 +1,10 @@
 #include "OmbrixCLI/AnswerFolderResolver.h"
 
-#include <algorithm>
 #include <cstdint>
 #include <filesystem>
-#include <functional>
 #include <system_error>
+#include <utility>
 
-#include "OmbrixCLI/TranscriptReader.h"
 #include "OmbrixMemoryKit/EnginePaths.h"
 #include "OmbrixMemoryKit/Skills/SkillPaths.h"
 #include "OmbrixPlatform/Files.h"
@@ -51,32 +49,14 @@ std::optional<std::string> userName(const Config& config) {
     return std::string(Text::trimmedBlanks(*name));
 }
 
-const std::string& startOf(const TranscriptDocument& document) {
-    return document.startedAt.empty() ? document.date : document.startedAt;
+TranscriptLibrary library(std::string folder, std::string memoryFolderName) {
+    return {.folder = std::move(folder),
+            .excludes = [name = std::move(memoryFolderName)](std::string_view path) {
+                return SkillsFolder::holds(path, name);
+            }};
 }
 
-std::vector<std::string> transcriptPaths(const std::string& folder,
-                                         std::string_view memoryFolderName) {
-    std::vector<std::string> paths;
-    const std::string root = Paths::standardised(folder, Files::workingDirectory());
-    Files::walk(root, [&](std::string path) {
-        if (!Text::equalsIgnoringCase(Paths::extension(path), "md")) return;
-        if (!SkillsFolder::holds(path, memoryFolderName)) paths.push_back(std::move(path));
-    });
-    return paths;
-}
-
-std::vector<IdentifiedDocument> scan(const std::string& folder, std::string_view memoryFolderName) {
-    std::vector<IdentifiedDocument> documents;
-    TranscriptReader reader;
-    for (auto& path : transcriptPaths(folder, memoryFolderName)) {
-        if (auto document = reader.document(path))
-            documents.push_back({std::move(path), std::move(*document)});
-    }
-    const auto place = [](const IdentifiedDocument& entry) {
-        return LibraryOrder{startOf(entry.document), entry.id};
-    };
-    std::ranges::sort(documents, std::less<>(), place);
-    return documents;
+std::vector<IdentifiedDocument> scan(std::string folder, std::string memoryFolderName) {
+    return library(std::move(folder), std::move(memoryFolderName)).scan();
 }
 }  // namespace ombrix::AnswerFolderResolver

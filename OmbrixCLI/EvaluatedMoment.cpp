@@ -1,4 +1,4 @@
-#include "OmbrixCLI/PretendedDay.h"
+#include "OmbrixCLI/EvaluatedMoment.h"
 
 #include <chrono>
 

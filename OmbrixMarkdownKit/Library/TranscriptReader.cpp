@@ -1,4 +1,4 @@
-#include "OmbrixCLI/TranscriptReader.h"
+#include "OmbrixMarkdownKit/Library/TranscriptReader.h"
 
 #include <cstdint>
 #include <filesystem>

@@ -1,13 +1,14 @@
-// The search of `answer` over a folder: reads file after file, keeps what ranking needs of each,
-// and opens again only the few files it shows. Gives what ranking the scanned documents would give,
-// in memory that grows with the hits and not with the library.
+// The search of a question's keywords over a folder: reads file after file, keeps what ranking
+// needs of each, and opens again only the few files it shows. Gives what ranking the scanned
+// documents would give, in memory that grows with the hits and not with the library.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
-#include <string_view>
 #include <vector>
 
+#include "OmbrixMarkdownKit/Library/TranscriptLibrary.h"
 #include "OmbrixMarkdownKit/Search/AnswerScope.h"
 #include "OmbrixMarkdownKit/Search/RankedTranscriptSearch.h"
 
@@ -17,9 +18,10 @@ struct LibrarySearchResult {
     std::vector<RankedTranscriptSearch::AnswerHit> hits;  ///< the first ones, in order
     std::int64_t scannedCount = 0;                        ///< transcripts that passed the scope
     std::int64_t totalMatched = 0;                        ///< all hits, shown or not
+    bool operator==(const LibrarySearchResult&) const = default;
 };
 
-/// What becomes of a question that no transcript in scope has a word of.
+/// What to show for a question when no transcript in scope has a word of it.
 enum class WithoutHits {
     showNothing,
     showNewest,  ///< the newest transcripts in scope, as hits without keywords and snippets
@@ -27,7 +29,7 @@ enum class WithoutHits {
 
 /// At most `limit` hits. A file that changes or vanishes while the search runs is shown as it is
 /// when it is opened again, or left out.
-LibrarySearchResult searchLibrary(const std::string& folder, std::string_view memoryFolderName,
+LibrarySearchResult searchLibrary(const TranscriptLibrary& library,
                                   const std::vector<std::string>& keywords,
                                   const AnswerScope& scope,
                                   const RankedTranscriptSearch::AnswerRankOptions& options,

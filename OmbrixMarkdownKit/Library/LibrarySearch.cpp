@@ -1,18 +1,14 @@
-#include "OmbrixCLI/LibrarySearch.h"
+#include "OmbrixMarkdownKit/Library/LibrarySearch.h"
 
 #include <algorithm>
 #include <utility>
 
-#include "OmbrixCLI/AnswerFolderResolver.h"
-#include "OmbrixCLI/TranscriptReader.h"
+#include "OmbrixMarkdownKit/Library/TranscriptReader.h"
 #include "OmbrixMarkdownKit/Search/TermEvidence.h"
 #include "OmbrixMarkdownKit/Words/KeywordMatcher.h"
 
 namespace ombrix {
 namespace {
-
-using AnswerFolderResolver::LibraryOrder;
-using AnswerFolderResolver::startOf;
 
 /// A file on its way through the search.
 struct Entry {
@@ -26,8 +22,8 @@ void sortNewestFirst(std::vector<Entry>& entries) {
     std::ranges::sort(entries, std::less<>(), place);
 }
 
-/// Keeps what scores need. Where each keyword stands is asked again of the few files that are
-/// shown; a long question over a large library would otherwise hold it for all of them.
+/// Keeps what scores need. The places of each keyword are collected again for the few files that
+/// are shown: for a long question over a large library they would fill the memory.
 void forgetPlaces(DocumentEvidence& evidence) {
     for (TermEvidence& term : evidence.terms) {
         term.turnIndexes = std::vector<std::size_t>();
@@ -168,13 +164,12 @@ LibrarySearchResult Search::run(std::vector<std::string> paths, std::size_t limi
 }
 }  // namespace
 
-LibrarySearchResult searchLibrary(const std::string& folder, std::string_view memoryFolderName,
+LibrarySearchResult searchLibrary(const TranscriptLibrary& library,
                                   const std::vector<std::string>& keywords,
                                   const AnswerScope& scope,
                                   const RankedTranscriptSearch::AnswerRankOptions& options,
                                   std::size_t limit, WithoutHits withoutHits) {
     Search search(keywords, scope, options);
-    return search.run(AnswerFolderResolver::transcriptPaths(folder, memoryFolderName), limit,
-                      withoutHits);
+    return search.run(library.paths(), limit, withoutHits);
 }
 }  // namespace ombrix

@@ -1,16 +1,12 @@
-#include "OmbrixCLI/LibrarySearch.h"
+#include "OmbrixMarkdownKit/Library/LibrarySearch.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sys/socket.h>
 #include <sys/stat.h>
-#include <sys/un.h>
 
 #include <filesystem>
-#include <fstream>
 #include <random>
 
-#include "OmbrixCLI/AnswerFolderResolver.h"
 #include "OmbrixPlatform/Files.h"
 #include "OmbrixPlatform/TestFolder.h"
 
@@ -25,9 +21,7 @@ namespace {
 class LibrarySearch : public testing::Test {
   protected:
     void write(const std::string& name, const std::string& text) {
-        const auto path = std::filesystem::path(root()) / name;
-        std::filesystem::create_directories(path.parent_path());
-        std::ofstream(path) << text;
+        folder_.write("library/" + name, text);
     }
     void transcript(const std::string& name, const std::string& date, const std::string& body,
                     const std::string& startedAt = "") {
@@ -35,19 +29,23 @@ class LibrarySearch : public testing::Test {
                         (startedAt.empty() ? "" : "\nstarted_at: " + startedAt) +
                         "\nsource: Ombrix\n---\n\n## Transcript\n\n**Ann:** " + body + "\n");
     }
-    std::string root() const { return folder_.path() + "/library"; }
+    std::string root() const { return folder_.at("library"); }
+    TranscriptLibrary library() const {
+        return {.folder = root(), .excludes = [](std::string_view path) {
+                    return path.find("/Memory/Skills/") != std::string_view::npos;
+                }};
+    }
 
     std::vector<std::string> scanned() const {
         std::vector<std::string> names;
-        for (const auto& entry : AnswerFolderResolver::scan(root(), "Memory"))
+        for (const auto& entry : library().scan())
             names.push_back(std::filesystem::path(entry.id).lexically_relative(root()).string());
         return names;
     }
     LibrarySearchResult search(const std::string& question, const AnswerScope& scope,
                                std::size_t limit = 5,
                                WithoutHits without = WithoutHits::showNothing) const {
-        return searchLibrary(root(), "Memory", keywords(question), scope, options(), limit,
-                             without);
+        return searchLibrary(library(), keywords(question), scope, options(), limit, without);
     }
     static AnswerRankOptions options() {
         return {.useIDF = true,
@@ -93,7 +91,7 @@ TEST_F(LibrarySearch, AFolderWithAZeroByteInItsNameIsNone) {
     std::filesystem::create_symlink("a.md", root() + "/link.md");
     const std::string folder = root() + std::string("\0x", 2);
     EXPECT_FALSE(Files::isDirectory(folder));
-    EXPECT_THAT(AnswerFolderResolver::transcriptPaths(folder, "Memory"), IsEmpty());
+    EXPECT_THAT(TranscriptLibrary{folder}.paths(), IsEmpty());
 }
 
 TEST_F(LibrarySearch, TheNewestStartComesFirstAndEqualOnesByPath) {
@@ -136,7 +134,7 @@ TEST_F(LibrarySearch, ReadingFileByFileFindsWhatRankingTheScanFinds) {
                                   {.folder = "library"},
                                   {.folder = "elsewhere"},
                                   speaker};
-    const auto documents = AnswerFolderResolver::scan(root(), "Memory");
+    const auto documents = library().scan();
     ASSERT_EQ(documents.size(), 63U);
     for (const auto& [id, document] : documents)
         EXPECT_TRUE(!id.ends_with("cr cr lf.md") || document.notes.empty());
@@ -180,44 +178,4 @@ TEST_F(LibrarySearch, WithoutHitsTheNewestInScopeCanStandIn) {
     EXPECT_EQ(newest.hits[0].match, DocumentMatch{});
     EXPECT_EQ(newest.totalMatched, 0);
     EXPECT_EQ(newest.scannedCount, 2);
-}
-
-TEST(AnswerFolderResolver, ConfigIsReadLeniently) {
-    const TestFolder folder;
-    const auto config = [&](const std::string& text) {
-        std::ofstream(folder.path() + "/config.json") << text;
-        return AnswerFolderResolver::Config(folder.path());
-    };
-    const struct {
-        const char* text;
-        const char* path;
-        const char* memory;
-        std::optional<std::string> user;
-    } cases[] = {
-        {"", "/home/ann/Documents/Ombrix", "Memory", std::nullopt},
-        {"[1]", "/home/ann/Documents/Ombrix", "Memory", std::nullopt},
-        {R"({"output_folder_display_path": "/x",)", "/home/ann/Documents/Ombrix", "Memory",
-         std::nullopt},
-        {R"({"output_folder_display_path": 3, "engine_folder_name": null, "user_name": []})",
-         "/home/ann/Documents/Ombrix", "Memory", std::nullopt},
-        {R"({"output_folder_display_path": " \n", "engine_folder_name": " ", "user_name": " \t"})",
-         "/home/ann/Documents/Ombrix", "Memory", ""},
-        {R"({"output_folder_display_path": "~", "engine_folder_name": " Brain\n", "user_name": " Ann J "})",
-         "/home/ann", "Brain", "Ann J"},
-        {R"({"output_folder_display_path": "~/m x", "user_name": "Ann\n"})", "/home/ann/m x",
-         "Memory", "Ann\n"},
-        {R"({"output_folder_display_path": "~tom/x"})", "~tom/x", "Memory", std::nullopt},
-    };
-    for (const auto& [text, path, memory, user] : cases) {
-        const auto read = config(text);
-        EXPECT_EQ(AnswerFolderResolver::resolve(read, "/home/ann"), path) << text;
-        EXPECT_EQ(AnswerFolderResolver::memoryFolderName(read), memory) << text;
-        EXPECT_EQ(AnswerFolderResolver::userName(read), user) << text;
-    }
-    EXPECT_EQ(AnswerFolderResolver::userName(config(std::string(100'000, '['))), std::nullopt);
-    std::filesystem::resize_file(folder.path() + "/config.json", std::uintmax_t{1} << 40U);
-    EXPECT_EQ(AnswerFolderResolver::userName(AnswerFolderResolver::Config(folder.path())),
-              std::nullopt);
-    EXPECT_EQ(AnswerFolderResolver::userName(AnswerFolderResolver::Config("/nowhere/at all")),
-              std::nullopt);
 }
