@@ -14,12 +14,10 @@
 namespace ombrix::AnswerFolderResolver {
 
 Config::Config(const std::string& supportDirectory) {
-    constexpr std::uintmax_t largestSize = std::uintmax_t{1} << 30U;
+    constexpr std::size_t largestSize = std::size_t{1} << 30U;
     const std::string path = Paths::joined(supportDirectory, "config.json");
-    std::error_code failure;  // gives a size beyond the largest
-    if (std::filesystem::file_size(path, failure) > largestSize) return;
     try {
-        content_ = Json::parse(Files::bytes(path));
+        content_ = Json::parse(Files::bytes(path, largestSize));
     } catch (const Files::Error&) {
     } catch (const Json::SyntaxError&) {
     }

@@ -5,8 +5,8 @@
 #include "OmbrixCore/OmbrixPaths.h"
 #include "OmbrixCore/Sqlite.h"
 #include "OmbrixCore/Streaks.h"
+#include "OmbrixPlatform/Characters.h"
 #include "OmbrixPlatform/Files.h"
-#include "OmbrixPlatform/Text.h"
 
 namespace ombrix {
 namespace {
@@ -216,6 +216,6 @@ std::vector<MeetingFolder> DictationStore::listFolders() const {
 }
 
 std::int64_t DictationStore::countWords(std::string_view text) {
-    return static_cast<std::int64_t>(Text::splitAtWhiteSpace(text).size());
+    return static_cast<std::int64_t>(Characters::splitAtWhiteSpace(text).size());
 }
 }  // namespace ombrix

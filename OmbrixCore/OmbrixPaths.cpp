@@ -13,7 +13,7 @@ namespace {
 constexpr std::string_view applicationFolder = "/Applications/Ombrix.app";
 
 /// Larger files are none that a bundle names itself in, and must not fill the memory.
-constexpr std::size_t maximalPropertyListBytes = (std::size_t{1} << 20) + 1;
+constexpr std::size_t largestPropertyList = std::size_t{1} << 20;
 
 bool speaks(const std::optional<std::string>& value) { return value && !value->empty(); }
 
@@ -79,8 +79,8 @@ std::string enclosingAppSupportDirectoryName(const std::optional<std::string>& e
     if (const auto bundle =
             executable ? enclosingBundle(resolvingLinks(*executable)) : std::nullopt) {
         Files::Reader reader;
-        if (const auto bytes = reader.read(Paths::joined(*bundle, "Contents/Info.plist"),
-                                           maximalPropertyListBytes)) {
+        if (const auto bytes =
+                reader.read(Paths::joined(*bundle, "Contents/Info.plist"), largestPropertyList)) {
             name = PropertyList::string(*bytes, "OmbrixSupportDirectoryName");
         }
     }

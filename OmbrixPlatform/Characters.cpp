@@ -4,6 +4,7 @@
 
 #include "OmbrixPlatform/BreakIterator.h"
 #include "OmbrixPlatform/Text.h"
+#include "OmbrixPlatform/Utf8.h"
 
 namespace ombrix::Characters {
 
@@ -69,6 +70,25 @@ std::size_t backward(std::string_view text, std::size_t from, std::size_t n) {
         --n;
     }
     return from;
+}
+
+std::vector<std::string_view> splitAtWhiteSpace(std::string_view text) {
+    std::vector<std::string_view> pieces;
+    Cursor cursor(text);
+    std::size_t begin = 0;
+    const auto finish = [&](std::size_t end) {
+        if (end > begin) pieces.push_back(text.substr(begin, end - begin));
+    };
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t next = cursor.after(at);
+        if (Text::isWhiteSpace(Utf8::decode(text, at).scalar)) {
+            finish(at);
+            begin = next;
+        }
+        at = next;
+    }
+    finish(text.size());
+    return pieces;
 }
 
 bool isPrefix(char32_t scalar) {

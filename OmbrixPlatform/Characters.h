@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <memory>
 #include <string_view>
+#include <vector>
 
 namespace ombrix::Characters {
 
@@ -42,6 +43,10 @@ std::size_t backward(std::string_view text, std::size_t from, std::size_t n);
 inline std::string_view prefix(std::string_view text, std::size_t n) {
     return text.substr(0, forward(text, 0, n));
 }
+
+/// The runs of characters that are not white space. A character is white space by its first scalar,
+/// so marks that stand on a blank go with it.
+std::vector<std::string_view> splitAtWhiteSpace(std::string_view text);
 
 /// True for the few scalars that join what stands behind them into their own character.
 bool isPrefix(char32_t scalar);

@@ -2,6 +2,8 @@
 
 #include <nettle/sha2.h>
 
+#include "OmbrixPlatform/Numbers.h"
+
 namespace ombrix::Digest {
 
 std::array<std::uint8_t, 32> sha256(std::string_view bytes) {
@@ -15,13 +17,9 @@ std::array<std::uint8_t, 32> sha256(std::string_view bytes) {
 }
 
 std::string hex(const std::uint8_t* bytes, std::size_t count) {
-    constexpr std::string_view digits = "0123456789abcdef";
     std::string text;
     text.reserve(count * 2);
-    for (std::size_t i = 0; i < count; ++i) {
-        text.push_back(digits[bytes[i] >> 4U]);
-        text.push_back(digits[bytes[i] & 0xFU]);
-    }
+    for (std::size_t i = 0; i < count; ++i) Numbers::appendHex(text, bytes[i]);
     return text;
 }
 

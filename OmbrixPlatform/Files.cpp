@@ -46,7 +46,7 @@ bool isPath(std::string_view path) { return path.find('\0') == std::string_view:
 /// Opens a regular file, never waiting for another kind of file to answer: even to open a device or
 /// a pipe can do something, so its kind is asked first, and once more of what was opened. With
 /// `errno` set when the descriptor is not open.
-Descriptor openRegular(const std::string& path, struct stat& facts) {
+Descriptor openRegular(const std::string& path, std::size_t largest, struct stat& facts) {
     if (!isPath(path)) {
         errno = ENOENT;
         return Descriptor(-1);
@@ -54,8 +54,12 @@ Descriptor openRegular(const std::string& path, struct stat& facts) {
     if (::stat(path.c_str(), &facts) != 0) return Descriptor(-1);
     if (S_ISREG(facts.st_mode)) {
         Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
-        if (!file.isOpen() || (::fstat(file.get(), &facts) == 0 && S_ISREG(facts.st_mode)))
-            return file;
+        if (!file.isOpen()) return file;
+        if (::fstat(file.get(), &facts) == 0 && S_ISREG(facts.st_mode)) {
+            if (static_cast<std::size_t>(facts.st_size) <= largest) return file;
+            errno = EFBIG;
+            return Descriptor(-1);
+        }
     }
     errno = S_ISDIR(facts.st_mode) ? EISDIR : EINVAL;
     return Descriptor(-1);
@@ -146,23 +150,32 @@ std::string workingDirectory() {
     return result;
 }
 
-std::optional<std::string_view> Reader::read(const std::string& path, std::size_t atMost) {
+std::optional<std::string_view> Reader::read(const std::string& path, std::size_t largest) {
+    return read(path, largest, unlimited);
+}
+
+std::optional<std::string_view> Reader::beginning(const std::string& path, std::size_t count) {
+    return read(path, unlimited, count);
+}
+
+std::optional<std::string_view> Reader::read(const std::string& path, std::size_t largest,
+                                             std::size_t count) {
     struct stat facts {};
-    const Descriptor file = openRegular(path, facts);
+    const Descriptor file = openRegular(path, largest, facts);
     if (!file.isOpen()) return std::nullopt;
-    const std::size_t size = std::min(static_cast<std::size_t>(facts.st_size), atMost);
+    const std::size_t size = std::min(static_cast<std::size_t>(facts.st_size), count);
     if (size > capacity_) {
         buffer_ = std::make_unique_for_overwrite<char[]>(size);
         capacity_ = size;
     }
-    const auto count = readUpTo(file, buffer_.get(), size);
-    if (!count) return std::nullopt;
-    return std::string_view(buffer_.get(), *count);
+    const auto length = readUpTo(file, buffer_.get(), size);
+    if (!length) return std::nullopt;
+    return std::string_view(buffer_.get(), *length);
 }
 
-std::string bytes(const std::string& path) {
+std::string bytes(const std::string& path, std::size_t largest) {
     struct stat facts {};
-    const Descriptor file = openRegular(path, facts);
+    const Descriptor file = openRegular(path, largest, facts);
     if (!file.isOpen()) throw Error(errno, "Cannot read", path);
     std::string content(static_cast<std::size_t>(facts.st_size), '\0');
     const auto count = readUpTo(file, content.data(), content.size());
@@ -171,9 +184,9 @@ std::string bytes(const std::string& path) {
     return content;
 }
 
-std::optional<std::string> text(const std::string& path) {
+std::optional<std::string> text(const std::string& path, std::size_t largest) {
     try {
-        std::string content = bytes(path);
+        std::string content = bytes(path, largest);
         if (Utf8::isValid(content)) return content;
     } catch (const Error&) {
     }

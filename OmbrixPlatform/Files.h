@@ -26,23 +26,31 @@ std::string homeDirectory();
 /// The working directory; "/" when it cannot be told.
 std::string workingDirectory();
 
+/// A limit of this many bytes is none.
+inline constexpr std::size_t unlimited = static_cast<std::size_t>(-1);
+
 /// Reads many files into one buffer that grows to the largest of them and no farther.
 class Reader {
   public:
     /// The bytes of a regular file, valid until the next call; nothing when it is another kind of
-    /// file or cannot be read. With `atMost` only that many bytes are read.
-    std::optional<std::string_view> read(const std::string& path,
-                                         std::size_t atMost = static_cast<std::size_t>(-1));
+    /// file, holds more than `largest` bytes or cannot be read.
+    std::optional<std::string_view> read(const std::string& path, std::size_t largest = unlimited);
+    /// The same for the first `count` bytes, or all when the file has fewer.
+    std::optional<std::string_view> beginning(const std::string& path, std::size_t count);
 
   private:
+    std::optional<std::string_view> read(const std::string& path, std::size_t largest,
+                                         std::size_t count);
+
     std::unique_ptr<char[]> buffer_;  // not a string: it would be filled before it is read into
     std::size_t capacity_ = 0;
 };
 
-/// The bytes of a regular file. Throws `Error`.
-std::string bytes(const std::string& path);
-/// The text of a regular file; nothing when it cannot be read or is not valid UTF-8.
-std::optional<std::string> text(const std::string& path);
+/// The bytes of a regular file. Throws `Error` when it cannot be read or holds more than `largest`.
+std::string bytes(const std::string& path, std::size_t largest = unlimited);
+/// The text of a regular file; nothing when it cannot be read, holds more than `largest` bytes or
+/// is not valid UTF-8.
+std::optional<std::string> text(const std::string& path, std::size_t largest = unlimited);
 
 /// Calls `visit` with the path (`folder` joined with what leads to it) of every file below `folder`
 /// that is not a folder, in no order that a caller may rely on. Names that begin with "." are

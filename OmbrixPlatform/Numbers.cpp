@@ -39,4 +39,10 @@ std::string described(double value) {
     if (text.find_first_of(".e") == std::string::npos) text += ".0";
     return text;
 }
+
+void appendHex(std::string& text, std::uint8_t byte, HexDigits digits) {
+    const char* const all = digits == HexDigits::lower ? "0123456789abcdef" : "0123456789ABCDEF";
+    text.push_back(all[byte >> 4U]);
+    text.push_back(all[byte & 0xFU]);
+}
 }  // namespace ombrix::Numbers

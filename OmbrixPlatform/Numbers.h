@@ -3,6 +3,7 @@
 
 #include <charconv>
 #include <concepts>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -35,4 +36,8 @@ std::string shortest(double value);
 /// The form numbers take in our sentences: as `shortest`, but a whole number shows its fraction
 /// ("3.0"); "inf", "-inf", "nan" for what is not finite.
 std::string described(double value);
+
+enum class HexDigits { lower, upper };
+/// Appends `byte` as two hexadecimal digits.
+void appendHex(std::string& text, std::uint8_t byte, HexDigits digits = HexDigits::lower);
 }  // namespace ombrix::Numbers

@@ -8,8 +8,9 @@
 #include <cstdint>
 #include <cstdlib>
 #include <filesystem>
-#include <string_view>
 #include <system_error>
+
+#include "OmbrixPlatform/Numbers.h"
 
 namespace ombrix::Process {
 namespace {
@@ -47,13 +48,11 @@ std::string uniqueString() {
     Uuid bytes = randomBytes();
     bytes[6] = static_cast<std::uint8_t>((bytes[6] & 0x0F) | 0x40);  // version 4: random
     bytes[8] = static_cast<std::uint8_t>((bytes[8] & 0x3F) | 0x80);  // the common variant
-    constexpr std::string_view digits = "0123456789ABCDEF";
     std::string text;
     text.reserve(36);
     for (std::size_t i = 0; i < bytes.size(); ++i) {
         if (i == 4 || i == 6 || i == 8 || i == 10) text += '-';
-        text += digits[bytes[i] >> 4];
-        text += digits[bytes[i] & 0x0F];
+        Numbers::appendHex(text, bytes[i], Numbers::HexDigits::upper);
     }
     return text;
 }

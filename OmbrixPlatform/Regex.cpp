@@ -3,15 +3,13 @@
 #include <unicode/regex.h>
 #include <unicode/utext.h>
 
+#include <algorithm>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <mutex>
 
 namespace ombrix {
-
-struct Regex::Compiled {
-    std::unique_ptr<icu::RegexPattern> pattern;
-};
-
 namespace {
 
 /// A matcher over one text. ICU keeps a pointer to the pattern and to the text.
@@ -54,40 +52,80 @@ class Search {
     UText text_ = UTEXT_INITIALIZER;
     std::unique_ptr<icu::RegexMatcher> matcher_;
 };
-}  // namespace
 
-Regex::Regex(std::string_view pattern, Case letterCase, bool multiline)
-    : compiled_(std::make_unique<Compiled>()) {
-    std::uint32_t flags = 0;
-    if (letterCase == Case::ignored) flags |= UREGEX_CASE_INSENSITIVE;
-    if (multiline) flags |= UREGEX_MULTILINE;
+/// The pattern with each `\s+` and `\s*` outside a set as a set of its own.
+std::string withSetsForWhiteSpace(std::string_view pattern) {
+    std::string result;
+    std::size_t openSets = 0;
+    for (std::size_t at = 0; at < pattern.size(); ++at) {
+        const std::string_view rest = pattern.substr(at);
+        if (openSets == 0 && (rest.starts_with("\\s+") || rest.starts_with("\\s*"))) {
+            result += "[\\s]";
+            ++at;
+            continue;
+        }
+        if (rest.starts_with("\\Q")) {  // a literal text up to \E
+            const std::size_t length = std::min(rest.find("\\E"), rest.size());
+            result += rest.substr(0, length);
+            at += length - 1;
+            continue;
+        }
+        result += rest.front();
+        if (rest.front() == '[') ++openSets;
+        if (rest.front() == ']' && openSets > 0) --openSets;
+        if (rest.front() == '\\' && rest.size() > 1) result += pattern[++at];
+    }
+    return result;
+}
+
+std::unique_ptr<icu::RegexPattern> compile(std::string_view pattern, std::uint32_t flags) {
+    const std::string safe = withSetsForWhiteSpace(pattern);
     UErrorCode status = U_ZERO_ERROR;
     UParseError error{};
-    compiled_->pattern.reset(
-        icu::RegexPattern::compile(icu::UnicodeString::fromUTF8(icu::StringPiece(
-                                       pattern.data(), static_cast<std::int32_t>(pattern.size()))),
-                                   flags, error, status));
+    std::unique_ptr<icu::RegexPattern> compiled(
+        icu::RegexPattern::compile(icu::UnicodeString::fromUTF8(safe), flags, error, status));
     if (U_FAILURE(status)) {
-        std::fprintf(stderr, "A regular expression does not compile (%s at %d): %.*s\n",
-                     u_errorName(status), error.offset, static_cast<int>(pattern.size()),
-                     pattern.data());
+        std::fprintf(stderr, "A regular expression does not compile (%s at %d): %s\n",
+                     u_errorName(status), error.offset, safe.c_str());
         std::abort();
     }
+    return compiled;
+}
+}  // namespace
+
+struct Regex::Expression {
+    std::string pattern;
+    std::uint32_t flags = 0;
+    std::once_flag once{};
+    std::unique_ptr<icu::RegexPattern> compiled{};
+
+    const icu::RegexPattern& get() {
+        std::call_once(once, [this] { compiled = compile(pattern, flags); });
+        return *compiled;
+    }
+};
+
+Regex::Regex(std::string_view pattern, Case letterCase, bool multiline)
+    : expression_(new Expression{.pattern = std::string(pattern)}) {
+    if (letterCase == Case::ignored) expression_->flags |= UREGEX_CASE_INSENSITIVE;
+    if (multiline) expression_->flags |= UREGEX_MULTILINE;
 }
 
 Regex::~Regex() = default;
+Regex::Regex(Regex&&) noexcept = default;
+Regex& Regex::operator=(Regex&&) noexcept = default;
 
-bool Regex::found(std::string_view text) const { return Search(*compiled_->pattern, text).next(); }
+bool Regex::found(std::string_view text) const { return Search(expression_->get(), text).next(); }
 
 std::optional<Regex::Match> Regex::firstMatch(std::string_view text, std::size_t from) const {
-    Search search(*compiled_->pattern, text);
+    Search search(expression_->get(), text);
     if (!search.from(from)) return std::nullopt;
     return search.match();
 }
 
 std::vector<Regex::Match> Regex::matches(std::string_view text) const {
     std::vector<Match> found;
-    Search search(*compiled_->pattern, text);
+    Search search(expression_->get(), text);
     while (search.next()) found.push_back(search.match());
     return found;
 }

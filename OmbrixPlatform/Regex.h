@@ -1,11 +1,11 @@
 // Regular expressions with ICU's syntax and semantics over UTF-8. An expression is a constant of
-// the program: one that fails to compile ends the process. Make it a function-local static, so that
-// it is compiled on first use. Searching is safe from several threads; texts are never copied.
+// the program, compiled when it is first searched for; one that does not compile ends the process
+// then. Searching is safe from several threads; texts are never copied.
 //
-// ICU bounds its stack and not its time. A bare `\s+` keeps a way back for every blank it passes
-// and meets the bound within half a million of them, which ends the whole search: write `[\s]+`, a
-// set, which it repeats in one state. Expressions that can try a stretch of text in many ways do
-// not belong over texts of any length.
+// ICU bounds its stack and not its time: an expression that can match a stretch of text in many
+// ways does not belong over texts of any length. Runs of white space are safe: `\s+` and `\s*` are
+// compiled as `[\s]+` and `[\s]*`, which mean the same. ICU repeats a set in one state, but for a
+// bare `\s` it keeps a way back for every blank and ends the whole search after half a million.
 #pragma once
 
 #include <cstddef>
@@ -28,8 +28,8 @@ class Regex {
     explicit Regex(std::string_view pattern, Case letterCase = Case::sensitive,
                    bool multiline = false);
     ~Regex();
-    Regex(const Regex&) = delete;
-    Regex& operator=(const Regex&) = delete;
+    Regex(Regex&&) noexcept;
+    Regex& operator=(Regex&&) noexcept;
 
     /// Group 0 is the whole match; a group that took no part has no range.
     struct Match {
@@ -57,7 +57,7 @@ class Regex {
     static std::string escaped(std::string_view literal);
 
   private:
-    struct Compiled;
-    std::unique_ptr<Compiled> compiled_;
+    struct Expression;
+    std::unique_ptr<Expression> expression_;
 };
 }  // namespace ombrix

@@ -1,13 +1,65 @@
 #include "OmbrixPlatform/Text.h"
 
-#include <algorithm>
+#include <unicode/uchar.h>
+#include <unicode/unorm2.h>
+#include <unicode/ustring.h>
 
-#include "OmbrixPlatform/Characters.h"
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+
 #include "OmbrixPlatform/Utf8.h"
 
 namespace ombrix::Text {
 namespace {
 
+UChar32 icu(char32_t scalar) { return static_cast<UChar32>(scalar); }
+
+const UNormalizer2* nfd() {
+    static const UNormalizer2* const instance = [] {
+        UErrorCode status = U_ZERO_ERROR;
+        const UNormalizer2* found = unorm2_getNFDInstance(&status);
+        if (U_FAILURE(status)) std::abort();  // the data is part of the library
+        return found;
+    }();
+    return instance;
+}
+
+void appendUtf16(std::string& text, const UChar* units, std::int32_t count) {
+    for (std::int32_t i = 0; i < count;) {
+        UChar32 scalar = 0;
+        U16_NEXT(units, i, count, scalar);
+        Utf8::append(text, static_cast<char32_t>(scalar));
+    }
+}
+
+void appendCaseFold(std::string& result, char32_t scalar) {
+    std::array<UChar, 2> source{};
+    std::int32_t length = 0;
+    U16_APPEND_UNSAFE(source.data(), length, icu(scalar));
+    std::array<UChar, 8> target{};
+    UErrorCode status = U_ZERO_ERROR;
+    const std::int32_t folded =
+        u_strFoldCase(target.data(), static_cast<std::int32_t>(target.size()), source.data(),
+                      length, U_FOLD_CASE_DEFAULT, &status);
+    appendUtf16(result, target.data(), folded);
+}
+
+template <typename Append>
+std::string mapped(std::string_view text, Append append) {
+    std::string result;
+    result.reserve(text.size() + 8);
+    for (std::size_t at = 0; at < text.size();) {
+        if (isAscii(text[at])) {
+            result.push_back(asciiLowercased(text[at++]));
+            continue;
+        }
+        const auto [scalar, length] = Utf8::decode(text, at);
+        append(result, scalar);
+        at += length;
+    }
+    return result;
+}
 template <typename Predicate>
 std::string_view trimmedWhile(std::string_view text, Predicate drop) {
     std::size_t begin = 0;
@@ -38,6 +90,26 @@ std::string joinedPieces(const std::vector<Piece>& pieces, std::string_view sepa
     return result;
 }
 }  // namespace
+
+bool isWhiteSpace(char32_t scalar) {
+    if (scalar < 0x80) return scalar == ' ' || (scalar >= 0x09 && scalar <= 0x0D);
+    return u_isUWhiteSpace(icu(scalar)) != 0;
+}
+
+bool isAlphanumeric(char32_t scalar) {
+    if (scalar < 0x80) return isAsciiAlphanumeric(static_cast<char>(scalar));
+    return (U_GET_GC_MASK(icu(scalar)) & (U_GC_L_MASK | U_GC_M_MASK | U_GC_N_MASK)) != 0;
+}
+
+bool isLetter(char32_t scalar) {
+    if (scalar < 0x80) return isAsciiLetter(static_cast<char>(scalar));
+    return u_isUAlphabetic(icu(scalar)) != 0;
+}
+
+bool isLetterOrNumber(char32_t scalar) {
+    if (scalar < 0x80) return isAsciiAlphanumeric(static_cast<char>(scalar));
+    return isLetter(scalar) || u_getIntPropertyValue(icu(scalar), UCHAR_NUMERIC_TYPE) != U_NT_NONE;
+}
 
 std::string_view trimmed(std::string_view text) { return trimmedWhile(text, isWhiteSpace); }
 
@@ -72,25 +144,6 @@ std::vector<std::string_view> splitDroppingEmpty(std::string_view text,
     return pieces;
 }
 
-std::vector<std::string_view> splitAtWhiteSpace(std::string_view text) {
-    std::vector<std::string_view> pieces;
-    Characters::Cursor cursor(text);
-    std::size_t begin = 0;
-    const auto finish = [&](std::size_t end) {
-        if (end > begin) pieces.push_back(text.substr(begin, end - begin));
-    };
-    for (std::size_t at = 0; at < text.size();) {
-        const std::size_t next = cursor.after(at);
-        if (isWhiteSpace(Utf8::decode(text, at).scalar)) {
-            finish(at);
-            begin = next;
-        }
-        at = next;
-    }
-    finish(text.size());
-    return pieces;
-}
-
 std::string joined(const std::vector<std::string_view>& pieces, std::string_view separator) {
     return joinedPieces(pieces, separator);
 }
@@ -114,10 +167,74 @@ std::string replacingAll(std::string_view text, std::string_view from, std::stri
 
 std::string withLineFeeds(std::string_view text) { return replacingAll(text, "\r\n", "\n"); }
 
+std::string flattened(std::string_view text) {
+    std::string flat;
+    flat.reserve(text.size());
+    bool inGap = false;
+    for (std::size_t at = 0; at < text.size();) {
+        const auto [scalar, length] = Utf8::decode(text, at);
+        const bool isGap = isWhiteSpace(scalar);
+        if (!isGap) {
+            if (inGap && !flat.empty()) flat.push_back(' ');
+            flat += text.substr(at, length);
+        }
+        inGap = isGap;
+        at += length;
+    }
+    return flat;
+}
+
 std::string withStraightApostrophes(std::string_view text) {
     constexpr std::string_view quoteLead = "\xE2\x80";  // of U+2018 and U+2019
     if (text.find(quoteLead) == std::string_view::npos) return std::string(text);
     return replacingAll(replacingAll(text, "\u2019", "'"), "\u2018", "'");
+}
+
+std::string lowercased(std::string_view text) {
+    return mapped(text, [](std::string& result, char32_t scalar) {
+        // The one scalar whose lower case is two, whatever stands around it.
+        if (scalar == 0x130)
+            result += "i\u0307";
+        else
+            Utf8::append(result, static_cast<char32_t>(u_tolower(icu(scalar))));
+    });
+}
+
+std::string caseFolded(std::string_view text) { return mapped(text, appendCaseFold); }
+
+void appendFolded(std::string& result, char32_t scalar) {
+    if (scalar < 0x80) {
+        result.push_back(asciiLowercased(static_cast<char>(scalar)));
+        return;
+    }
+    std::array<UChar, 32> units{};
+    UErrorCode status = U_ZERO_ERROR;
+    std::int32_t count = unorm2_getDecomposition(nfd(), icu(scalar), units.data(),
+                                                 static_cast<std::int32_t>(units.size()), &status);
+    if (count < 0 || U_FAILURE(status)) {
+        count = 0;
+        U16_APPEND_UNSAFE(units.data(), count, icu(scalar));
+    }
+    for (std::int32_t i = 0; i < count;) {
+        UChar32 part = 0;
+        U16_NEXT(units.data(), i, count, part);
+        if (u_charType(part) != U_NON_SPACING_MARK)
+            appendCaseFold(result, static_cast<char32_t>(part));
+    }
+}
+
+std::string folded(std::string_view text) { return mapped(text, appendFolded); }
+
+std::string folded(char32_t scalar) {
+    std::string result;
+    appendFolded(result, scalar);
+    return result;
+}
+
+bool equalsIgnoringCase(std::string_view a, std::string_view b) {
+    if (Utf8::isAscii(a) && Utf8::isAscii(b))
+        return a.size() == b.size() && startsWithIgnoringAsciiCase(a, b);
+    return caseFolded(a) == caseFolded(b);
 }
 
 bool startsWithIgnoringAsciiCase(std::string_view text, std::string_view asciiPrefix) {

@@ -4,13 +4,9 @@
 // otherwise; ASCII text takes a path of its own that allocates only the result.
 #pragma once
 
-#include <cstddef>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
-
-#include "OmbrixPlatform/ByteRange.h"
 
 namespace ombrix::Text {
 
@@ -55,9 +51,6 @@ std::string_view trimmedSpacesAndTabs(std::string_view text);
 std::vector<std::string_view> split(std::string_view text, std::string_view separator);
 /// The same without the empty pieces; none for an empty text.
 std::vector<std::string_view> splitDroppingEmpty(std::string_view text, std::string_view separator);
-/// The runs of characters that are not white space. A character is white space by its first scalar,
-/// so marks that stand on a blank go with it.
-std::vector<std::string_view> splitAtWhiteSpace(std::string_view text);
 std::string joined(const std::vector<std::string_view>& pieces, std::string_view separator);
 std::string joined(const std::vector<std::string>& pieces, std::string_view separator);
 
@@ -65,6 +58,9 @@ std::string joined(const std::vector<std::string>& pieces, std::string_view sepa
 std::string replacingAll(std::string_view text, std::string_view from, std::string_view to);
 /// CR LF as LF; a lone CR stays.
 std::string withLineFeeds(std::string_view text);
+/// The pieces between white space (line ends too), joined by single blanks; none at the ends. Goes
+/// scalar by scalar: a mark after a blank is not white space and stays.
+std::string flattened(std::string_view text);
 /// U+2019 and U+2018 as a straight apostrophe.
 std::string withStraightApostrophes(std::string_view text);
 
@@ -79,6 +75,8 @@ std::string caseFolded(std::string_view text);
 std::string folded(std::string_view text);
 /// The fold of one scalar; empty for a nonspacing mark.
 std::string folded(char32_t scalar);
+/// Appends the fold of one scalar; nothing for a nonspacing mark.
+void appendFolded(std::string& result, char32_t scalar);
 
 bool equalsIgnoringCase(std::string_view a, std::string_view b);
 bool startsWithIgnoringAsciiCase(std::string_view text, std::string_view asciiPrefix);
@@ -88,29 +86,4 @@ bool startsWithIgnoringAsciiCase(std::string_view text, std::string_view asciiPr
 inline bool contains(std::string_view text, std::string_view part) {
     return text.find(part) != std::string_view::npos;
 }
-
-/// A text made ready for many searches that ignore case and diacritics. Keeps its own fold and the
-/// places it came from: about nine bytes a byte for a text that is not ASCII, one for ASCII.
-class FoldedText {
-  public:
-    explicit FoldedText(std::string_view text);
-
-    /// True when the fold of `part` stands in the fold of the text. An empty part is found nowhere.
-    bool contains(std::string_view part) const;
-    /// The first place that reads as `part`, in bytes of the text that was given. It covers whole
-    /// characters: marks behind the last letter belong to it.
-    std::optional<ByteRange> find(std::string_view part) const;
-
-  private:
-    std::optional<std::size_t> placeOf(std::string_view part) const;
-
-    std::string fold_;
-    std::vector<std::size_t> sources_;  // the source byte of each folded byte; empty for ASCII
-    std::size_t sourceSize_;
-};
-
-/// `FoldedText(text).contains(part)`, for one search.
-bool containsFolded(std::string_view text, std::string_view part);
-/// `FoldedText(text).find(part)`, for one search.
-std::optional<ByteRange> findFolded(std::string_view text, std::string_view part);
 }  // namespace ombrix::Text

@@ -1,12 +1,17 @@
 // The desktop's own trash, from which a person can bring a file back.
 #pragma once
 
-#include <optional>
+#include <stdexcept>
 #include <string>
 
 namespace ombrix::Trash {
 
-/// Moves a file there. Nothing on success, otherwise what went wrong; the file then stands where it
-/// was.
-std::optional<std::string> move(const std::string& path);
+/// What the desktop said; the message names the path.
+class Error : public std::runtime_error {
+  public:
+    using std::runtime_error::runtime_error;
+};
+
+/// Moves a file there. Throws `Error`; the file is then where it was.
+void move(const std::string& path);
 }  // namespace ombrix::Trash

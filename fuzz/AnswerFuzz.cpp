@@ -64,7 +64,7 @@ void checkFloor(const IdentifiedDocument& meeting, const std::vector<std::string
         law(promise.meetingID == meeting.id, "a promise knows its meeting");
         law(promise.direction != Commitment::Direction::userOwes || promise.owner == aliases[0],
             "the user's promises carry the user's name");
-        law(promise.text == CommitmentExtractor::flatten(promise.text), "a promise is one line");
+        law(promise.text == Text::flattened(promise.text), "a promise is one line");
         law(promise.deadline == CommitmentExtractor::deadline(promise.text),
             "the deadline stands in the promise");
     }

@@ -79,7 +79,7 @@ std::string ExtractiveFloor::snippetList(const Citations& citations) const {
         const auto& snippets = citations[place].snippets;
         const std::size_t count = std::min({snippets.size(), linesOfOneSource, cap - lines.size()});
         for (std::size_t n = 0; n < count; ++n)
-            lines.push_back("- " + CommitmentExtractor::flatten(snippets[n]) + bracket(place + 1));
+            lines.push_back("- " + Text::flattened(snippets[n]) + bracket(place + 1));
     }
     return Text::joined(lines, "\n");
 }

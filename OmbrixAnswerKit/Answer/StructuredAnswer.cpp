@@ -2,8 +2,8 @@
 
 #include <utility>
 
-#include "OmbrixAnswerKit/Commitments/LineCursor.h"
 #include "OmbrixPlatform/Characters.h"
+#include "OmbrixPlatform/LineCursor.h"
 #include "OmbrixPlatform/Text.h"
 
 namespace ombrix::StructuredAnswerParser {

@@ -4,6 +4,7 @@
 
 #include "OmbrixMarkdownKit/Words/QueryTokenizer.h"
 #include "OmbrixPlatform/EnumNames.h"
+#include "OmbrixPlatform/FoldedText.h"
 #include "OmbrixPlatform/Regex.h"
 #include "OmbrixPlatform/Text.h"
 #include "OmbrixPlatform/Utf8.h"
@@ -138,7 +139,7 @@ std::size_t firstCue(std::string_view text) {
 /// What the question still searches for without the words that asked to be caught up.
 bool hasSubject(std::string_view question, std::string_view cue) {
     std::string rest(question);
-    if (const auto range = Text::findFolded(question, cue)) rest.erase(range->begin, range->size());
+    if (const auto range = FoldedText(question).find(cue)) rest.erase(range->begin, range->size());
     return !QueryTokenizer::keywords(rest).empty();
 }
 

@@ -2,9 +2,9 @@
 
 #include <array>
 
-#include "OmbrixAnswerKit/Commitments/LineCursor.h"
 #include "OmbrixAnswerKit/Commitments/SpokenWords.h"
 #include "OmbrixPlatform/Characters.h"
+#include "OmbrixPlatform/LineCursor.h"
 #include "OmbrixPlatform/Text.h"
 
 namespace ombrix::CommitmentExtractor {

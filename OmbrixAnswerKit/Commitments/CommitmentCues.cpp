@@ -56,19 +56,12 @@ constexpr std::string_view acknowledgementPattern =
 constexpr std::string_view promiseBackPattern =
     R"(^(?:i'll|i will|i can|let me|i'd be happy to)\b)";
 
-/// The same expression for gaps of any length: of \s+ ICU keeps a state for each blank and gives up
-/// the whole search at its bound, so that a run of a million blanks would hide every cue behind it;
-/// of [\s]+ it keeps one.
-std::string withLongGaps(std::string_view pattern) {
-    return Text::replacingAll(pattern, R"(\s+)", R"([\s]+)");
-}
-
 /// A promise back of this many words or more is a reply of its own.
 constexpr std::size_t longReplyWords = 9;
 }  // namespace
 
 Cue::Cue(std::string_view pattern, std::vector<std::string_view> openings)
-    : regex_(withLongGaps(pattern), Regex::Case::ignored), openings_(std::move(openings)) {
+    : regex_(pattern, Regex::Case::ignored), openings_(std::move(openings)) {
     for (const std::string_view opening : openings_) {
         for (std::size_t c = 0; c < first_.size(); ++c)
             if (Text::asciiLowercased(static_cast<char>(c)) == opening.front()) first_[c] = true;

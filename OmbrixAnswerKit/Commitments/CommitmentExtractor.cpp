@@ -7,7 +7,6 @@
 #include "OmbrixAnswerKit/Commitments/ActionItems.h"
 #include "OmbrixAnswerKit/Commitments/NameIndex.h"
 #include "OmbrixPlatform/Text.h"
-#include "OmbrixPlatform/Utf8.h"
 
 namespace ombrix::CommitmentExtractor {
 namespace {
@@ -259,7 +258,7 @@ Commitment written(const Finding& finding) {
     const StraightText straight(finding.text);
     return {.direction = finding.direction,
             .owner = finding.owner ? std::optional<std::string>(*finding.owner) : std::nullopt,
-            .text = flatten(finding.isListed ? finding.text : straight.view()),
+            .text = Text::flattened(finding.isListed ? finding.text : straight.view()),
             .deadline = deadline(straight.view()),
             .confidence = finding.confidence,
             .meetingID = std::string(finding.meetingID),
@@ -308,22 +307,5 @@ std::optional<std::string> summary(std::int64_t count, std::int64_t meetings) {
     if (count < 1) return std::nullopt;
     return counted(count, "commitment") + " across " + counted(meetings, "meeting") +
            ", quoted from your transcripts.";
-}
-
-std::string flatten(std::string_view text) {
-    std::string flat;
-    flat.reserve(text.size());
-    bool inGap = false;
-    for (std::size_t at = 0; at < text.size();) {
-        const auto [scalar, length] = Utf8::decode(text, at);
-        const bool isGap = Text::isWhiteSpace(scalar);
-        if (!isGap) {
-            if (inGap && !flat.empty()) flat.push_back(' ');
-            flat += text.substr(at, length);
-        }
-        inGap = isGap;
-        at += length;
-    }
-    return flat;
 }
 }  // namespace ombrix::CommitmentExtractor

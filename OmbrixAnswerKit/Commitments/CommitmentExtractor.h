@@ -92,8 +92,5 @@ StructuredAnswer assemble(std::span<const Commitment> commitments,
 /// "2 commitments across 1 meeting, quoted from your transcripts."; nothing when `count` is
 /// below 1.
 std::optional<std::string> summary(std::int64_t count, std::int64_t meetings);
-
-/// The pieces between white space and line ends, joined by single blanks.
-std::string flatten(std::string_view text);
 }  // namespace CommitmentExtractor
 }  // namespace ombrix

@@ -1,9 +1,7 @@
 #include "OmbrixMarkdownKit/Library/TranscriptReader.h"
 
 #include <cstdint>
-#include <filesystem>
 #include <limits>
-#include <system_error>
 
 #include "OmbrixMarkdownKit/Transcript/MarkdownTranscript.h"
 #include "OmbrixMarkdownKit/Transcript/OmbrixTranscriptMarker.h"
@@ -16,13 +14,11 @@ namespace {
 
 /// Places in a text are counted in 32 bits where Unicode's boundaries are looked for; and a sparse
 /// file can claim more bytes than any memory holds.
-constexpr std::uintmax_t largestSize = std::numeric_limits<std::int32_t>::max();
+constexpr std::size_t largestSize = std::numeric_limits<std::int32_t>::max();
 }  // namespace
 
 std::optional<std::string_view> TranscriptReader::bytes(const std::string& path) {
-    std::error_code failure;  // gives a size beyond the largest
-    if (std::filesystem::file_size(path, failure) > largestSize) return std::nullopt;
-    const auto bytes = files_.read(path);
+    const auto bytes = files_.read(path, largestSize);
     if (!bytes || !Utf8::isValid(*bytes) || !OmbrixTranscriptMarker::declares(*bytes))
         return std::nullopt;
     return bytes;
@@ -50,7 +46,7 @@ std::optional<TranscriptReader::View> TranscriptReader::view(const std::string& 
 
 std::optional<TranscriptDocument> TranscriptReader::peek(const std::string& path) {
     constexpr std::size_t enoughForHeaders = 4096;
-    const auto bytes = files_.read(path, enoughForHeaders);
+    const auto bytes = files_.beginning(path, enoughForHeaders);
     if (!bytes) return std::nullopt;
     const std::string beginning = Text::withLineFeeds(*bytes);
     // A loose closing line counts only when the whole file has no strict one.

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "OmbrixMarkdownKit/Search/SpeakerIdentity.h"
+#include "OmbrixPlatform/FoldedText.h"
 #include "OmbrixPlatform/Text.h"
 
 namespace ombrix {
@@ -54,7 +55,7 @@ bool AnswerScope::admitsFacts(std::string_view id, std::string_view date,
                               const std::vector<std::string>& participants) const {
     if (meetingIDs && !meetingIDs->contains(id)) return false;
     if (isGiven(participant) && std::ranges::none_of(participants, [&](const std::string& name) {
-            return Text::containsFolded(name, *participant);
+            return FoldedText(name).contains(*participant);
         })) {
         return false;
     }

@@ -1,6 +1,7 @@
 #include "OmbrixMarkdownKit/Search/Excerpt.h"
 
 #include "OmbrixPlatform/Characters.h"
+#include "OmbrixPlatform/FoldedText.h"
 #include "OmbrixPlatform/Text.h"
 
 namespace ombrix::Excerpt {
@@ -17,7 +18,7 @@ std::string at(std::string_view text, ByteRange range, std::size_t context) {
 }
 
 std::string around(std::string_view text, std::string_view term, std::size_t context) {
-    if (const auto place = Text::findFolded(text, term)) return at(text, *place, context);
+    if (const auto place = FoldedText(text).find(term)) return at(text, *place, context);
     return std::string(Characters::prefix(text, 2 * context));
 }
 }  // namespace ombrix::Excerpt

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "OmbrixMarkdownKit/Words/QueryTokenizer.h"
+#include "OmbrixPlatform/Characters.h"
 #include "OmbrixPlatform/Text.h"
 
 namespace ombrix {
@@ -16,7 +17,7 @@ std::vector<std::string> aliasesOf(std::string_view userName) {
     const std::string_view name = Text::trimmed(userName);
     if (name.empty()) return {};
     std::vector<std::string> aliases{std::string(name)};
-    const auto words = Text::splitAtWhiteSpace(name);
+    const auto words = Characters::splitAtWhiteSpace(name);
     if (!words.empty() && words.front() != name) aliases.emplace_back(words.front());
     return aliases;
 }
@@ -99,7 +100,7 @@ bool isSubstantive(std::string_view text) {
     std::size_t words = 0;
     bool inWord = false;
     for (const char c : text) {
-        if (!Text::isAscii(c)) return Text::splitAtWhiteSpace(text).size() > fewWords;
+        if (!Text::isAscii(c)) return Characters::splitAtWhiteSpace(text).size() > fewWords;
         const bool blank = Text::isWhiteSpace(static_cast<unsigned char>(c));
         if (!blank && !inWord && ++words > fewWords) return true;
         inWord = !blank;

@@ -5,15 +5,15 @@
 #include "OmbrixMarkdownKit/Search/Excerpt.h"
 #include "OmbrixMarkdownKit/Search/RankedTranscriptSearch.h"
 #include "OmbrixMarkdownKit/Words/QueryTokenizer.h"
-#include "OmbrixPlatform/Text.h"
+#include "OmbrixPlatform/FoldedText.h"
 
 namespace ombrix::RankedTranscriptSearch {
 namespace {
 
 /// A document made ready for searches that ignore case and diacritics: each field is folded once.
 struct FoldedDocument {
-    std::vector<Text::FoldedText> turns, bodies, participants;
-    Text::FoldedText title;
+    std::vector<FoldedText> turns, bodies, participants;
+    FoldedText title;
 
     explicit FoldedDocument(const TranscriptDocument& document) : title(document.title) {
         for (const auto& turn : document.turns) turns.emplace_back(turn.text);
@@ -22,7 +22,7 @@ struct FoldedDocument {
     }
 };
 
-bool anyHolds(const std::vector<Text::FoldedText>& fields, std::string_view term) {
+bool anyHolds(const std::vector<FoldedText>& fields, std::string_view term) {
     return std::ranges::any_of(fields, [&](const auto& field) { return field.contains(term); });
 }
 
@@ -64,7 +64,7 @@ std::vector<std::string> snippetsOf(const TranscriptDocument& document,
 }  // namespace
 
 bool termMatches(std::string_view text, std::string_view term) {
-    return Text::containsFolded(text, term);
+    return FoldedText(text).contains(term);
 }
 
 std::string excerpt(std::string_view text, std::string_view term, std::size_t context) {

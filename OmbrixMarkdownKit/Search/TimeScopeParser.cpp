@@ -11,7 +11,6 @@
 #include "OmbrixPlatform/Numbers.h"
 #include "OmbrixPlatform/Regex.h"
 #include "OmbrixPlatform/Text.h"
-#include "OmbrixPlatform/Utf8.h"
 
 namespace ombrix::TimeScopeParser {
 namespace {
@@ -301,28 +300,10 @@ bool isStrayLead(std::string_view character) {
     return std::ranges::find(leads, character) != leads.end();
 }
 
-/// The text with its runs of white space as single blanks and none at its ends. Scalar by scalar: a
-/// mark that stood on a blank is no white space and stays.
-std::string singleSpaced(std::string_view text) {
-    std::string spaced;
-    bool inGap = false;
-    for (std::size_t at = 0; at < text.size();) {
-        const auto [scalar, length] = Utf8::decode(text, at);
-        const bool isGap = Text::isWhiteSpace(scalar);
-        if (!isGap) {
-            if (inGap && !spaced.empty()) spaced.push_back(' ');
-            spaced += text.substr(at, length);
-        }
-        inGap = isGap;
-        at += length;
-    }
-    return spaced;
-}
-
 /// What is left of a question, made to read as one: single blanks, no punctuation that led to a
 /// phrase at the beginning, no blank before punctuation that stood behind one.
 std::string tidied(std::string_view left) {
-    const std::string spaced = singleSpaced(left);
+    const std::string spaced = Text::flattened(left);
     std::string_view rest = spaced;
     const std::string_view first = Characters::prefix(rest, 1);
     if (isStrayLead(first)) rest = Text::trimmedSpacesAndTabs(rest.substr(first.size()));

@@ -44,5 +44,13 @@ TEST(Characters, StepsStopAtTheEnds) {
     EXPECT_FALSE(Characters::hasAtLeast(text, 5));
     EXPECT_TRUE(Characters::hasAtLeast("", 0));
 }
+
+TEST(Characters, WhiteSpaceIsToldByTheFirstScalar) {
+    using Views = std::vector<std::string_view>;
+    EXPECT_EQ(Characters::splitAtWhiteSpace(" a\u3000b\r\nc\u0301  d "),
+              (Views{"a", "b", "c\u0301", "d"}));
+    EXPECT_EQ(Characters::splitAtWhiteSpace("a \u0301b"), (Views{"a", "b"}))
+        << "the mark belongs to the blank";
+}
 }  // namespace
 }  // namespace ombrix

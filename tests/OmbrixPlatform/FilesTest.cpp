@@ -131,8 +131,12 @@ TEST(Files, AReaderShowsEachFileInItsTurn) {
     EXPECT_EQ(reader.read(folder.at("small")), "small");
     EXPECT_EQ(reader.read(folder.at("big")), big);
     EXPECT_EQ(reader.read(folder.at("link")), "small") << "a shorter file leaves nothing behind";
-    EXPECT_EQ(reader.read(folder.at("big"), 7), "bbbbbbb");
-    EXPECT_EQ(reader.read(folder.at("big"), 0), "");
+    EXPECT_EQ(reader.beginning(folder.at("big"), 7), "bbbbbbb");
+    EXPECT_EQ(reader.beginning(folder.at("big"), 0), "");
+    EXPECT_EQ(reader.read(folder.at("small"), 5), "small");
+    EXPECT_FALSE(reader.read(folder.at("small"), 4));
+    EXPECT_EQ(Files::text(folder.at("small"), 5), "small");
+    EXPECT_FALSE(Files::text(folder.at("small"), 4));
     EXPECT_EQ(reader.read(folder.at("empty")), "");
 }
 

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "OmbrixPlatform/Text.h"
+#include "OmbrixPlatform/ByteRange.h"
 
 namespace ombrix::test {
 

@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "OmbrixPlatform/Numbers.h"
 #include "OmbrixPlatform/Text.h"
 
 namespace ombrix::test {
@@ -64,14 +65,12 @@ class RandomText {
 
 /// A text with its bytes visible, for the message of a failed comparison.
 inline std::string visible(std::string_view text) {
-    constexpr std::string_view digits = "0123456789ABCDEF";
     std::string shown = "\"";
     for (const char c : text) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (byte >= 0x20 && byte < 0x7F)
+        if (c >= 0x20 && c < 0x7F)
             shown += c;
         else
-            shown += std::string("\\x") + digits[byte >> 4U] + digits[byte & 0xFU];
+            Numbers::appendHex(shown += "\\x", static_cast<std::uint8_t>(c));
     }
     return shown + "\"";
 }

@@ -44,9 +44,19 @@ TEST(Regex, ABottomlessSearchEndsWithoutAMatch) {
     EXPECT_FALSE(Regex("(?:a|b|ab)*c").found(std::string(4'000'000, 'a')));
 }
 
+TEST(Regex, RunsOfWhiteSpaceOfAnyLengthMatch) {
+    const std::string text = "a" + std::string(2'000'000, ' ') + "b";
+    EXPECT_TRUE(Regex(R"(a\s+b)").found(text));
+    EXPECT_TRUE(Regex(R"(a(?:\s*)b)").found(text));
+    EXPECT_TRUE(Regex(R"([\s+]+b$)").found("+ b")) << "a set is left as it is";
+    EXPECT_EQ(Regex(R"(\\s+)").firstMatch(R"(s \ss)")->range(), (ByteRange{2, 5}))
+        << "a backslash and letters are no white space";
+    EXPECT_TRUE(Regex(R"(^\Q\s+\E\s+$)").found(R"(\s+  )"));
+}
+
 TEST(RegexDeathTest, AConstantThatDoesNotCompileEndsTheProcess) {
     testing::GTEST_FLAG(death_test_style) = "threadsafe";
-    EXPECT_DEATH(Regex("(a"), "does not compile");
+    EXPECT_DEATH(Regex("(a").found(""), "does not compile");
 }
 }  // namespace
 }  // namespace ombrix

@@ -102,10 +102,6 @@ TEST(Text, SplitsAndJoins) {
     EXPECT_EQ(Text::split("a,,b,", ","), (Views{"a", "", "b", ""}));
     EXPECT_EQ(Text::split("", ","), (Views{""}));
     EXPECT_EQ(Text::splitDroppingEmpty(",a,,b,", ","), (Views{"a", "b"}));
-    EXPECT_EQ(Text::splitAtWhiteSpace(" a\u3000b\r\nc\u0301  d "),
-              (Views{"a", "b", "c\u0301", "d"}));
-    EXPECT_EQ(Text::splitAtWhiteSpace("a \u0301b"), (Views{"a", "b"}))
-        << "the mark stands on the blank";
     test::RandomText random(8);
     for (int round = 0; round < 500; ++round) {
         const std::string text = random.any();
@@ -118,46 +114,8 @@ TEST(Text, Replaces) {
     EXPECT_EQ(Text::withLineFeeds("\r\na\r\r\nb\r"), "\na\r\nb\r");
     EXPECT_EQ(Text::withStraightApostrophes("\u2018a\u2019 \u201Cb\u201D \u201A"),
               "'a' \u201Cb\u201D \u201A");
-}
-
-TEST(Text, AFoldedPlaceCoversWholeCharacters) {
-    const struct {
-        const char* why;
-        std::string text, part, found;
-    } cases[] = {
-        {"a mark behind the last letter", "un cafe\u0301!", "CAFE", "cafe\u0301"},
-        {"half of a scalar is the whole of it", "a\u00DFb", "s", "\u00DF"},
-        {"the whole of it with its marks", "a\u00DF\u0308b", "as", "a\u00DF\u0308"},
-        {"half a syllable", "x\uD55Cy", "\uD558", "\uD55C"},
-        {"from the middle of a scalar", "a\u00DFb", "sb", "\u00DFb"},
-    };
-    for (const auto& [why, text, part, found] : cases) {
-        const auto place = Text::findFolded(text, part);
-        ASSERT_TRUE(place) << why;
-        EXPECT_EQ(place->of(text), found) << why;
-        EXPECT_TRUE(Text::containsFolded(text, part)) << why;
-    }
-    EXPECT_FALSE(Text::containsFolded("abc", ""));
-    EXPECT_FALSE(Text::containsFolded("\u00F8re", "ore"));
-}
-
-TEST(Text, AFoldedPlaceFoldsToAtLeastItsPart) {
-    test::RandomText random(9);
-    for (int round = 0; round < 3000; ++round) {
-        const std::string text = random.any();
-        const Text::FoldedText folded(text);
-        const std::string part = random.mixed(1 + random.below(2), 2);
-        const std::string wanted = Text::folded(part);
-        const bool contains =
-            !wanted.empty() && Text::folded(text).find(wanted) != std::string::npos;
-        ASSERT_EQ(folded.contains(part), contains) << test::visible(text) << test::visible(part);
-        const auto place = folded.find(part);
-        ASSERT_EQ(place.has_value(), contains);
-        if (place) {
-            ASSERT_TRUE(Text::contains(Text::folded(place->of(text)), wanted));
-            ASSERT_EQ(Text::findFolded(text.substr(0, place->begin), part), std::nullopt);
-        }
-    }
+    EXPECT_EQ(Text::flattened("\r\n a \t b\u00A0\u2028c \u0301d\u200B\xFF "),
+              "a b c \u0301d\u200B\xFF");
 }
 
 TEST(Text, ScalarsHaveTheirClasses) {

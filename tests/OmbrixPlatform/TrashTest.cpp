@@ -12,7 +12,7 @@ TEST(Trash, AFileGoesWhereAPersonCanBringItBack) {
     const test::Variable homeVariable("HOME", home.path());
     const test::Variable data("XDG_DATA_HOME", home.at("data"));
     const std::string file = home.write("a folder/notes ü.txt", "kept");
-    EXPECT_EQ(Trash::move(file), std::nullopt);
+    Trash::move(file);
     EXPECT_FALSE(std::filesystem::exists(file));
     EXPECT_EQ(home.read("data/Trash/files/notes ü.txt"), "kept");
     EXPECT_THAT(home.read("data/Trash/info/notes ü.txt.trashinfo"),
@@ -21,8 +21,11 @@ TEST(Trash, AFileGoesWhereAPersonCanBringItBack) {
 
 TEST(Trash, AMissingFileIsReported) {
     const test::TestFolder folder;
-    const auto problem = Trash::move(folder.at("nothing"));
-    ASSERT_TRUE(problem);
-    EXPECT_NE(*problem, "");
+    try {
+        Trash::move(folder.at("nothing"));
+        ADD_FAILURE();
+    } catch (const Trash::Error& error) {
+        EXPECT_THAT(error.what(), testing::HasSubstr(folder.at("nothing")));
+    }
 }
 }  // namespace ombrix

@@ -250,11 +250,6 @@ TEST(CommitmentExtractor, NumbersTheMeetingsInTheOrderOfTheList) {
               (StructuredAnswer{.shape = AnswerShape::commitments}));
 }
 
-TEST(CommitmentExtractor, FlattensAllWhiteSpaceAndKeepsAllElse) {
-    EXPECT_EQ(CommitmentExtractor::flatten("\r\n a \t b\u00A0\u2028c \u0301d\u200B\xFF "),
-              "a b c \u0301d\u200B\xFF");
-}
-
 TEST(CommitmentExtractor, GreatDocumentsTakeLinearTime) {
     TranscriptDocument document;
     for (int i = 0; i < 30'000; ++i) {

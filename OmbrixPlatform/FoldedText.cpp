@@ -1,0 +1,44 @@
+#include "OmbrixPlatform/FoldedText.h"
+
+#include "OmbrixPlatform/Text.h"
+#include "OmbrixPlatform/Utf8.h"
+
+namespace ombrix {
+
+FoldedText::FoldedText(std::string_view text) : sourceSize_(text.size()) {
+    if (Utf8::isAscii(text)) {
+        fold_ = Text::folded(text);
+        return;
+    }
+    fold_.reserve(text.size());
+    sources_.reserve(text.size());
+    for (std::size_t at = 0; at < text.size();) {
+        const auto [scalar, length] = Utf8::decode(text, at);
+        Text::appendFolded(fold_, scalar);
+        sources_.resize(fold_.size(), at);
+        at += length;
+    }
+}
+
+std::optional<std::size_t> FoldedText::placeOf(std::string_view part) const {
+    const std::string wanted = Text::folded(part);
+    if (wanted.empty()) return std::nullopt;
+    const std::size_t place = fold_.find(wanted);
+    if (place == std::string::npos) return std::nullopt;
+    return place;
+}
+
+bool FoldedText::contains(std::string_view part) const { return placeOf(part).has_value(); }
+
+std::optional<ByteRange> FoldedText::find(std::string_view part) const {
+    const auto place = placeOf(part);
+    if (!place) return std::nullopt;
+    const std::size_t end = *place + Text::folded(part).size();
+    if (sources_.empty()) return ByteRange{*place, end};
+    // The end lies where the next letter begins, behind the marks of the last one; when it falls
+    // into the fold of one scalar ("ß" is "ss"), that scalar belongs to the place as a whole.
+    std::size_t next = end;
+    while (next < fold_.size() && sources_[next] == sources_[end - 1]) ++next;
+    return ByteRange{sources_[*place], next == fold_.size() ? sourceSize_ : sources_[next]};
+}
+}  // namespace ombrix
