@@ -1,7 +1,7 @@
 # Build types:
 #   Release   what people run (the default)
-#   Sanitize  the same tests under AddressSanitizer and UndefinedBehaviorSanitizer (g++ or clang++)
-#   Fuzz      libFuzzer targets under the same sanitizers (clang++ only)
+#   Sanitize  for running the tests under AddressSanitizer and UndefinedBehaviorSanitizer (g++ or clang++)
+#   Fuzz      the fuzz targets, with libFuzzer and the same sanitizers (clang++ only)
 if(NOT CMAKE_BUILD_TYPE)
     set(CMAKE_BUILD_TYPE Release CACHE STRING "Release, Sanitize or Fuzz" FORCE)
 endif()
@@ -18,8 +18,8 @@ set(CMAKE_EXE_LINKER_FLAGS_SANITIZE "${sanitizers}")
 set(CMAKE_CXX_FLAGS_FUZZ "-O1 -g1 -fno-omit-frame-pointer ${sanitizers} -fsanitize=fuzzer-no-link")
 set(CMAKE_EXE_LINKER_FLAGS_FUZZ "${sanitizers}")
 
-# Records are built by designated initialisers, which may leave members to their defaults: g++ 12
-# warns of that as it does of a forgotten one.
+# No warning for missing field initialisers: records are built with designated initialisers, which
+# may leave members at their defaults, and g++ 12 cannot tell that from a forgotten member.
 add_library(OmbrixWarnings INTERFACE)
 target_compile_options(OmbrixWarnings INTERFACE
     -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wnon-virtual-dtor -Wold-style-cast

@@ -1,29 +1,30 @@
-# Long constant texts are files in the folder texts/ of their library. The build makes each a constant,
-# byte for byte, with its digest:
+# Long constant texts are files in the folder texts/ of their library. The build turns each into a
+# constant with the same bytes, and computes its digest.
 #
 #   ombrix_embed(OmbrixAnswerKit)
 #
-# takes every file below OmbrixAnswerKit/texts/ and gives the target's sources, for
-# OmbrixAnswerKit/texts/skills/weekly/SKILL.md,
+# does so for every file in OmbrixAnswerKit/texts/ and its sub-folders. For
+# OmbrixAnswerKit/texts/skills/weekly/SKILL.md, sources of that library can then write
 #
 #   #include "embedded/OmbrixAnswerKit/skills/weekly/SKILL.md.h"
 #
-#   ombrix::Embedded::OmbrixAnswerKit::skillsWeeklySKILLMd         the bytes, a constexpr std::string_view
-#   ombrix::Embedded::OmbrixAnswerKit::skillsWeeklySKILLMdSHA256   their SHA-256 in lower-case hexadecimal
+#   Embedded::OmbrixAnswerKit::skillsWeeklySKILLMd         the bytes, a constexpr std::string_view
+#   Embedded::OmbrixAnswerKit::skillsWeeklySKILLMdSHA256   their SHA-256 in lower-case hexadecimal
 #
-# The constant's name is the path with its first letter lower-cased; a letter after anything but a
-# letter or digit is upper-cased. The namespace is the target's, so two libraries may have texts of
-# one name. A header is written again when its file changes.
+# The constant's name is the path without its punctuation: the first letter is lower-cased, a letter
+# after punctuation upper-cased. The namespace, inside ombrix, is the library's name, so two
+# libraries may each have a text of the same name. The header is rewritten when its file changes.
 
-# Run as a script, this file writes one header: SOURCE, HEADER, NAME, SPACE and
-# ORIGIN are given with -D.
+# When CMake runs this file as a script, it writes one header. -D sets SOURCE (the text), HEADER
+# (the file to write), NAME (the constant), SPACE (the namespace) and ORIGIN (the text's path, for
+# the comment).
 if(CMAKE_SCRIPT_MODE_FILE)
     file(READ "${SOURCE}" bytes HEX)
     file(SHA256 "${SOURCE}" digest)
     string(LENGTH "${bytes}" size)
     math(EXPR size "${size} / 2")
     string(REGEX REPLACE "([0-9a-f][0-9a-f])" "\\\\x\\1" bytes "${bytes}")
-    # A line of the header holds up to 24 bytes, four signs each.
+    # Up to 24 bytes on a line of the header; a byte is four characters, as in \x41.
     string(REPEAT "...." 24 line)
     string(REGEX REPLACE "(${line})" "\\1\"\n    \"" bytes "${bytes}")
     file(WRITE "${HEADER}"
@@ -45,7 +46,7 @@ endif()
 
 set(OMBRIX_EMBED_SCRIPT ${CMAKE_CURRENT_LIST_FILE})
 
-# A constant's name for a path; see above.
+# Sets `result` to the name of the constant for the text at `path`.
 function(ombrix_embedded_name path result)
     string(REGEX MATCHALL "[A-Za-z0-9]+" words "${path}")
     set(name "")
@@ -63,7 +64,7 @@ function(ombrix_embedded_name path result)
 endfunction()
 
 function(ombrix_embed target)
-    set(folder ${CMAKE_CURRENT_SOURCE_DIR}/${target}/texts)
+    set(folder ${PROJECT_SOURCE_DIR}/${target}/texts)
     file(GLOB_RECURSE files CONFIGURE_DEPENDS RELATIVE ${folder} ${folder}/*)
     set(names "")
     foreach(file IN LISTS files)
@@ -71,7 +72,7 @@ function(ombrix_embed target)
         set(header ${PROJECT_BINARY_DIR}/generated/embedded/${target}/${file}.h)
         ombrix_embedded_name("${file}" name)
         if(name IN_LIST names)
-            message(FATAL_ERROR "${target}/texts: two files give the constant ${name}")
+            message(FATAL_ERROR "${target}/texts: two files would become the constant ${name}")
         endif()
         list(APPEND names ${name})
         add_custom_command(

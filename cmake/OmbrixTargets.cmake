@@ -1,13 +1,19 @@
 include(OmbrixEmbed)
 
-# A layer: the static library of every .cpp in the folder of its name and in the folders inside it.
-# The list is globbed, so a new module is a new pair of files and nothing else; CONFIGURE_DEPENDS
-# makes the build notice it.
+# One layer: a static library of every .cpp file in the folder NAME and its sub-folders, with the
+# texts in NAME/texts/ (see OmbrixEmbed). What follows NAME is passed to target_link_libraries.
+#
+#   ombrix_library(NAME PUBLIC ... PRIVATE ...)
+#
+# The sources are globbed with CONFIGURE_DEPENDS: to add a module, add its two files. main.cpp is
+# left out: it belongs to an executable, so that tests can link everything else.
 function(ombrix_library name)
-    file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${name}/*.cpp)
+    file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/${name}/*.cpp)
+    list(FILTER sources EXCLUDE REGEX "/main\\.cpp$")
     add_library(${name} STATIC ${sources})
-    target_include_directories(${name} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
+    target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR})
     target_link_libraries(${name} ${ARGN} PRIVATE OmbrixWarnings)
+    ombrix_embed(${name})
     target_precompile_headers(${name} PRIVATE
         <algorithm> <array> <cstdint> <map> <optional> <span> <string> <string_view> <utility> <vector>)
 endfunction()
