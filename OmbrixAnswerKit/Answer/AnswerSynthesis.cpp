@@ -21,13 +21,6 @@ const char* message(AnswerSynthesisError::Reason reason) {
 }
 }  // namespace
 
-std::vector<std::string> citationIDs(const std::vector<RetrievedCitation>& citations) {
-    std::vector<std::string> ids;
-    ids.reserve(citations.size());
-    for (const auto& citation : citations) ids.push_back(citation.id);
-    return ids;
-}
-
 AnswerSynthesisError::AnswerSynthesisError(Reason reason)
     : std::runtime_error(message(reason)), reason_(reason) {}
 

@@ -8,23 +8,11 @@
 #include <string_view>
 #include <vector>
 
-#include "OmbrixAnswerKit/Answer/StructuredAnswer.h"
-#include "OmbrixAnswerKit/Ask/AnswerShape.h"
+#include "OmbrixAnswerKit/Answer/RetrievedCitation.h"
+#include "OmbrixAnswerKit/Shape/AnswerShape.h"
+#include "OmbrixAnswerKit/Shape/StructuredAnswer.h"
 
 namespace ombrix {
-
-/// A source as a synthesizer gets it. Its number is its place in the list, counted from 1.
-struct RetrievedCitation {
-    std::string id{};     ///< the key under which its document is found
-    std::string title{};  ///< of the meeting
-    std::string date{};   ///< of the meeting, as text; empty when unknown
-    std::vector<std::string> participants{};
-    std::vector<std::string> snippets{};  ///< ranked, best first
-    bool operator==(const RetrievedCitation&) const = default;
-};
-
-/// The ids of the citations, in their order.
-std::vector<std::string> citationIDs(const std::vector<RetrievedCitation>& citations);
 
 struct SynthesizedAnswer {
     std::string text{};

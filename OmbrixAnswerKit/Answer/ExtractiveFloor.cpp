@@ -6,7 +6,7 @@
 #include <set>
 #include <utility>
 
-#include "OmbrixAnswerKit/Answer/StructuredAnswer.h"
+#include "OmbrixAnswerKit/Shape/StructuredAnswer.h"
 #include "OmbrixPlatform/Text.h"
 
 namespace ombrix {

@@ -12,9 +12,9 @@
 #include <vector>
 
 #include "OmbrixAnswerKit/Answer/AnswerSynthesis.h"
-#include "OmbrixAnswerKit/Ask/AnswerShape.h"
 #include "OmbrixAnswerKit/Ask/AskIntentRouter.h"
 #include "OmbrixAnswerKit/Commitments/CommitmentExtractor.h"
+#include "OmbrixAnswerKit/Shape/AnswerShape.h"
 #include "OmbrixMarkdownKit/Transcript/TranscriptDocument.h"
 
 namespace ombrix {

@@ -7,8 +7,8 @@
 #include <string_view>
 #include <vector>
 
-#include "OmbrixAnswerKit/Answer/AnswerSynthesis.h"
-#include "OmbrixAnswerKit/Ask/AnswerShape.h"
+#include "OmbrixAnswerKit/Answer/RetrievedCitation.h"
+#include "OmbrixAnswerKit/Shape/AnswerShape.h"
 
 namespace ombrix::GroundedAnswerPrompt {
 

@@ -3,9 +3,12 @@
 
 #include <string_view>
 
-#include "OmbrixAnswerKit/Ask/AnswerShape.h"
+#include "OmbrixAnswerKit/Ask/ShapeWords.h"
+#include "OmbrixAnswerKit/Shape/AnswerShape.h"
 
 namespace ombrix::AnswerShapePlanner {
+
+using ShapeWords::legacyShape;
 
 /// The shape in the question's plan, without a time phrase of its own or a typed scope.
 AnswerShape plan(std::string_view question);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "OmbrixAnswerKit/Ask/ShapeWords.h"
 #include "OmbrixMarkdownKit/Words/QueryTokenizer.h"
 #include "OmbrixPlatform/EnumNames.h"
 #include "OmbrixPlatform/FoldedText.h"
@@ -166,7 +167,7 @@ AskPlan policy(std::string_view question, const Classification& found,
             plan.windowDays = hasSubject(question, *found.cue) ? 0 : 7;
             break;
         case AskIntent::freeform:
-            plan.shape = AnswerShapePlanner::legacyShape(question);
+            plan.shape = ShapeWords::legacyShape(question);
             break;
         case AskIntent::openEnded:
             plan.windowDays = 180;

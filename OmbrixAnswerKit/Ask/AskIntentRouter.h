@@ -10,7 +10,7 @@
 #include <string_view>
 #include <utility>
 
-#include "OmbrixAnswerKit/Ask/AnswerShape.h"
+#include "OmbrixAnswerKit/Shape/AnswerShape.h"
 
 namespace ombrix {
 

@@ -7,7 +7,7 @@
 #include "OmbrixPlatform/LineCursor.h"
 #include "OmbrixPlatform/Text.h"
 
-namespace ombrix::CommitmentExtractor {
+namespace ombrix::ActionItems {
 namespace {
 
 constexpr std::size_t ownerCharactersLimit = 41;  // a part as long as this is no owner
@@ -33,20 +33,20 @@ bool canBeOwner(std::string_view part) {
 }
 }  // namespace
 
-std::vector<std::string_view> actionItemLines(const TranscriptDocument& document) {
-    std::vector<std::string_view> lines;
+std::vector<std::string_view> lines(const TranscriptDocument& document) {
+    std::vector<std::string_view> found;
     for (LineCursor cursor(document.actionItems); const auto line = cursor.next();) {
         if (const auto trimmed = Text::trimmedBlanks(*line); !trimmed.empty())
-            lines.push_back(trimmed);
+            found.push_back(trimmed);
     }
     for (LineCursor cursor(document.notes); const auto line = cursor.next();) {
         if (const auto trimmed = Text::trimmedBlanks(*line); hasCheckBox(trimmed))
-            lines.push_back(trimmed);
+            found.push_back(trimmed);
     }
-    return lines;
+    return found;
 }
 
-std::optional<ActionItem> parseActionItem(std::string_view line) {
+std::optional<Item> parse(std::string_view line) {
     line = Text::trimmedBlanks(line);
     if (!isBullet(line)) return std::nullopt;
     const std::string_view item = Text::trimmedBlanks(line.substr(2));
@@ -58,9 +58,9 @@ std::optional<ActionItem> parseActionItem(std::string_view line) {
         if (at == std::string_view::npos) continue;
         const auto owner = Text::trimmedBlanks(rest.substr(0, at));
         const auto text = Text::trimmedBlanks(rest.substr(at + separator.size()));
-        if (!text.empty() && canBeOwner(owner)) return ActionItem{.owner = owner, .text = text};
+        if (!text.empty() && canBeOwner(owner)) return Item{.owner = owner, .text = text};
     }
-    return ActionItem{.owner = std::nullopt, .text = rest};
+    return Item{.owner = std::nullopt, .text = rest};
 }
 
 std::string_view trimmedBullet(std::string_view line) {
@@ -68,4 +68,4 @@ std::string_view trimmedBullet(std::string_view line) {
     if (isBullet(line)) line = Text::trimmedBlanks(line.substr(2));
     return withoutOpenBox(line);
 }
-}  // namespace ombrix::CommitmentExtractor
+}  // namespace ombrix::ActionItems

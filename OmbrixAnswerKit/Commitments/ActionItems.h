@@ -13,24 +13,24 @@
 
 #include "OmbrixMarkdownKit/Transcript/TranscriptDocument.h"
 
-namespace ombrix::CommitmentExtractor {
+namespace ombrix::ActionItems {
 
 /// Views of the line that was read.
-struct ActionItem {
+struct Item {
     std::optional<std::string_view> owner;
     std::string_view text;  ///< never empty
-    bool operator==(const ActionItem&) const = default;
+    bool operator==(const Item&) const = default;
 };
 
 /// All lines of the action item section, then the check box lines of the notes ("- [ ]", "* [ ]",
 /// "- [x]", "* [x]"), trimmed, without empty ones; views of the document.
-std::vector<std::string_view> actionItemLines(const TranscriptDocument& document);
+std::vector<std::string_view> lines(const TranscriptDocument& document);
 
 /// Nothing for a line without a bullet, a ticked item and a bullet without text. What stands before
 /// the first " — ", else " – ", else ": " is the owner, if both sides hold something and the owner
 /// has at most 40 characters and at most 4 words.
-std::optional<ActionItem> parseActionItem(std::string_view line);
+std::optional<Item> parse(std::string_view line);
 
 /// The line without its bullet and its open check box; a view of it.
 std::string_view trimmedBullet(std::string_view line);
-}  // namespace ombrix::CommitmentExtractor
+}  // namespace ombrix::ActionItems

@@ -6,10 +6,24 @@
 
 #include "OmbrixAnswerKit/Commitments/ActionItems.h"
 #include "OmbrixAnswerKit/Commitments/NameIndex.h"
+#include "OmbrixAnswerKit/Commitments/SpokenWords.h"
+#include "OmbrixPlatform/EnumNames.h"
 #include "OmbrixPlatform/Text.h"
 
-namespace ombrix::CommitmentExtractor {
+namespace ombrix {
+
+std::string_view rawValue(Commitment::Direction direction) {
+    return EnumNames::name(commitmentDirectionNames, direction);
+}
+
+std::optional<Commitment::Direction> commitmentDirection(std::string_view rawValue) {
+    return EnumNames::value(commitmentDirectionNames, rawValue);
+}
+
+namespace CommitmentExtractor {
 namespace {
+
+using CommitmentCues::StraightText;
 
 using Direction = Commitment::Direction;
 using Turn = TranscriptDocument::Turn;
@@ -30,7 +44,7 @@ class User {
   public:
     explicit User(std::span<const std::string> aliases) : keys_({"you", "me"}) {
         for (const std::string& alias : aliases) {
-            keys_.insert(nameKey(alias));
+            keys_.insert(NameIndex::key(alias));
             const std::string lower = Text::lowercased(alias);
             if (lower == "you" || lower == "me") continue;
             if (!name_) name_ = alias;
@@ -40,7 +54,7 @@ class User {
 
     bool isKey(const std::string& key) const { return keys_.contains(key); }
     bool isNamed(std::string_view written) const {
-        return isKey(nameKey(written)) || names_.withFirstWordOf(written);
+        return isKey(NameIndex::key(written)) || names_.withFirstWordOf(written);
     }
     bool isAddressedIn(const SpokenWords& words) const {
         return names_.addressedIn(words).has_value();
@@ -67,7 +81,7 @@ class Speakers {
         for (const Turn& turn : turns) {
             const auto [known, isNew] = byName_.try_emplace(turn.speaker);
             if (isNew) {
-                std::string key = nameKey(turn.speaker);
+                std::string key = NameIndex::key(turn.speaker);
                 const bool isUser = user.isKey(key);
                 isUserByKey.emplace(key, isUser);
                 known->second = {.key = std::move(key), .isUser = isUser};
@@ -96,7 +110,7 @@ class Extraction {
                std::span<const std::string> userAliases)
         : document_(document), id_(id), user_(userAliases), speakers_(document.turns, user_) {
         for (const std::string& participant : document.participants)
-            if (!user_.isKey(nameKey(participant))) otherParticipants_.add(participant);
+            if (!user_.isKey(NameIndex::key(participant))) otherParticipants_.add(participant);
     }
 
     std::vector<Finding> read() {
@@ -110,7 +124,7 @@ class Extraction {
     std::size_t readTurn(std::size_t i) {
         const Turn& turn = document_.turns[i];
         const SpokenWords& words = wordsOf(i);
-        if (i > 0 && isEcho(words, wordsOf(i - 1))) return 1;
+        if (i > 0 && words.isEchoOf(wordsOf(i - 1))) return 1;
         // Straight apostrophes would not change the words: either kind parts them.
         if (!words.hasAtLeast(2)) return 1;
         const StraightText text(turn.text);
@@ -155,7 +169,7 @@ class Extraction {
     }
 
     void readActionItems() {
-        const auto lines = actionItemLines(document_);
+        const auto lines = ActionItems::lines(document_);
         if (lines.empty()) return;
         NameIndex people;
         for (const std::string& participant : document_.participants) people.add(participant);
@@ -163,17 +177,18 @@ class Extraction {
         for (const Turn& turn : document_.turns)
             if (known.insert(turn.speaker).second) people.add(turn.speaker);
         for (const std::string_view line : lines)
-            if (const auto item = parseActionItem(line)) readActionItem(line, *item, people);
+            if (const auto item = ActionItems::parse(line)) readActionItem(line, *item, people);
     }
 
-    void readActionItem(std::string_view line, const ActionItem& item, const NameIndex& people) {
+    void readActionItem(std::string_view line, const ActionItems::Item& item,
+                        const NameIndex& people) {
         if (!item.owner) return addListed(nobodysDebt(), item.text);
         if (user_.isNamed(*item.owner)) return addListed(user_.debt(), item.text);
         auto person = people.withKeyOf(*item.owner);
         if (!person) person = people.withFirstWordOf(*item.owner);
         if (person) return addListed(debtOf(*person), item.text);
         // What stands before the separator is no person, so it belongs to the text.
-        addListed(nobodysDebt(), trimmedBullet(line));
+        addListed(nobodysDebt(), ActionItems::trimmedBullet(line));
     }
 
     void addListed(const Debt& debt, std::string_view text) {
@@ -249,6 +264,10 @@ std::string counted(std::int64_t count, std::string_view noun) {
 }
 }  // namespace
 
+bool isEcho(std::string_view text, const Turn* previous) {
+    return previous && SpokenWords(text).isEchoOf(SpokenWords(previous->text));
+}
+
 std::vector<Finding> find(const TranscriptDocument& document, std::string_view id,
                           std::span<const std::string> userAliases) {
     return Extraction(document, id, userAliases).read();
@@ -308,4 +327,5 @@ std::optional<std::string> summary(std::int64_t count, std::int64_t meetings) {
     return counted(count, "commitment") + " across " + counted(meetings, "meeting") +
            ", quoted from your transcripts.";
 }
-}  // namespace ombrix::CommitmentExtractor
+}  // namespace CommitmentExtractor
+}  // namespace ombrix

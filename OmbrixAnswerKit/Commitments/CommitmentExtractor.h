@@ -1,7 +1,6 @@
 // Who promised what in a meeting, found by rules over the spoken turns and the listed action items;
 // no model takes part. A promise is seen from the user's side: owed by the user, owed to the user,
-// or between others. The words stay as they were spoken. The tests that the rules consist of stand
-// in CommitmentCues (phrases) and SpokenWords (echoes).
+// or between others. The words stay as they were spoken.
 #pragma once
 
 #include <array>
@@ -13,9 +12,8 @@
 #include <utility>
 #include <vector>
 
-#include "OmbrixAnswerKit/Answer/StructuredAnswer.h"
 #include "OmbrixAnswerKit/Commitments/CommitmentCues.h"
-#include "OmbrixAnswerKit/Commitments/SpokenWords.h"
+#include "OmbrixAnswerKit/Shape/StructuredAnswer.h"
 #include "OmbrixMarkdownKit/Transcript/TranscriptDocument.h"
 
 namespace ombrix {
@@ -37,17 +35,30 @@ struct Commitment {
     static constexpr double firstPersonConfidence = 0.85;
     static constexpr double requestConfidence = 0.7;
 
-    /// The raw strings of the directions.
-    static constexpr std::array<std::pair<Direction, std::string_view>, 3> directions = {{
-        {Direction::userOwes, "userOwes"},
-        {Direction::owedToUser, "owedToUser"},
-        {Direction::other, "other"},
-    }};
-
     bool operator==(const Commitment&) const = default;
 };
 
+inline constexpr std::array<std::pair<Commitment::Direction, std::string_view>, 3>
+    commitmentDirectionNames{{
+        {Commitment::Direction::userOwes, "userOwes"},
+        {Commitment::Direction::owedToUser, "owedToUser"},
+        {Commitment::Direction::other, "other"},
+    }};
+
+std::string_view rawValue(Commitment::Direction direction);
+/// The direction of a raw string; nothing for any other text.
+std::optional<Commitment::Direction> commitmentDirection(std::string_view rawValue);
+
 namespace CommitmentExtractor {
+
+// The tests that the rules consist of.
+using CommitmentCues::deadline;
+using CommitmentCues::hasFirstPersonCue;
+using CommitmentCues::hasRequestCue;
+using CommitmentCues::isAcknowledgement;
+using CommitmentCues::isAddressedToListener;
+/// True when the words of `text` are an echo of those of the turn before it; false without one.
+bool isEcho(std::string_view text, const TranscriptDocument::Turn* previous);
 
 /// A promise where it stands: views of its document, of its id and of the user's names, which have
 /// to outlive it. A document may hold a million promises and a title of a megabyte, and a list of

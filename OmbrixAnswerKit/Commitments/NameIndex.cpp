@@ -1,8 +1,9 @@
 #include "OmbrixAnswerKit/Commitments/NameIndex.h"
 
 #include "OmbrixPlatform/Characters.h"
+#include "OmbrixPlatform/Text.h"
 
-namespace ombrix::CommitmentExtractor {
+namespace ombrix {
 namespace {
 
 // A short first word says too little in a written owner; in speech a name of two letters is enough.
@@ -10,15 +11,19 @@ constexpr std::size_t fewestWrittenCharacters = 3;
 constexpr std::size_t fewestSpokenCharacters = 2;
 }  // namespace
 
+std::string NameIndex::key(std::string_view name) {
+    return std::string(Text::trimmed(Text::folded(name)));
+}
+
 void NameIndex::add(std::string_view name) {
     const Entry entry{.order = added_++, .name = name};
-    byKey_.try_emplace(nameKey(name), entry);
+    byKey_.try_emplace(key(name), entry);
     const SpokenWords words(name);
     byFirstWord_.try_emplace(std::string(words.first()), entry);
 }
 
 std::optional<std::string_view> NameIndex::withKeyOf(std::string_view written) const {
-    const auto found = byKey_.find(nameKey(written));
+    const auto found = byKey_.find(key(written));
     if (found == byKey_.end()) return std::nullopt;
     return found->second.name;
 }
@@ -44,4 +49,4 @@ std::optional<std::string_view> NameIndex::addressedIn(const SpokenWords& words)
     if (!first) return std::nullopt;
     return first->name;
 }
-}  // namespace ombrix::CommitmentExtractor
+}  // namespace ombrix

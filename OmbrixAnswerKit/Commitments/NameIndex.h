@@ -9,12 +9,16 @@
 
 #include "OmbrixAnswerKit/Commitments/SpokenWords.h"
 
-namespace ombrix::CommitmentExtractor {
+namespace ombrix {
 
 /// Lookups cost the same however many names there are; of several names that fit, the one that was
 /// added first is found. Holds views of the names.
 class NameIndex {
   public:
+    /// What two spellings of one name have in common: its fold, trimmed of white space and
+    /// newlines.
+    static std::string key(std::string_view name);
+
     void add(std::string_view name);
 
     /// The name with the same key as `written`.
@@ -33,4 +37,4 @@ class NameIndex {
     std::unordered_map<std::string, Entry> byFirstWord_;
     std::size_t added_ = 0;
 };
-}  // namespace ombrix::CommitmentExtractor
+}  // namespace ombrix

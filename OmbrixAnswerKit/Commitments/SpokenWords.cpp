@@ -8,7 +8,7 @@
 #include "OmbrixPlatform/Characters.h"
 #include "OmbrixPlatform/Text.h"
 
-namespace ombrix::CommitmentExtractor {
+namespace ombrix {
 namespace {
 
 /// Shorter turns are an echo only when they are equal: "yes, yes" after "yes" is spoken twice.
@@ -92,18 +92,10 @@ std::string_view SpokenWords::first() const {
     return std::string_view(joined_).substr(0, joined_.find(' '));
 }
 
-std::string nameKey(std::string_view name) {
-    return std::string(Text::trimmed(Text::folded(name)));
+bool SpokenWords::isEchoOf(const SpokenWords& previous) const {
+    if (isEmpty() || previous.isEmpty()) return false;
+    if (*this == previous) return true;
+    if (!hasAtLeast(fewestEchoWords) || !previous.hasAtLeast(fewestEchoWords)) return false;
+    return shareMostWords(*this, previous) || holdsMostOf(*this, previous);
 }
-
-bool isEcho(std::string_view text, const TranscriptDocument::Turn* previous) {
-    return previous && isEcho(SpokenWords(text), SpokenWords(previous->text));
-}
-
-bool isEcho(const SpokenWords& words, const SpokenWords& previous) {
-    if (words.isEmpty() || previous.isEmpty()) return false;
-    if (words == previous) return true;
-    if (!words.hasAtLeast(fewestEchoWords) || !previous.hasAtLeast(fewestEchoWords)) return false;
-    return shareMostWords(words, previous) || holdsMostOf(words, previous);
-}
-}  // namespace ombrix::CommitmentExtractor
+}  // namespace ombrix

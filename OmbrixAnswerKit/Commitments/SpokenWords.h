@@ -7,9 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "OmbrixMarkdownKit/Transcript/TranscriptDocument.h"
-
-namespace ombrix::CommitmentExtractor {
+namespace ombrix {
 
 /// The words of a text: its fold cut at every scalar that is no letter, mark or digit. The cut is
 /// by scalar and not by character: a joiner inside a character parts two words. An apostrophe parts
@@ -24,6 +22,10 @@ class SpokenWords {
     bool isEmpty() const { return joined_.empty(); }
     /// Looks no farther than the `n`th word.
     bool hasAtLeast(std::size_t n) const;
+    /// True when a recogniser heard the same words on two channels: these repeat `previous`, word
+    /// by word or nearly so. False when either side has none. Time n log n in the words, memory
+    /// linear in the distinct ones.
+    bool isEchoOf(const SpokenWords& previous) const;
     /// In order, with repeats; views of this object.
     std::vector<std::string_view> list() const;
     /// Empty when there is none; a view of this object.
@@ -52,14 +54,4 @@ class SpokenWords::Walk {
   private:
     std::string_view rest_;
 };
-
-/// What two spellings of one name have in common: its fold, trimmed of white space and newlines.
-std::string nameKey(std::string_view name);
-
-/// True when a recogniser heard the same words on two channels: `text` repeats the turn before it,
-/// word by word or nearly so. False without a turn before it. Time n log n in the words, memory
-/// linear in the distinct ones.
-bool isEcho(std::string_view text, const TranscriptDocument::Turn* previous);
-/// The same for words that are at hand; false when either side has none.
-bool isEcho(const SpokenWords& words, const SpokenWords& previous);
-}  // namespace ombrix::CommitmentExtractor
+}  // namespace ombrix

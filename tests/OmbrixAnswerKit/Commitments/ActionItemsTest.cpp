@@ -4,7 +4,7 @@
 
 #include <string>
 
-namespace ombrix::CommitmentExtractor {
+namespace ombrix::ActionItems {
 namespace {
 
 TEST(ActionItems, AreTheSectionsLinesAndTheNotesCheckBoxes) {
@@ -13,17 +13,16 @@ TEST(ActionItems, AreTheSectionsLinesAndTheNotesCheckBoxes) {
         "- [ ] call Ann\n- plain bullet\n\t* [x] done\n  * [ ] write\n[ ] no bullet\n-[ ] tight\n"
         "- [X] shouted\n- [x] ticked";
     document.actionItems = "  - send the deck\t\n\nno bullet\n* book the room";
-    EXPECT_EQ(actionItemLines(document),
-              (std::vector<std::string_view>{"- send the deck", "no bullet", "* book the room",
-                                             "- [ ] call Ann", "* [x] done", "* [ ] write",
-                                             "- [x] ticked"}));
-    EXPECT_TRUE(actionItemLines({}).empty());
+    EXPECT_EQ(lines(document), (std::vector<std::string_view>{
+                                   "- send the deck", "no bullet", "* book the room",
+                                   "- [ ] call Ann", "* [x] done", "* [ ] write", "- [x] ticked"}));
+    EXPECT_TRUE(lines({}).empty());
 }
 
 TEST(ActionItems, ReadAnOwnerAheadOfTheFirstSeparatorThatStands) {
     const std::string owner40(40, 'x');
     using Owner = std::optional<std::string_view>;
-    const auto owned = [](Owner owner, std::string_view text) { return ActionItem{owner, text}; };
+    const auto owned = [](Owner owner, std::string_view text) { return Item{owner, text}; };
     const auto unowned = [&](std::string_view text) { return owned(std::nullopt, text); };
     const std::string long40 = "- " + owner40 + ": go", long41 = "- y" + owner40 + ": go";
     const std::string rest41 = "y" + owner40 + ": go";
@@ -31,7 +30,7 @@ TEST(ActionItems, ReadAnOwnerAheadOfTheFirstSeparatorThatStands) {
     const struct {
         const char* why;
         std::string_view line;
-        std::optional<ActionItem> item;
+        std::optional<Item> item;
     } cases[] = {
         {"colon", "- Tomas: send deck", owned("Tomas", "send deck")},
         {"em dash before a colon that stands earlier", "- Ann: plan — b", owned("Ann: plan", "b")},
@@ -56,7 +55,7 @@ TEST(ActionItems, ReadAnOwnerAheadOfTheFirstSeparatorThatStands) {
         {"an open box alone", "- [ ] ", std::nullopt},
         {"another sign in the box", "- [-] go", unowned("[-] go")},
     };
-    for (const auto& [why, line, item] : cases) EXPECT_EQ(parseActionItem(line), item) << why;
+    for (const auto& [why, line, item] : cases) EXPECT_EQ(parse(line), item) << why;
 }
 
 TEST(ActionItems, ABulletStaysWholeWithoutItsSigns) {
@@ -65,4 +64,4 @@ TEST(ActionItems, ABulletStaysWholeWithoutItsSigns) {
     EXPECT_EQ(trimmedBullet("-Budget"), "-Budget");
 }
 }  // namespace
-}  // namespace ombrix::CommitmentExtractor
+}  // namespace ombrix::ActionItems

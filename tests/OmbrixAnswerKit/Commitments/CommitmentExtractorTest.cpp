@@ -18,9 +18,7 @@ const Names nora = {"Nora Lind", "Me", "You"};
 
 /// Direction, owner, confidence and text on one line: "userOwes Nora Lind 0.85: I'll go".
 std::string line(const Commitment& commitment) {
-    std::string text;
-    for (const auto& [direction, name] : Commitment::directions)
-        if (direction == commitment.direction) text = name;
+    std::string text(rawValue(commitment.direction));
     text += " " + commitment.owner.value_or("-");
     text += commitment.confidence == Commitment::actionItemConfidence    ? " item: "
             : commitment.confidence == Commitment::firstPersonConfidence ? " said: "

@@ -1,21 +1,12 @@
-#include "OmbrixAnswerKit/Ask/AnswerShape.h"
+#include "OmbrixAnswerKit/Ask/ShapeWords.h"
 
 #include <algorithm>
 #include <span>
 #include <string>
 
-#include "OmbrixPlatform/EnumNames.h"
 #include "OmbrixPlatform/Text.h"
 
-namespace ombrix {
-
-std::string_view rawValue(AnswerShape shape) { return EnumNames::name(answerShapeNames, shape); }
-
-std::optional<AnswerShape> answerShape(std::string_view rawValue) {
-    return EnumNames::value(answerShapeNames, rawValue);
-}
-
-namespace AnswerShapePlanner {
+namespace ombrix::ShapeWords {
 namespace {
 
 constexpr auto promiseWords = std::to_array<std::string_view>({
@@ -42,5 +33,4 @@ AnswerShape legacyShape(std::string_view question) {
     if (containsAny(text, historyWords)) return AnswerShape::timeline;
     return AnswerShape::prose;
 }
-}  // namespace AnswerShapePlanner
-}  // namespace ombrix
+}  // namespace ombrix::ShapeWords

@@ -1,4 +1,4 @@
-#include "OmbrixAnswerKit/Answer/StructuredAnswer.h"
+#include "OmbrixAnswerKit/Shape/StructuredAnswer.h"
 
 #include <gtest/gtest.h>
 

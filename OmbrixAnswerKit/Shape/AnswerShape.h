@@ -1,5 +1,4 @@
-// The shape of an answer, and the guess at it from single words that a question without a clear
-// intent gets. The intent router stands above this; the planner that asks the router, above both.
+// The shape of an answer, which a question asks for and an answer has.
 #pragma once
 
 #include <array>
@@ -24,11 +23,4 @@ inline constexpr std::array<std::pair<AnswerShape, std::string_view>, 3> answerS
 std::string_view rawValue(AnswerShape shape);
 /// The shape of a raw string; nothing for any other text.
 std::optional<AnswerShape> answerShape(std::string_view rawValue);
-
-namespace AnswerShapePlanner {
-
-/// The shape that words anywhere in the question suggest, promises before dates: plain substrings
-/// of the lower-cased question with straight apostrophes, so that "committee" counts as "commit".
-AnswerShape legacyShape(std::string_view question);
-}  // namespace AnswerShapePlanner
 }  // namespace ombrix

@@ -14,7 +14,7 @@
 #include <string_view>
 #include <vector>
 
-#include "OmbrixAnswerKit/Ask/AnswerShape.h"
+#include "OmbrixAnswerKit/Shape/AnswerShape.h"
 
 namespace ombrix {
 
