@@ -9,7 +9,8 @@
 
 namespace ombrix {
 
-CLIContext::CLIContext(const GlobalOptions& options) {
+CLIContext::CLIContext(std::string commandName, const GlobalOptions& options)
+    : command(std::move(commandName)) {
     OmbrixPaths::Location location =
         OmbrixPaths::resolve({.dbPath = options.dbPath,
                               .supportDir = options.supportDir,

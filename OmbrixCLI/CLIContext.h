@@ -1,5 +1,5 @@
-// What every command works on: the two options each of them takes, the two paths they lead to, and
-// the clock.
+// What every command works on: its name, the two paths that the options of all commands lead to,
+// and the clock.
 #pragma once
 
 #include <optional>
@@ -15,11 +15,12 @@ struct GlobalOptions {
     bool operator==(const GlobalOptions&) const = default;
 };
 
-/// The support directory and the database of one run, as absolute paths. Neither need exist.
+/// One run of a command. The paths are absolute; neither need exist.
 struct CLIContext {
-    /// From the options, then the environment, then the place of the executable.
-    explicit CLIContext(const GlobalOptions& options);
+    /// The paths come from the options, then the environment, then the place of the executable.
+    CLIContext(std::string command, const GlobalOptions& options);
 
+    std::string command;  ///< the full name, as an envelope has it: "ombrix-cli meetings list"
     std::string supportDirectory;
     std::string databaseURL;
 };

@@ -133,6 +133,8 @@ void Command::globalOptions(GlobalOptions& target) const {
            "Override the Ombrix support directory. The CLI will look for ombrix.db inside it.");
 }
 
+std::string Command::path() const { return commandPath(*app_); }
+
 void Command::validate(std::function<void()> check) const {
     registry_->actions[app_].check = std::move(check);
 }

@@ -1,31 +1,31 @@
-// The command line as a tree of commands, parsed by CLI11 behind this header. A command is a record
-// of options, a function that does the work, and a function that declares it:
+// The command line as a tree of commands; CLI11 parses it, which only the sources know. A command
+// is a record of options, a function that does the work, and a function that declares it:
 //
 //   void declareFoldersGet(Command parent) {
 //       Command command = parent.subcommand("get", "Return one folder.");
 //       const auto options = command.options<FolderOptions>();
 //       command.positional("id", options->id, "Folder ID");
-//       command.globalOptions(options->global);
-//       command.run([options] { getFolder(*options); });
+//       command.run(options, getFolder);  // void getFolder(const CLIContext&, const
+//       FolderOptions&)
 //   }
 //
 // Declaring runs nothing. The words of a line are read as follows.
 //   - `--name value` and `--name=value` are the same; `--name=` is an empty value. The last of a
 //     repeated option counts. A flag takes no value. Names are never shortened or bundled.
 //   - A word that begins with "-" is an option, unless it is "-" alone, a number ("-3", "-0.5") or
-//     holds white space before any "="; these are values and positionals. An option's value may
-//     not be such an option word ("missing value"); `--name=-x` says it anyway. "--" ends the
+//     holds white space before any "="; these are values and positionals. After `--name` an option
+//     word is not taken as its value ("missing value"); `--name=-x` gives it. "--" ends the
 //     options.
-//   - "--help" or "-h" anywhere, but not behind "--", asks for help, whatever else is wrong with
-//     the line, a missing value ("--limit --help") included; `--name=--help` is a value. So does
-//     the word "help" where a subcommand may stand ("help", "help meetings list", "meetings help
-//     list"), if only names of commands follow it.
+//   - "--help" or "-h" anywhere before a "--" asks for help, whatever else is wrong with the line,
+//     a missing value ("--limit --help") included; `--name=--help` is a value. The word "help" in
+//     the place of a subcommand ("help", "help meetings list", "meetings help list") does the
+//     same, if only names of commands follow it.
 //   - A command with subcommands and no work of its own prints its help. Options belong to the
-//     command whose name stands before them; one that has subcommands takes options only when no
+//     command named last before them; one that has subcommands takes options only when no
 //     subcommand follows.
-//   - Nothing may stand around a number. Integers are decimal ("010" is 10), and one that does not
-//     fit is an error. Other numbers may be written as C writes them: "1e-3", "0x10", "inf"; what
-//     is too large is infinite.
+//   - A number has no white space around it. Integers are decimal ("010" is 10), and one that does
+//     not fit is an error. Other numbers may be written as C writes them: "1e-3", "0x10", "inf";
+//     what is too large is infinite.
 #pragma once
 
 #include <cstdint>
@@ -52,7 +52,7 @@ class UsageError : public std::runtime_error {
     using std::runtime_error::runtime_error;
     UsageError(const std::string& problem, std::string usage)
         : std::runtime_error(problem), usage_(std::move(usage)) {}
-    /// How the command wants to be called, ending in a line feed; empty when nobody knows.
+    /// How to call the command, ending in a line feed; empty when the command is not known.
     const std::string& usage() const { return usage_; }
 
   private:
@@ -89,17 +89,28 @@ class Command {
     void positional(const std::string& name, std::string& target, const std::string& help,
                     Presence presence = Presence::required) const;
 
-    /// `--db-path` and `--support-dir`; declared last, so that they stand last in the help.
-    void globalOptions(GlobalOptions& target) const;
+    /// "ombrix-cli meetings list".
+    std::string path() const;
 
     /// Runs when the line has been read and before the work; throws `UsageError` to refuse it.
     void validate(std::function<void()> check) const;
     void run(std::function<void()> work) const;
+    /// The work of a command that takes the options of all commands: declares `--db-path` and
+    /// `--support-dir`, so it comes after all other options, and calls `work` with the context they
+    /// lead to and with the record.
+    template <typename Options, typename Work>
+    void run(const std::shared_ptr<Options>& options, Work work) const {
+        globalOptions(options->global);
+        run([name = path(), options, work = std::move(work)] {
+            work(CLIContext(name, options->global), *options);
+        });
+    }
 
   private:
     friend class CommandLine;
     struct Registry;
     Command(CLI::App& app, Registry& registry) : app_(&app), registry_(&registry) {}
+    void globalOptions(GlobalOptions& target) const;
     CLI::Option& addOption(const std::string& name, const std::string& help, const char* kind,
                            std::function<bool(const std::string&)> store) const;
 

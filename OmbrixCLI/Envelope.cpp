@@ -7,7 +7,6 @@
 #include <system_error>
 #include <utility>
 
-#include "OmbrixCLI/CLIContext.h"
 #include "OmbrixPlatform/Calendar.h"
 
 namespace ombrix {
@@ -61,6 +60,10 @@ Json::Value encode(const FailureEnvelope& envelope) {
                          {"command", envelope.command},
                          {"error", encode(envelope.error)},
                          {"meta", encode(envelope.meta)}});
+}
+
+void emitSuccess(const CLIContext& context, Json::Value data, std::vector<std::string> warnings) {
+    emitSuccess(context.command, std::move(data), context.databaseURL, std::move(warnings));
 }
 
 void emitSuccess(std::string_view command, Json::Value data, std::string_view dbPath,

@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "OmbrixCLI/CLIContext.h"
 #include "OmbrixCLI/CLIError.h"
 #include "OmbrixPlatform/Json.h"
 
@@ -38,6 +39,9 @@ Json::Value encode(SuccessEnvelope envelope);
 Json::Value encode(const FailureEnvelope& envelope);
 
 /// Prints a success envelope made now. A command calls it once, at its end.
+void emitSuccess(const CLIContext& context, Json::Value data,
+                 std::vector<std::string> warnings = {});
+/// The same without a context.
 void emitSuccess(std::string_view command, Json::Value data, std::string_view dbPath,
                  std::vector<std::string> warnings = {});
 

@@ -36,6 +36,11 @@ std::string allBytes(int descriptor) {
     bytes.resize(length);
     return bytes;
 }
+
+/// The refusal of a file that the system itself would read, or refuse with "Invalid argument".
+std::runtime_error unreadable(const std::string& path, const char* reason) {
+    return std::runtime_error("Cannot read \"" + path + "\": " + reason);
+}
 }  // namespace
 
 std::string fromStandardInput() {
@@ -44,17 +49,15 @@ std::string fromStandardInput() {
 }
 
 std::string fromFile(const std::string& path) {
-    // The system has no words for this refusal: "Invalid argument" is all that reading says.
     std::error_code unknown;
     using std::filesystem::file_type;
     const file_type kind = std::filesystem::status(path, unknown).type();
     if (kind == file_type::fifo || kind == file_type::socket || kind == file_type::character ||
         kind == file_type::block) {
-        throw std::runtime_error("Cannot read \"" + path + "\": not a regular file");
+        throw unreadable(path, "not a regular file");
     }
     std::string bytes = Files::bytes(path);
-    if (!Utf8::isValid(bytes))
-        throw std::runtime_error("The file " + path + " is not valid UTF-8.");
+    if (!Utf8::isValid(bytes)) throw unreadable(path, "not valid UTF-8");
     return bytes;
 }
 }  // namespace ombrix::NotesSource

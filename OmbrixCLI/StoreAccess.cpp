@@ -21,16 +21,14 @@ CLIError noSuchRecord(const std::string& kind, std::int64_t id) {
                               "Run `ombrix-cli " + kind + "s list` to find a valid ID.");
 }
 
-void emitList(std::string_view command, const ListOptions& options,
+void emitList(const CLIContext& context, std::int64_t limit,
               const std::function<Json::Array(const DictationStore&)>& readRows) {
-    const CLIContext context(options.global);
-    if (options.limit < 1) {
+    if (limit < 1) {
         throw CLIError::invalidInput("--limit must be greater than zero.",
                                      "Pass a positive integer such as --limit 10.");
     }
     const DictationStore store(context.databaseURL);
-    if (!store.databaseExists())
-        return emitSuccess(command, Json::Array{}, context.databaseURL, {missingDatabase});
-    emitSuccess(command, readRows(store), context.databaseURL);
+    if (!store.databaseExists()) return emitSuccess(context, Json::Array{}, {missingDatabase});
+    emitSuccess(context, readRows(store));
 }
 }  // namespace ombrix::StoreAccess

@@ -5,7 +5,6 @@
 #include <cstdint>
 #include <functional>
 #include <string>
-#include <string_view>
 
 #include "OmbrixCLI/CLIContext.h"
 #include "OmbrixCLI/CLIError.h"
@@ -20,13 +19,8 @@ void requireDatabase(const CLIContext& context);
 /// The failure of a command that was given the id of no record: `kind` is "meeting" or "dictation".
 CLIError noSuchRecord(const std::string& kind, std::int64_t id);
 
-struct ListOptions {
-    std::int64_t limit = 10;
-    GlobalOptions global;
-};
-
 /// Prints what `readRows` reads from the store; without a database it is not called. Throws
 /// `CLIError` for a limit below 1.
-void emitList(std::string_view command, const ListOptions& options,
+void emitList(const CLIContext& context, std::int64_t limit,
               const std::function<Json::Array(const DictationStore&)>& readRows);
 }  // namespace ombrix::StoreAccess

@@ -74,8 +74,7 @@ std::string transcriptsFolder(const AnswerFolderResolver::Config& config) {
     return folder;
 }
 
-void answer(const AnswerOptions& options) {
-    const CLIContext context(options.global);
+void answer(const CLIContext& context, const AnswerOptions& options) {
     const std::string question(Text::trimmed(options.question));
     if (question.empty()) {
         throw CLIError::invalidInput("The question is empty.",
@@ -93,9 +92,7 @@ void answer(const AnswerOptions& options) {
     auto found = MeetingAnswer::sources(
         AnswerFolderResolver::library(folder, AnswerFolderResolver::memoryFolderName(config)),
         understood, asker, options.limit);
-    emitSuccess("ombrix-cli answer",
-                payload(question, understood, std::move(found), asker.userAliases),
-                context.databaseURL);
+    emitSuccess(context, payload(question, understood, std::move(found), asker.userAliases));
 }
 }  // namespace
 
@@ -113,7 +110,6 @@ void declareAnswer(Command root) {
     command.option("--now", options->now,
                    "Evaluate as if today were this date (YYYY-MM-DD). Testing aid.");
     command.flag("--json", options->json, "Print the JSON envelope only (no table).");
-    command.globalOptions(options->global);
-    command.run([options] { answer(*options); });
+    command.run(options, answer);
 }
 }  // namespace ombrix

@@ -11,8 +11,7 @@ struct AppStateOptions {
     GlobalOptions global;
 };
 
-void printAppState(const AppStateOptions& options) {
-    const CLIContext context(options.global);
+void printAppState(const CLIContext& context, const AppStateOptions& options) {
     AppRequest::requirePositiveTimeout(options.timeoutSeconds, "3");
     const auto snapshot =
         OmbrixAppStateBus::requestSnapshot(context.supportDirectory, options.timeoutSeconds);
@@ -23,7 +22,7 @@ void printAppState(const AppStateOptions& options) {
             "enable_state_dump / OMBRIX_STATE_DUMP=1), and pass --support-dir if it stores data "
             "outside the default location.");
     }
-    emitSuccess("ombrix-cli app-state", encode(*snapshot), context.databaseURL);
+    emitSuccess(context, encode(*snapshot));
 }
 }  // namespace
 
@@ -32,7 +31,6 @@ void declareAppState(Command root) {
     const auto options = command.options<AppStateOptions>();
     command.option("--timeout", options->timeoutSeconds,
                    "Seconds to wait for the running app to answer.");
-    command.globalOptions(options->global);
-    command.run([options] { printAppState(*options); });
+    command.run(options, printAppState);
 }
 }  // namespace ombrix

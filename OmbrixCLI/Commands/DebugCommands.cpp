@@ -126,12 +126,10 @@ struct WordOptions {
     GlobalOptions global;
 };
 
-void postWord(const WordCommand& command, const WordOptions& options) {
-    const CLIContext context(options.global);
+void postWord(const CLIContext& context, const WordCommand& command, const WordOptions& options) {
     command.check(options.word);
     NotificationCenter::post("com.ombrix.app." + command.name, options.word);
-    emitSuccess("ombrix-cli " + command.name, Json::object({{command.key, options.word}}),
-                context.databaseURL);
+    emitSuccess(context, Json::object({{command.key, options.word}}));
 }
 
 void declareWord(Command root, const WordCommand& word) {
@@ -140,8 +138,9 @@ void declareWord(Command root, const WordCommand& word) {
     options->word = word.defaultWord.value_or("");
     command.positional(word.key, options->word, word.help,
                        word.defaultWord ? Presence::optional : Presence::required);
-    command.globalOptions(options->global);
-    command.run([&word, options] { postWord(word, *options); });
+    command.run(options, [&word](const CLIContext& context, const WordOptions& given) {
+        postWord(context, word, given);
+    });
 }
 
 // ---- the one command that posts a number ------------------------------------------------------
@@ -151,17 +150,14 @@ struct ScheduledEndOptions {
     GlobalOptions global;
 };
 
-void forceScheduledEnd(const ScheduledEndOptions& options) {
-    const CLIContext context(options.global);
+void forceScheduledEnd(const CLIContext& context, const ScheduledEndOptions& options) {
     if (!(options.seconds >= 0)) {  // true for NaN as well
         throw CLIError::invalidInput("--in must be zero or greater.",
                                      "Pass a non-negative number of seconds such as --in 120.");
     }
     NotificationCenter::post("com.ombrix.app.debug-force-scheduled-end",
                              Numbers::described(options.seconds));
-    emitSuccess("ombrix-cli debug-force-scheduled-end",
-                Json::object({{"backdatedScheduledEndSeconds", options.seconds}}),
-                context.databaseURL);
+    emitSuccess(context, Json::object({{"backdatedScheduledEndSeconds", options.seconds}}));
 }
 
 void declareScheduledEnd(Command root) {
@@ -172,8 +168,7 @@ void declareScheduledEnd(Command root) {
     const auto options = command.options<ScheduledEndOptions>();
     command.option("--in", options->seconds,
                    "Seconds to backdate the scheduled end (affects toast wording only).");
-    command.globalOptions(options->global);
-    command.run([options] { forceScheduledEnd(*options); });
+    command.run(options, forceScheduledEnd);
 }
 }  // namespace
 

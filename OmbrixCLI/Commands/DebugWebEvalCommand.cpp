@@ -81,8 +81,7 @@ std::string textUnder(std::string_view key, const Json::Value& reply, const char
     return text == nullptr ? otherwise : *text;
 }
 
-void printEvaluation(const WebEvalOptions& options) {
-    const CLIContext context(options.global);
+void printEvaluation(const CLIContext& context, const WebEvalOptions& options) {
     AppRequest::requirePositiveTimeout(options.timeoutSeconds, "5");
     const auto reply = evaluated(options.script, context.supportDirectory, options.timeoutSeconds);
     if (!reply) {
@@ -97,8 +96,7 @@ void printEvaluation(const WebEvalOptions& options) {
             "The page threw: " + textUnder("error", *reply, "unknown error"),
             "Check the expression in the page's Web Inspector (DEBUG builds are inspectable).");
     }
-    emitSuccess("ombrix-cli debug-web-eval",
-                Json::object({{"json", textUnder("json", *reply, "null")}}), context.databaseURL);
+    emitSuccess(context, Json::object({{"json", textUnder("json", *reply, "null")}}));
 }
 }  // namespace
 
@@ -112,7 +110,6 @@ void declareDebugWebEval(Command root) {
                        "A JavaScript expression; it may await. Its value comes back as JSON.");
     command.option("--timeout", options->timeoutSeconds,
                    "Seconds to wait for the running app to answer.");
-    command.globalOptions(options->global);
-    command.run([options] { printEvaluation(*options); });
+    command.run(options, printEvaluation);
 }
 }  // namespace ombrix

@@ -5,6 +5,11 @@
 namespace ombrix {
 namespace {
 
+struct ListOptions {
+    std::int64_t limit = 10;
+    GlobalOptions global;
+};
+
 struct GetOptions {
     std::int64_t id = 0;
     GlobalOptions global;
@@ -18,38 +23,35 @@ Json::Value dictationListRow(const DictationRecord& record) {
                          {"appContext", record.appContext}});
 }
 
-void listDictations(const StoreAccess::ListOptions& options) {
+void listDictations(const CLIContext& context, const ListOptions& options) {
     const auto readRows = [&options](const DictationStore& store) {
         Json::Array rows;
         for (const auto& record : store.recentDictations({.limit = options.limit}))
             rows.push_back(dictationListRow(record));
         return rows;
     };
-    StoreAccess::emitList("ombrix-cli dictations list", options, readRows);
+    StoreAccess::emitList(context, options.limit, readRows);
 }
 
-void getDictation(const GetOptions& options) {
-    const CLIContext context(options.global);
+void getDictation(const CLIContext& context, const GetOptions& options) {
     StoreAccess::requireDatabase(context);
     const auto record = DictationStore(context.databaseURL).dictation(options.id);
     if (!record) throw StoreAccess::noSuchRecord("dictation", options.id);
-    emitSuccess("ombrix-cli dictations get", encode(*record), context.databaseURL);
+    emitSuccess(context, encode(*record));
 }
 
 void declareList(Command parent) {
     Command command = parent.subcommand("list", "List recent dictations.");
-    const auto options = command.options<StoreAccess::ListOptions>();
+    const auto options = command.options<ListOptions>();
     command.option("--limit", options->limit, "Maximum number of dictations to return.");
-    command.globalOptions(options->global);
-    command.run([options] { listDictations(*options); });
+    command.run(options, listDictations);
 }
 
 void declareGet(Command parent) {
     Command command = parent.subcommand("get", "Return a full dictation record.");
     const auto options = command.options<GetOptions>();
     command.positional("id", options->id, "Dictation ID");
-    command.globalOptions(options->global);
-    command.run([options] { getDictation(*options); });
+    command.run(options, getDictation);
 }
 }  // namespace
 

@@ -10,26 +10,29 @@ namespace {
 
 constexpr std::int64_t schemaVersion = 1;
 
-void printInfo(const GlobalOptions& options, const std::string& argument0) {
-    const CLIContext context(options);
+struct InfoOptions {
+    GlobalOptions global;
+};
+
+void printInfo(const CLIContext& context, const std::string& argument0) {
     const DictationStore store(context.databaseURL);
     const std::string workingDirectory = Files::workingDirectory();
     emitSuccess(
-        "ombrix-cli info",
+        context,
         Json::object({{"supportDirectory", context.supportDirectory},
                       {"databasePath", context.databaseURL},
                       {"databaseExists", store.databaseExists()},
                       {"appBundlePath", OmbrixPaths::appBundlePath(argument0, workingDirectory)},
                       {"executablePath", Paths::standardised(argument0, workingDirectory)},
-                      {"schemaVersion", schemaVersion}}),
-        context.databaseURL);
+                      {"schemaVersion", schemaVersion}}));
 }
 }  // namespace
 
 void declareInfo(Command root, const std::string& argument0) {
     Command command = root.subcommand("info", "Show resolved support and database paths.");
-    const auto options = command.options<GlobalOptions>();
-    command.globalOptions(*options);
-    command.run([options, argument0] { printInfo(*options, argument0); });
+    command.run(command.options<InfoOptions>(),
+                [argument0](const CLIContext& context, const InfoOptions&) {
+                    printInfo(context, argument0);
+                });
 }
 }  // namespace ombrix

@@ -10,8 +10,10 @@
 namespace ombrix {
 namespace {
 
-struct ListOptions : StoreAccess::ListOptions {
+struct ListOptions {
+    std::int64_t limit = 10;
     std::optional<std::int64_t> folderID;
+    GlobalOptions global;
 };
 
 struct GetOptions {
@@ -61,7 +63,7 @@ Json::Value meetingDetailPayload(MeetingRecord meeting) {
 
 // ---- work -------------------------------------------------------------------------------------
 
-void listMeetings(const ListOptions& options) {
+void listMeetings(const CLIContext& context, const ListOptions& options) {
     const auto readRows = [&options](const DictationStore& store) {
         const MeetingQuery query{.limit = options.limit, .folderID = options.folderID};
         Json::Array rows;
@@ -69,7 +71,7 @@ void listMeetings(const ListOptions& options) {
             rows.push_back(meetingListRow(meeting));
         return rows;
     };
-    StoreAccess::emitList("ombrix-cli meetings list", options, readRows);
+    StoreAccess::emitList(context, options.limit, readRows);
 }
 
 /// Throws `CLIError` when there is no database or no such meeting in it.
@@ -80,10 +82,8 @@ MeetingRecord requiredMeeting(const CLIContext& context, std::int64_t id) {
     return std::move(*meeting);
 }
 
-void getMeeting(const GetOptions& options) {
-    const CLIContext context(options.global);
-    emitSuccess("ombrix-cli meetings get",
-                meetingDetailPayload(requiredMeeting(context, options.id)), context.databaseURL);
+void getMeeting(const CLIContext& context, const GetOptions& options) {
+    emitSuccess(context, meetingDetailPayload(requiredMeeting(context, options.id)));
 }
 
 std::string newNotes(const UpdateNotesOptions& options) {
@@ -92,8 +92,7 @@ std::string newNotes(const UpdateNotesOptions& options) {
     throw CLIError::invalidInput("No notes source was provided.", "Use --stdin or --file <path>.");
 }
 
-void updateNotes(const UpdateNotesOptions& options) {
-    const CLIContext context(options.global);
+void updateNotes(const CLIContext& context, const UpdateNotesOptions& options) {
     requiredMeeting(context, options.id);  // before the source is read
     const std::string notes = newNotes(options);
     if (Text::trimmed(notes).empty()) {
@@ -106,8 +105,7 @@ void updateNotes(const UpdateNotesOptions& options) {
     auto reloaded = DictationStore(context.databaseURL).meeting(options.id);
     if (!reloaded)
         throw CLIError::databaseError("The meeting was updated but could not be reloaded.");
-    emitSuccess("ombrix-cli meetings update-notes", meetingDetailPayload(std::move(*reloaded)),
-                context.databaseURL);
+    emitSuccess(context, meetingDetailPayload(std::move(*reloaded)));
 }
 
 // ---- declarations -----------------------------------------------------------------------------
@@ -117,16 +115,14 @@ void declareList(Command parent) {
     const auto options = command.options<ListOptions>();
     command.option("--limit", options->limit, "Maximum number of meetings to return.");
     command.option("--folder-id", options->folderID, "Restrict results to a specific folder ID.");
-    command.globalOptions(options->global);
-    command.run([options] { listMeetings(*options); });
+    command.run(options, listMeetings);
 }
 
 void declareGet(Command parent) {
     Command command = parent.subcommand("get", "Return a full meeting record.");
     const auto options = command.options<GetOptions>();
     command.positional("id", options->id, "Meeting ID");
-    command.globalOptions(options->global);
-    command.run([options] { getMeeting(*options); });
+    command.run(options, getMeeting);
 }
 
 void declareUpdateNotes(Command parent) {
@@ -135,12 +131,11 @@ void declareUpdateNotes(Command parent) {
     command.positional("id", options->id, "Meeting ID");
     command.flag("--stdin", options->fromStandardInput, "Read the new notes body from stdin.");
     command.option("--file", options->file, "Read the new notes body from a file.");
-    command.globalOptions(options->global);
     command.validate([options] {
         if (options->fromStandardInput == options->file.has_value())
             throw UsageError("Use exactly one of --stdin or --file.");
     });
-    command.run([options] { updateNotes(*options); });
+    command.run(options, updateNotes);
 }
 }  // namespace
 

@@ -1,6 +1,6 @@
+#include "OmbrixCLI/CommandSpecPayload.h"
 #include "OmbrixCLI/CommandTree.h"
 #include "OmbrixCLI/Envelope.h"
-#include "OmbrixCLI/SpecTable.h"
 
 namespace ombrix {
 namespace {
@@ -19,18 +19,20 @@ Json::Value commandSpecPayload() {
     return Json::object({{"schemaVersion", schemaVersion}, {"commands", std::move(commands)}});
 }
 
-void printSpec(std::string_view command, const GlobalOptions& options) {
-    emitSuccess(command, commandSpecPayload(), CLIContext(options).databaseURL);
+struct SpecOptions {
+    GlobalOptions global;
+};
+
+void printSpec(const CLIContext& context, const SpecOptions&) {
+    emitSuccess(context, commandSpecPayload());
 }
 }  // namespace
 
 void declareSpec(Command root) {
     // The bare tool introduces itself.
-    root.run([] { printSpec("ombrix-cli", {}); });
+    root.run([name = root.path()] { printSpec(CLIContext(name, {}), {}); });
 
     Command command = root.subcommand("spec", "Dump CLI command metadata as JSON.");
-    const auto options = command.options<GlobalOptions>();
-    command.globalOptions(*options);
-    command.run([options] { printSpec("ombrix-cli spec", *options); });
+    command.run(command.options<SpecOptions>(), printSpec);
 }
 }  // namespace ombrix

@@ -85,7 +85,7 @@ TEST_F(Tool, FiftyMegabytesOfDamagedNotesAreRepairedAndStoredWhole) {
     call = callOf({"meetings", "update-notes", "1", "--file", input});
     const Outcome refused = run(call);
     EXPECT_EQ(refused.status, 1);
-    EXPECT_THAT(refused.errors, HasSubstr("is not valid UTF-8"));
+    EXPECT_THAT(refused.errors, HasSubstr("Cannot read \"" + input + "\": not valid UTF-8"));
     EXPECT_THAT(refused.output, IsEmpty());
 }
 

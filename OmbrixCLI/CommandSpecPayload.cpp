@@ -1,4 +1,4 @@
-#include "OmbrixCLI/SpecTable.h"
+#include "OmbrixCLI/CommandSpecPayload.h"
 
 namespace ombrix::CommandSpecPayload {
 
