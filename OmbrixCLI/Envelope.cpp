@@ -1,12 +1,8 @@
 #include "OmbrixCLI/Envelope.h"
 
-#include <poll.h>
-#include <unistd.h>
-
-#include <cerrno>
-#include <system_error>
 #include <utility>
 
+#include "OmbrixCLI/StandardStreams.h"
 #include "OmbrixPlatform/Calendar.h"
 
 namespace ombrix {
@@ -27,22 +23,6 @@ Json::Value encode(const MetaBody& meta) {
 
 Json::Value encode(const ErrorBody& error) {
     return Json::object({{"code", error.code}, {"message", error.message}, {"fix", error.fix}});
-}
-
-/// 0 when all of it was written, else the system's error.
-int writeAll(int descriptor, std::string_view text) {
-    while (!text.empty()) {
-        const ssize_t written = ::write(descriptor, text.data(), text.size());
-        if (written >= 0) {
-            text.remove_prefix(static_cast<std::size_t>(written));
-        } else if (errno == EAGAIN) {  // the reader's end may be non-blocking; it is ours as well
-            pollfd room{.fd = descriptor, .events = POLLOUT, .revents = 0};
-            ::poll(&room, 1, -1);
-        } else if (errno != EINTR) {
-            return errno;
-        }
-    }
-    return 0;
 }
 }  // namespace
 
@@ -89,13 +69,4 @@ void emitJSON(const Json::Value& envelope) {
     StandardOutput::write(text);
     StandardOutput::write("\n");
 }
-
-void StandardOutput::write(std::string_view text) {
-    if (const int error = writeAll(STDOUT_FILENO, text); error != 0) {
-        throw Error("Cannot write to standard output: " + std::generic_category().message(error) +
-                    ".");
-    }
-}
-
-void writeStandardError(std::string_view text) { writeAll(STDERR_FILENO, text); }
 }  // namespace ombrix

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <cstdint>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -51,19 +50,4 @@ void emitFailure(std::string_view command, const ErrorBody& error, std::string_v
 /// Prints `envelope` and then one line feed. A value that JSON cannot hold prints nothing but one
 /// line on standard error, and the command goes on as if it had been printed.
 void emitJSON(const Json::Value& envelope);
-
-namespace StandardOutput {
-
-/// Standard output is closed, full or gone.
-class Error : public std::runtime_error {
-    using std::runtime_error::runtime_error;
-};
-
-/// Writes all of `text`, unbuffered, so that order holds with what is written later. Throws
-/// `Error`.
-void write(std::string_view text);
-}  // namespace StandardOutput
-
-/// `text` to standard error; what cannot be written there is dropped.
-void writeStandardError(std::string_view text);
 }  // namespace ombrix

@@ -10,6 +10,7 @@
 #include "OmbrixCLI/CommandLine.h"
 #include "OmbrixCLI/CommandTree.h"
 #include "OmbrixCLI/Envelope.h"
+#include "OmbrixCLI/StandardStreams.h"
 #include "OmbrixPlatform/Text.h"
 
 namespace ombrix::Program {

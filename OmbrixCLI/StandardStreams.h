@@ -1,0 +1,24 @@
+// What the tool writes to: programs read standard output, so nothing goes there but a payload or a
+// help text; people read standard error.
+#pragma once
+
+#include <stdexcept>
+#include <string_view>
+
+namespace ombrix {
+
+namespace StandardOutput {
+
+/// Standard output is closed, full or gone.
+class Error : public std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+/// Writes all of `text`, unbuffered, so that order holds with what is written later. Throws
+/// `Error`.
+void write(std::string_view text);
+}  // namespace StandardOutput
+
+/// `text` to standard error; what cannot be written there is dropped.
+void writeStandardError(std::string_view text);
+}  // namespace ombrix
