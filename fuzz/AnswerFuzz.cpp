@@ -51,7 +51,7 @@ void checkHits(const std::vector<RankedTranscriptSearch::AnswerHit>& hits) {
     for (const auto& hit : hits) {
         law(std::isfinite(hit.relevance) && hit.relevance >= 0, "relevance is a number");
         law(hit.matchedKeywords >= 1, "a hit has a keyword");
-        law(hit.match.snippets.size() <= RankedTranscriptSearch::snippetLimit, "few snippets");
+        law(hit.match.snippets.size() <= snippetLimit, "few snippets");
     }
 }
 

@@ -94,14 +94,6 @@ std::vector<IdentifiedDocument> AnswerScope::apply(
     return kept;
 }
 
-std::vector<IdentifiedDocument> AnswerScope::apply(
-    std::vector<IdentifiedDocument>&& documents) const {
-    if (isAll()) return std::move(documents);
-    std::vector<IdentifiedDocument> kept;
-    for (const std::size_t i : admittedIndexes(documents)) kept.push_back(std::move(documents[i]));
-    return kept;
-}
-
 AnswerScope AnswerScope::merging(const AnswerScope& other) const {
     return {
         .dateFrom = combinedDay(dateFrom, other.dateFrom, Bound::later),

@@ -58,11 +58,10 @@ struct AnswerScope {
     bool admits(std::string_view id, const TranscriptDocument& document) const;
 
     /// The indexes of the documents that pass every field, folder included, in their order; of them
-    /// the first `lastN`. The caller hands in newest first for "last N" to mean what it says.
+    /// the first `lastN`, so give the documents newest first.
     std::vector<std::size_t> admittedIndexes(std::span<const IdentifiedDocument> documents) const;
-    /// Those documents. The second form moves what stays and copies nothing.
+    /// Copies of those documents. A caller that only reads them spares the copies by the indexes.
     std::vector<IdentifiedDocument> apply(std::span<const IdentifiedDocument> documents) const;
-    std::vector<IdentifiedDocument> apply(std::vector<IdentifiedDocument>&& documents) const;
 
     /// Both scopes at once: the later `dateFrom`, the earlier `dateTo`, the smaller `lastN`, the
     /// ids that stand in both sets. Of `participant`, `folder` and the speaker's name the one of

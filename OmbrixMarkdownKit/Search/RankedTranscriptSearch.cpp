@@ -73,57 +73,18 @@ std::string excerptOf(std::string_view text, const std::vector<std::string>& ste
         return Excerpt::at(text, *range, snippetContext);
     return std::string(Characters::prefix(text, 2 * snippetContext));
 }
-
-std::string spoken(const TranscriptDocument::Turn& turn, const std::string& excerpt) {
-    return "**" + turn.speaker + ":** " + excerpt;
-}
-
-std::size_t countTurns(const std::vector<TermEvidence>& terms) {
-    std::vector<std::size_t> turns;
-    for (const auto& term : terms)
-        turns.insert(turns.end(), term.turnIndexes.begin(), term.turnIndexes.end());
-    std::ranges::sort(turns);
-    return static_cast<std::size_t>(std::ranges::unique(turns).begin() - turns.begin());
-}
-
-/// Up to the limit: for each keyword in order an excerpt of its first turn that has given none yet.
-/// Keywords that stand in body fields and find no such turn wait until all others have had theirs.
-std::vector<std::string> snippetsOf(const TranscriptDocument& document,
-                                    const std::vector<TermEvidence>& terms,
-                                    const KeywordMatcher& keywords) {
-    std::vector<std::string> snippets;
-    std::vector<std::size_t> used;
-    std::vector<const TermEvidence*> waiting;
-    for (const auto& term : terms) {
-        if (snippets.size() == snippetLimit) return snippets;
-        const auto turn = std::ranges::find_if(term.turnIndexes, [&](std::size_t index) {
-            return std::ranges::find(used, index) == used.end();
-        });
-        if (turn == term.turnIndexes.end()) {
-            if (!term.bodyIndexes.empty()) waiting.push_back(&term);
-            continue;
-        }
-        used.push_back(*turn);
-        const auto& spokenTurn = document.turns[*turn];
-        snippets.push_back(
-            spoken(spokenTurn, excerptOf(spokenTurn.text, keywords.keywords()[term.keyword])));
-    }
-    const auto bodies = bodyFields(document);
-    for (const auto* term : waiting) {
-        if (snippets.size() == snippetLimit) break;
-        snippets.push_back(
-            excerptOf(bodies[term->bodyIndexes.front()], keywords.keywords()[term->keyword]));
-    }
-    return snippets;
-}
 }  // namespace
-
-std::vector<std::string> terms(std::optional<std::string_view> query) {
-    return query ? QueryTokenizer::terms(*query) : std::vector<std::string>();
-}
 
 std::vector<std::string> keywords(std::string_view question) {
     return QueryTokenizer::keywords(question);
+}
+
+std::string excerpt(std::string_view text, std::string_view term, std::size_t context) {
+    return Excerpt::around(text, term, context);
+}
+
+std::string excerpt(std::string_view text, ByteRange range, std::size_t context) {
+    return Excerpt::at(text, range, context);
 }
 
 double recencyFactor(std::string_view date, Instant now, std::optional<double> halfLifeDays) {
@@ -162,41 +123,36 @@ std::vector<ScoredHit> score(std::span<const DocumentEvidence> evidence, std::si
 
 DocumentMatch matchFromEvidence(const TranscriptDocument& document,
                                 const DocumentEvidence& evidence, const KeywordMatcher& keywords) {
-    DocumentMatch match;
-    match.matchingTurns = static_cast<std::int64_t>(countTurns(evidence.terms));
-    match.score = match.matchingTurns;
-    if (std::ranges::any_of(evidence.terms, &TermEvidence::titleHit))
-        match.score += titleMatchScore;
-    if (std::ranges::any_of(evidence.terms, &TermEvidence::participantHit))
-        match.score += participantMatchScore;
-    match.snippets = snippetsOf(document, evidence.terms, keywords);
-    return match;
+    return DocumentMatch::of(document, evidence.terms,
+                             [&](std::size_t keyword, std::string_view text) {
+                                 return excerptOf(text, keywords.keywords()[keyword]);
+                             });
 }
 
 std::vector<AnswerHit> answerRank(std::span<const IdentifiedDocument> documents,
                                   std::string_view question, const AnswerRankOptions& options) {
-    const KeywordMatcher matcher(keywords(question));
-    EvidenceCollector collector(matcher, speakerQuestion(options));
-    std::vector<DocumentEvidence> evidence;
-    evidence.reserve(documents.size());
-    for (const auto& entry : documents) evidence.push_back(collector.collect(entry.document));
-    std::vector<AnswerHit> hits;
-    for (const auto& hit : score(evidence, documents.size(), matcher.keywords().size(), options)) {
-        const auto& [id, document] = documents[hit.index];
-        hits.push_back({.id = id,
-                        .document = document,
-                        .matchedKeywords = hit.matchedKeywords,
-                        .match = matchFromEvidence(document, evidence[hit.index], matcher),
-                        .relevance = hit.relevance});
-    }
-    return hits;
+    return answerRank(documents, question, AnswerScope::all, options).hits;
 }
 
 ScopedAnswerResult answerRank(std::span<const IdentifiedDocument> documents,
                               std::string_view question, const AnswerScope& scope,
                               const AnswerRankOptions& options) {
-    const auto scoped = scope.apply(documents);
-    return {.hits = answerRank(scoped, question, options),
-            .scannedCount = static_cast<std::int64_t>(scoped.size())};
+    const KeywordMatcher matcher(keywords(question));
+    EvidenceCollector collector(matcher, speakerQuestion(options));
+    const auto admitted = scope.admittedIndexes(documents);
+    std::vector<DocumentEvidence> evidence;
+    evidence.reserve(admitted.size());
+    for (const std::size_t i : admitted)
+        evidence.push_back(collector.collect(documents[i].document));
+    ScopedAnswerResult result{.scannedCount = static_cast<std::int64_t>(admitted.size())};
+    for (const auto& hit : score(evidence, admitted.size(), matcher.keywords().size(), options)) {
+        const auto& [id, document] = documents[admitted[hit.index]];
+        result.hits.push_back({.id = id,
+                               .document = document,
+                               .matchedKeywords = hit.matchedKeywords,
+                               .match = matchFromEvidence(document, evidence[hit.index], matcher),
+                               .relevance = hit.relevance});
+    }
+    return result;
 }
 }  // namespace ombrix::RankedTranscriptSearch

@@ -1,7 +1,7 @@
-// Finds and orders transcripts for a question, with no index on disk. `rank` is the plain ranker:
-// every term must stand somewhere as a substring, a small integer orders the hits. `answerRank` is
-// the one that answers run on: stemmed keywords, saturated frequency, rarity, recency, and a boost
-// for meetings in which the user spoke. Nothing here fails; a question without keywords has no
+// Finds and orders transcripts for a question, with no index on disk. `rank` is the plain ranker of
+// `SubstringSearch`. `answerRank` is the one that answers use: stemmed keywords, saturated
+// frequency, rarity, recency, and a boost for meetings in which the user spoke. Nothing here fails;
+// a question without keywords has no hits. docs/search.md describes the whole way from bytes to
 // hits.
 #pragma once
 
@@ -14,6 +14,8 @@
 #include <vector>
 
 #include "OmbrixMarkdownKit/Search/AnswerScope.h"
+#include "OmbrixMarkdownKit/Search/DocumentMatch.h"
+#include "OmbrixMarkdownKit/Search/SubstringSearch.h"
 #include "OmbrixMarkdownKit/Search/TermEvidence.h"
 #include "OmbrixMarkdownKit/Transcript/TranscriptDocument.h"
 #include "OmbrixPlatform/ByteRange.h"
@@ -21,20 +23,12 @@
 
 namespace ombrix::RankedTranscriptSearch {
 
-/// What a document matched with.
-struct DocumentMatch {
-    std::int64_t score = 0;
-    std::int64_t matchingTurns = 0;
-    std::vector<std::string> snippets;  ///< at most `snippetLimit`, best first
-    bool operator==(const DocumentMatch&) const = default;
-};
-
-struct RankedHit {
-    std::string id;
-    TranscriptDocument document;
-    DocumentMatch match;
-    bool operator==(const RankedHit&) const = default;
-};
+using ombrix::DocumentMatch;
+using SubstringSearch::match;
+using SubstringSearch::rank;
+using SubstringSearch::RankedHit;
+using SubstringSearch::termMatches;
+using SubstringSearch::terms;
 
 struct AnswerHit {
     std::string id;
@@ -69,39 +63,18 @@ struct AnswerRankOptions {
     bool operator==(const AnswerRankOptions&) const = default;
 };
 
-/// What a term in the title, and one in a participant's name, adds to a match's score once.
-constexpr std::int64_t titleMatchScore = 3;
-constexpr std::int64_t participantMatchScore = 2;
-
-constexpr std::size_t snippetLimit = 3;
-constexpr std::size_t snippetContext = 90;  ///< characters on each side of a hit
-
-/// Forwards to `QueryTokenizer::terms`; none without a query.
-std::vector<std::string> terms(std::optional<std::string_view> query);
 /// Forwards to `QueryTokenizer::keywords`.
 std::vector<std::string> keywords(std::string_view question);
 
-/// True when `term` stands in `text`, ignoring case and diacritics.
-bool termMatches(std::string_view text, std::string_view term);
 /// Forward to `Excerpt`.
 std::string excerpt(std::string_view text, std::string_view term, std::size_t context);
 std::string excerpt(std::string_view text, ByteRange range, std::size_t context);
-
-/// How a document matches when every term must stand in a turn, a body field, the title or a
-/// participant's name; nothing when a term stands nowhere. No terms match everything, with score 0.
-std::optional<DocumentMatch> match(const TranscriptDocument& document,
-                                   const std::vector<std::string>& terms);
-
-/// The documents that match all terms of the query, by score, then by input order. No query, no
-/// hits.
-std::vector<RankedHit> rank(std::span<const IdentifiedDocument> documents,
-                            std::optional<std::string_view> query);
 
 /// The documents that hold a keyword of the question, by relevance, then the later day, then input
 /// order.
 std::vector<AnswerHit> answerRank(std::span<const IdentifiedDocument> documents,
                                   std::string_view question, const AnswerRankOptions& options);
-/// The same over the documents that the scope admits.
+/// The same over the documents that the scope admits. Only hits are copied.
 ScopedAnswerResult answerRank(std::span<const IdentifiedDocument> documents,
                               std::string_view question, const AnswerScope& scope,
                               const AnswerRankOptions& options);

@@ -1,13 +1,13 @@
-// The plain ranker: every term must stand somewhere in the document, as a substring.
+#include "OmbrixMarkdownKit/Search/SubstringSearch.h"
+
 #include <algorithm>
-#include <span>
+#include <utility>
 
 #include "OmbrixMarkdownKit/Search/Excerpt.h"
-#include "OmbrixMarkdownKit/Search/RankedTranscriptSearch.h"
 #include "OmbrixMarkdownKit/Words/QueryTokenizer.h"
 #include "OmbrixPlatform/FoldedText.h"
 
-namespace ombrix::RankedTranscriptSearch {
+namespace ombrix::SubstringSearch {
 namespace {
 
 /// A document made ready for searches that ignore case and diacritics: each field is folded once.
@@ -22,77 +22,49 @@ struct FoldedDocument {
     }
 };
 
-bool anyHolds(const std::vector<FoldedText>& fields, std::string_view term) {
-    return std::ranges::any_of(fields, [&](const auto& field) { return field.contains(term); });
+std::vector<std::size_t> indexesHolding(const std::vector<FoldedText>& fields,
+                                        std::string_view term) {
+    std::vector<std::size_t> indexes;
+    for (std::size_t i = 0; i < fields.size(); ++i)
+        if (fields[i].contains(term)) indexes.push_back(i);
+    return indexes;
 }
 
-bool holds(const FoldedDocument& document, std::string_view term) {
-    return anyHolds(document.turns, term) || anyHolds(document.bodies, term) ||
-           document.title.contains(term) || anyHolds(document.participants, term);
-}
-
-std::vector<std::string> snippetsOf(const TranscriptDocument& document,
-                                    const FoldedDocument& folded,
-                                    const std::vector<std::string>& terms) {
-    std::vector<std::string> snippets;
-    std::vector<bool> used(document.turns.size());
-    std::vector<std::string_view> waiting;
-    for (const std::string& term : terms) {
-        if (snippets.size() == snippetLimit) return snippets;
-        std::size_t turn = 0;
-        while (turn < used.size() && (used[turn] || !folded.turns[turn].contains(term))) ++turn;
-        if (turn == used.size()) {
-            waiting.push_back(term);
-            continue;
-        }
-        used[turn] = true;
-        const auto& [speaker, text] = document.turns[turn];
-        snippets.push_back("**" + speaker + ":** " + Excerpt::around(text, term, snippetContext));
-    }
-    const auto bodies = bodyFields(document);
-    for (const auto term : waiting) {
-        if (snippets.size() == snippetLimit) break;
-        for (std::size_t i = 0; i < bodies.size(); ++i) {
-            if (folded.bodies[i].contains(term)) {
-                snippets.push_back(Excerpt::around(bodies[i], term, snippetContext));
-                break;
-            }
-        }
-    }
-    return snippets;
+/// Nothing when the term is nowhere in the document. This ranker does not weigh: `tf` stays 0.
+std::optional<TermEvidence> evidenceOf(const FoldedDocument& document, std::size_t index,
+                                       std::string_view term) {
+    TermEvidence found{.keyword = index,
+                       .turnIndexes = indexesHolding(document.turns, term),
+                       .bodyIndexes = indexesHolding(document.bodies, term),
+                       .titleHit = document.title.contains(term),
+                       .participantHit = !indexesHolding(document.participants, term).empty()};
+    const bool isAnywhere = !found.turnIndexes.empty() || !found.bodyIndexes.empty() ||
+                            found.titleHit || found.participantHit;
+    return isAnywhere ? std::optional(std::move(found)) : std::nullopt;
 }
 }  // namespace
 
+std::vector<std::string> terms(std::optional<std::string_view> query) {
+    return query ? QueryTokenizer::terms(*query) : std::vector<std::string>();
+}
+
 bool termMatches(std::string_view text, std::string_view term) {
     return FoldedText(text).contains(term);
-}
-
-std::string excerpt(std::string_view text, std::string_view term, std::size_t context) {
-    return Excerpt::around(text, term, context);
-}
-
-std::string excerpt(std::string_view text, ByteRange range, std::size_t context) {
-    return Excerpt::at(text, range, context);
 }
 
 std::optional<DocumentMatch> match(const TranscriptDocument& document,
                                    const std::vector<std::string>& terms) {
     if (terms.empty()) return DocumentMatch{};
     const FoldedDocument folded(document);
-    if (!std::ranges::all_of(terms, [&](const auto& term) { return holds(folded, term); }))
-        return std::nullopt;
-    const auto anyTerm = [&](const auto& test) { return std::ranges::any_of(terms, test); };
-    DocumentMatch match;
-    match.matchingTurns = std::ranges::count_if(folded.turns, [&](const auto& turn) {
-        return anyTerm([&](const auto& term) { return turn.contains(term); });
+    std::vector<TermEvidence> evidence;
+    for (const std::string& term : terms) {
+        auto found = evidenceOf(folded, evidence.size(), term);
+        if (!found) return std::nullopt;
+        evidence.push_back(std::move(*found));
+    }
+    return DocumentMatch::of(document, evidence, [&](std::size_t term, std::string_view text) {
+        return Excerpt::around(text, terms[term], snippetContext);
     });
-    match.score = match.matchingTurns;
-    if (anyTerm([&](const auto& term) { return folded.title.contains(term); }))
-        match.score += titleMatchScore;
-    if (anyTerm([&](const auto& term) { return anyHolds(folded.participants, term); }))
-        match.score += participantMatchScore;
-    match.snippets = snippetsOf(document, folded, terms);
-    return match;
 }
 
 std::vector<RankedHit> rank(std::span<const IdentifiedDocument> documents,
@@ -108,4 +80,4 @@ std::vector<RankedHit> rank(std::span<const IdentifiedDocument> documents,
         hits, [](const RankedHit& a, const RankedHit& b) { return a.match.score > b.match.score; });
     return hits;
 }
-}  // namespace ombrix::RankedTranscriptSearch
+}  // namespace ombrix::SubstringSearch

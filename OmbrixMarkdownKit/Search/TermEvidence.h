@@ -30,7 +30,7 @@ BodyFields bodyFields(const TranscriptDocument& document);
 /// Where one keyword stands in one document.
 struct TermEvidence {
     std::size_t keyword = 0;  ///< its index among the keywords
-    double tf = 0;            ///< weighted count; above 0
+    double tf = 0;            ///< weighted count; above 0 when `EvidenceCollector` made it
     std::vector<std::size_t> turnIndexes;
     std::vector<std::size_t> bodyIndexes;  ///< into `BodyFields`
     bool titleHit = false;
