@@ -8,6 +8,7 @@
 #include "OmbrixMemoryKit/EnginePaths.h"
 #include "OmbrixMemoryKit/Skills/SkillPaths.h"
 #include "OmbrixPlatform/Files.h"
+#include "OmbrixPlatform/JsonDocument.h"
 #include "OmbrixPlatform/Paths.h"
 #include "OmbrixPlatform/Text.h"
 

@@ -27,12 +27,10 @@ Json::Value encode(const ErrorBody& error) {
 }  // namespace
 
 Json::Value encode(SuccessEnvelope envelope) {
-    Json::Members members;  // a list of members would copy the payload
-    members.emplace("ok", true);
-    members.emplace("command", std::move(envelope.command));
-    members.emplace("data", std::move(envelope.data));
-    members.emplace("meta", encode(envelope.meta));
-    return members;
+    return Json::object({{"ok", true},
+                         {"command", std::move(envelope.command)},
+                         {"data", std::move(envelope.data)},
+                         {"meta", encode(envelope.meta)}});
 }
 
 Json::Value encode(const FailureEnvelope& envelope) {

@@ -13,7 +13,7 @@ namespace ombrix {
 
 void OmbrixNotifications::postDataDidChange() { NotificationCenter::post(dataDidChange); }
 
-AppStateSnapshot decodeAppStateSnapshot(const Json::Object& in) {
+AppStateSnapshot decode(Json::As<AppStateSnapshot>, const Json::Object& in) {
     using Integer = std::int64_t;
     using Strings = std::map<std::string, std::string>;
     return {
@@ -46,17 +46,6 @@ AppStateSnapshot decodeAppStateSnapshot(const Json::Object& in) {
     };
 }
 
-namespace {
-
-template <typename T>
-std::optional<Json::Value> object(const std::optional<std::map<std::string, T>>& entries) {
-    if (!entries) return std::nullopt;
-    Json::Members members;
-    for (const auto& [key, value] : *entries) members.emplace(key, value);
-    return members;
-}
-}  // namespace
-
 Json::Value encode(const AppStateSnapshot& s) {
     return Json::object({{"schemaVersion", s.schemaVersion},
                          {"generatedAt", s.generatedAt},
@@ -79,11 +68,11 @@ Json::Value encode(const AppStateSnapshot& s) {
                          {"meetingLikelyActive", s.meetingLikelyActive},
                          {"settingsSection", s.settingsSection},
                          {"place", s.place},
-                         {"perf", object(s.perf)},
-                         {"engineRecipes", object(s.engineRecipes)},
+                         {"perf", s.perf},
+                         {"engineRecipes", s.engineRecipes},
                          {"calendarFixture", s.calendarFixture},
                          {"webBuild", s.webBuild},
-                         {"pill", object(s.pill)}});
+                         {"pill", s.pill}});
 }
 
 namespace OmbrixAppStateBus {
@@ -141,8 +130,7 @@ std::optional<AppStateSnapshot> requestSnapshot(std::string_view supportDirector
     const Deadline deadline(timeoutSeconds, surroundings);
     awaitReply(file, deadline, [&](const std::string& text) {
         try {
-            const Json::Value value = Json::parse(text);
-            snapshot = decodeAppStateSnapshot(Json::Object(value));
+            snapshot = Json::decode<AppStateSnapshot>(text);
         } catch (const Json::SyntaxError&) {    // half written
         } catch (const Json::DecodingError&) {  // written in steps
         }

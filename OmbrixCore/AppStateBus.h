@@ -10,7 +10,7 @@
 #include <string>
 #include <string_view>
 
-#include "OmbrixPlatform/Json.h"
+#include "OmbrixPlatform/JsonDecoding.h"
 
 namespace ombrix {
 
@@ -55,7 +55,7 @@ struct AppStateSnapshot {
 
 /// Throws `Json::DecodingError` for a missing or null required key and for a wrong type; unknown
 /// keys are passed over.
-AppStateSnapshot decodeAppStateSnapshot(const Json::Object& in);
+AppStateSnapshot decode(Json::As<AppStateSnapshot>, const Json::Object& in);
 /// One key a field; an absent optional writes no key.
 Json::Value encode(const AppStateSnapshot& snapshot);
 

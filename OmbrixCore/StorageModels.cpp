@@ -1,21 +1,8 @@
 #include "OmbrixCore/StorageModels.h"
 
-#include "OmbrixPlatform/EnumNames.h"
 #include "OmbrixPlatform/Text.h"
 
 namespace ombrix {
-namespace {
-
-constexpr EnumNames::Table<MeetingNotesState, 3> notesStateNames{{
-    {MeetingNotesState::missing, "missing"},
-    {MeetingNotesState::rawTranscriptFallback, "raw_transcript_fallback"},
-    {MeetingNotesState::structuredNotes, "structured_notes"},
-}};
-}  // namespace
-
-std::string_view rawValue(MeetingNotesState state) {
-    return EnumNames::name(notesStateNames, state);
-}
 
 MeetingNotesState notesStateOf(std::string_view formattedNotes) {
     const std::string_view notes = Text::trimmed(formattedNotes);

@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "OmbrixPlatform/EnumNames.h"
 #include "OmbrixPlatform/Json.h"
 
 namespace ombrix {
@@ -17,8 +18,13 @@ enum class MeetingNotesState {
     rawTranscriptFallback,  ///< the transcript stands in for notes that could not be made
     structuredNotes,
 };
-/// "missing", "raw_transcript_fallback", "structured_notes".
-std::string_view rawValue(MeetingNotesState state);
+constexpr auto rawValues(MeetingNotesState) {
+    return EnumNames::table<MeetingNotesState>({
+        {MeetingNotesState::missing, "missing"},
+        {MeetingNotesState::rawTranscriptFallback, "raw_transcript_fallback"},
+        {MeetingNotesState::structuredNotes, "structured_notes"},
+    });
+}
 /// Linear; holds a lower-cased copy of the notes while it looks.
 MeetingNotesState notesStateOf(std::string_view formattedNotes);
 

@@ -7,21 +7,21 @@
 
 namespace ombrix::Json {
 
-Value::Value(const std::vector<std::string>& strings)
-    : content_(Array(strings.begin(), strings.end())) {}
-
 std::optional<bool> Value::boolean() const {
     if (const bool* b = std::get_if<bool>(&content_)) return *b;
     return std::nullopt;
 }
 
+std::optional<std::int64_t> wholeNumber(double d) {
+    constexpr double firstOutside = 9223372036854775808.0;  // 2 to the power of 63
+    if (d != std::trunc(d) || d < -firstOutside || d >= firstOutside) return std::nullopt;
+    return static_cast<std::int64_t>(d);
+}
+
 std::optional<std::int64_t> Value::integer() const {
     if (const auto* n = std::get_if<std::int64_t>(&content_)) return *n;
     const double* d = std::get_if<double>(&content_);
-    constexpr double firstOutside = 9223372036854775808.0;  // 2 to the power of 63
-    if (d == nullptr || *d != std::trunc(*d) || *d < -firstOutside || *d >= firstOutside)
-        return std::nullopt;
-    return static_cast<std::int64_t>(*d);
+    return d == nullptr ? std::nullopt : wholeNumber(*d);
 }
 
 std::optional<double> Value::number() const {
@@ -40,7 +40,7 @@ const Value* Value::member(std::string_view key) const {
 Value object(std::initializer_list<Member> members) {
     Members content;
     for (const Member& member : members)
-        if (member.value) content.insert_or_assign(member.key, *member.value);
+        if (member.value) content.insert_or_assign(member.key, std::move(*member.value));
     return content;
 }
 

@@ -1,18 +1,24 @@
-// JSON: one value model, a strict reader, a writer with three forms.
+// JSON values and their text: one value model and a writer with three forms. JsonDocument.h reads
+// texts, JsonDecoding.h makes records of them.
 #pragma once
 
+#include <concepts>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <initializer_list>
 #include <map>
 #include <optional>
+#include <ranges>
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <utility>
 #include <variant>
 #include <vector>
+
+#include "OmbrixPlatform/EnumNames.h"
 
 namespace ombrix::Json {
 
@@ -26,7 +32,7 @@ class Value {
   public:
     Value() = default;  // null
     Value(std::nullptr_t) {}
-    Value(bool b) : content_(b) {}
+    Value(std::same_as<bool> auto b) : content_(b) {}
     Value(int n) : content_(static_cast<std::int64_t>(n)) {}
     Value(std::int64_t n) : content_(n) {}
     Value(double d) : content_(d) {}
@@ -35,7 +41,6 @@ class Value {
     Value(std::string s) : content_(std::move(s)) {}
     Value(Array a) : content_(std::move(a)) {}
     Value(Members m) : content_(std::move(m)) {}
-    Value(const std::vector<std::string>& strings);
 
     bool isNull() const { return std::holds_alternative<std::monostate>(content_); }
     /// The content when it is of that kind, else nothing; the pointers are the value's own.
@@ -55,83 +60,48 @@ class Value {
     std::variant<std::monostate, bool, std::int64_t, double, std::string, Array, Members> content_;
 };
 
-// ---- read -------------------------------------------------------------------------------------
+/// `d` as an integer; nothing for a fraction and for what does not fit.
+std::optional<std::int64_t> wholeNumber(double d);
 
-/// The text is not JSON.
-class SyntaxError : public std::runtime_error {
-    using std::runtime_error::runtime_error;
+// ---- records to values ------------------------------------------------------------------------
+
+/// A record with a function `encode` beside it.
+template <typename T>
+concept Encodable = requires(T&& content) {
+    { encode(std::forward<T>(content)) } -> std::convertible_to<Value>;
 };
 
-/// The JSON is not the record. The message begins with the path: "reminders[2].tags: not a list".
-class DecodingError : public std::runtime_error {
-  public:
-    DecodingError(std::string_view path, std::string_view problem);
-};
+/// The value of anything that JSON can hold: strings, numbers and the like; an enumeration with its
+/// table; a record with an `encode` beside it; lists, sets and maps of these; an optional, which is
+/// null when empty. An rvalue is moved from, all the way down.
+template <typename T>
+Value toValue(T&& content);
 
-constexpr std::size_t maximalDepth = 512;
-
-/// The value of a whole text. Throws `SyntaxError` for what is not JSON in valid UTF-8, a byte
-/// order mark and anything behind the value included, for nesting deeper than `maximalDepth`, and
-/// for a number outside the range of a double. Of a key given twice the last one counts.
-Value parse(std::string_view text);
-
-/// An object that is being decoded, with the path that led to it. Missing and null are both
-/// "nothing" for `optional`; `required` throws for both. A wrong type always throws. Types: bool,
-/// std::int64_t, int, double, std::string, std::vector<std::string>,
-/// std::map<std::string, std::string>, std::map<std::string, double>.
-class Object {
-  public:
-    /// Throws `DecodingError` when `value` is no object. Keeps a reference to `value`.
-    explicit Object(const Value& value, std::string path = {});
-
-    template <typename T>
-    T required(std::string_view key) const {
-        const Value* found = present(key);
-        if (found == nullptr) throw DecodingError(pathOf(key), "missing");
-        return decode<T>(*found, key);
-    }
-    template <typename T>
-    std::optional<T> optional(std::string_view key) const {
-        const Value* found = present(key);
-        if (found == nullptr) return std::nullopt;
-        return decode<T>(*found, key);
-    }
-    /// The member itself; nothing when it is missing or null.
-    const Value* present(std::string_view key) const;
-    std::string pathOf(std::string_view key) const;
-
-    Object requiredObject(std::string_view key) const;
-    std::optional<Object> optionalObject(std::string_view key) const;
-    /// The objects of a list; each carries its path. Throws when it is missing or holds another
-    /// type.
-    std::vector<Object> requiredObjects(std::string_view key) const;
-    /// The same; an empty list when the key is missing or null.
-    std::vector<Object> optionalObjects(std::string_view key) const;
-
-  private:
-    template <typename T>
-    T decode(const Value& value, std::string_view key) const;
-
-    const Members* members_;
-    std::string path_;
-};
-
-// ---- write ------------------------------------------------------------------------------------
-
-/// One member of an object to be written; made from an empty optional it writes no key.
+/// One member of an object that is being written. An empty optional writes no key.
 struct Member {
     std::string key;
-    std::optional<Value> value;
+    mutable std::optional<Value> value;  ///< `object` moves it out of the list it comes in
 
     template <typename T>
-    Member(std::string name, T&& content) : key(std::move(name)), value(std::forward<T>(content)) {}
-    template <typename T>
-    Member(std::string name, const std::optional<T>& content) : key(std::move(name)) {
-        if (content) value.emplace(*content);
+    Member(std::string name, T&& content) : key(std::move(name)) {
+        if constexpr (
+            requires { typename std::remove_cvref_t<T>::value_type; } &&
+            requires { std::forward<T>(content).has_value(); }) {
+            if (content.has_value()) value.emplace(toValue(*std::forward<T>(content)));
+        } else {
+            value.emplace(toValue(std::forward<T>(content)));
+        }
     }
 };
 
+/// An object of these members; of a key given twice the last one counts. Copies no value:
+///
+///   Json::Value encode(Note note) {
+///       return Json::object({{"id", note.id}, {"text", std::move(note.text)}});
+///   }
 Value object(std::initializer_list<Member> members);
+
+// ---- values to text ---------------------------------------------------------------------------
 
 enum class Style {
     envelope,   ///< two-space indentation, `"key" : value`, "/" as `\/`: what is printed
@@ -147,4 +117,42 @@ class EncodingError : public std::runtime_error {
 /// The text of a value, keys in ascending byte order, without a line feed at its end. Strings that
 /// are not valid UTF-8 are repaired. Throws `EncodingError`.
 std::string write(const Value& value, Style style);
+
+// ---- implementation ---------------------------------------------------------------------------
+
+template <typename T>
+Value toValue(T&& content) {
+    using Content = std::remove_cvref_t<T>;
+    constexpr bool mayMove = !std::is_reference_v<T> && !std::is_const_v<T>;
+    const auto forwarded = [](auto& item) -> decltype(auto) {
+        if constexpr (mayMove)
+            return std::move(item);
+        else
+            return std::as_const(item);
+    };
+    if constexpr (std::constructible_from<Value, T&&>) {
+        return Value(std::forward<T>(content));
+    } else if constexpr (Encodable<T>) {
+        return encode(std::forward<T>(content));
+    } else if constexpr (EnumNames::Named<Content>) {
+        return Value(rawValue(content));
+    } else if constexpr (requires { content.has_value(); }) {
+        return content.has_value() ? toValue(*std::forward<T>(content)) : Value();
+    } else if constexpr (requires { typename Content::mapped_type; }) {
+        Members members;
+        for (auto& [key, item] : content) {
+            if constexpr (EnumNames::Named<typename Content::key_type>)
+                members.emplace(rawValue(key), toValue(forwarded(item)));
+            else
+                members.emplace(key, toValue(forwarded(item)));
+        }
+        return members;
+    } else {
+        static_assert(std::ranges::range<Content>, "no `encode` beside this type");
+        Array list;
+        if constexpr (std::ranges::sized_range<Content>) list.reserve(std::ranges::size(content));
+        for (auto&& item : content) list.push_back(toValue(forwarded(item)));
+        return list;
+    }
+}
 }  // namespace ombrix::Json

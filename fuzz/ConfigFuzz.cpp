@@ -8,7 +8,7 @@
 
 #include "Law.h"
 #include "OmbrixCLI/AnswerFolderResolver.h"
-#include "OmbrixPlatform/Json.h"
+#include "OmbrixPlatform/JsonDocument.h"
 #include "OmbrixPlatform/Text.h"
 
 using namespace ombrix;

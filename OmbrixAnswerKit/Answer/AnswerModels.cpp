@@ -3,17 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
-#include "OmbrixPlatform/EnumNames.h"
-
 namespace ombrix {
-
-std::string_view rawValue(AnswerModelTier tier) {
-    return EnumNames::name(answerModelTierNames, tier);
-}
-
-std::optional<AnswerModelTier> answerModelTier(std::string_view rawValue) {
-    return EnumNames::value(answerModelTierNames, rawValue);
-}
 
 namespace AnswerModels {
 namespace {

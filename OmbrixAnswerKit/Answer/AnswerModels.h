@@ -2,24 +2,21 @@
 // application. Nothing here calls one.
 #pragma once
 
-#include <array>
 #include <optional>
 #include <string_view>
 #include <utility>
 #include <vector>
 
+#include "OmbrixPlatform/EnumNames.h"
+
 namespace ombrix {
 
 enum class AnswerModelTier { standard, deep };
 
-inline constexpr std::array<std::pair<AnswerModelTier, std::string_view>, 2> answerModelTierNames{{
-    {AnswerModelTier::standard, "standard"},
-    {AnswerModelTier::deep, "deep"},
-}};
-
-std::string_view rawValue(AnswerModelTier tier);
-/// The tier of a raw string; nothing for any other text.
-std::optional<AnswerModelTier> answerModelTier(std::string_view rawValue);
+constexpr auto rawValues(AnswerModelTier) {
+    return EnumNames::table<AnswerModelTier>(
+        {{AnswerModelTier::standard, "standard"}, {AnswerModelTier::deep, "deep"}});
+}
 
 /// One row of the catalogue. Its texts are constants of the program.
 struct AnswerModelSpec {

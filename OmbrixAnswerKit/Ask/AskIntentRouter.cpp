@@ -4,25 +4,12 @@
 
 #include "OmbrixAnswerKit/Ask/ShapeWords.h"
 #include "OmbrixMarkdownKit/Words/QueryTokenizer.h"
-#include "OmbrixPlatform/EnumNames.h"
 #include "OmbrixPlatform/FoldedText.h"
 #include "OmbrixPlatform/Regex.h"
 #include "OmbrixPlatform/Text.h"
 #include "OmbrixPlatform/Utf8.h"
 
 namespace ombrix {
-
-std::string_view rawValue(AskIntent intent) { return EnumNames::name(askIntentNames, intent); }
-
-std::optional<AskIntent> askIntent(std::string_view rawValue) {
-    return EnumNames::value(askIntentNames, rawValue);
-}
-
-std::string_view rawValue(AnswerTier tier) { return EnumNames::name(answerTierNames, tier); }
-
-std::optional<AnswerTier> answerTier(std::string_view rawValue) {
-    return EnumNames::value(answerTierNames, rawValue);
-}
 
 namespace AskIntentRouter {
 namespace {

@@ -2,7 +2,6 @@
 // clock, no library. The same question always gets the same plan.
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -11,36 +10,29 @@
 #include <utility>
 
 #include "OmbrixAnswerKit/Shape/AnswerShape.h"
+#include "OmbrixPlatform/EnumNames.h"
 
 namespace ombrix {
 
 enum class AskIntent { plan, myCommitments, owedToMe, decisions, catchUp, freeform, openEnded };
 
-inline constexpr std::array<std::pair<AskIntent, std::string_view>, 7> askIntentNames{{
-    {AskIntent::plan, "plan"},
-    {AskIntent::myCommitments, "myCommitments"},
-    {AskIntent::owedToMe, "owedToMe"},
-    {AskIntent::decisions, "decisions"},
-    {AskIntent::catchUp, "catchUp"},
-    {AskIntent::freeform, "freeform"},
-    {AskIntent::openEnded, "openEnded"},
-}};
-
-std::string_view rawValue(AskIntent intent);
-/// The intent of a raw string; nothing for any other text.
-std::optional<AskIntent> askIntent(std::string_view rawValue);
+constexpr auto rawValues(AskIntent) {
+    return EnumNames::table<AskIntent>({{AskIntent::plan, "plan"},
+                                        {AskIntent::myCommitments, "myCommitments"},
+                                        {AskIntent::owedToMe, "owedToMe"},
+                                        {AskIntent::decisions, "decisions"},
+                                        {AskIntent::catchUp, "catchUp"},
+                                        {AskIntent::freeform, "freeform"},
+                                        {AskIntent::openEnded, "openEnded"}});
+}
 
 /// How capable a model the question deserves.
 enum class AnswerTier { standard, deep };
 
-inline constexpr std::array<std::pair<AnswerTier, std::string_view>, 2> answerTierNames{{
-    {AnswerTier::standard, "standard"},
-    {AnswerTier::deep, "deep"},
-}};
-
-std::string_view rawValue(AnswerTier tier);
-/// The tier of a raw string; nothing for any other text.
-std::optional<AnswerTier> answerTier(std::string_view rawValue);
+constexpr auto rawValues(AnswerTier) {
+    return EnumNames::table<AnswerTier>(
+        {{AnswerTier::standard, "standard"}, {AnswerTier::deep, "deep"}});
+}
 
 struct AskPlan {
     AskIntent intent = AskIntent::freeform;

@@ -7,18 +7,9 @@
 #include "OmbrixAnswerKit/Commitments/ActionItems.h"
 #include "OmbrixAnswerKit/Commitments/NameIndex.h"
 #include "OmbrixAnswerKit/Commitments/SpokenWords.h"
-#include "OmbrixPlatform/EnumNames.h"
 #include "OmbrixPlatform/Text.h"
 
 namespace ombrix {
-
-std::string_view rawValue(Commitment::Direction direction) {
-    return EnumNames::name(commitmentDirectionNames, direction);
-}
-
-std::optional<Commitment::Direction> commitmentDirection(std::string_view rawValue) {
-    return EnumNames::value(commitmentDirectionNames, rawValue);
-}
 
 namespace CommitmentExtractor {
 namespace {

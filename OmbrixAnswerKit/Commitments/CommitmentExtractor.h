@@ -15,6 +15,7 @@
 #include "OmbrixAnswerKit/Commitments/CommitmentCues.h"
 #include "OmbrixAnswerKit/Shape/StructuredAnswer.h"
 #include "OmbrixMarkdownKit/Transcript/TranscriptDocument.h"
+#include "OmbrixPlatform/EnumNames.h"
 
 namespace ombrix {
 
@@ -38,16 +39,13 @@ struct Commitment {
     bool operator==(const Commitment&) const = default;
 };
 
-inline constexpr std::array<std::pair<Commitment::Direction, std::string_view>, 3>
-    commitmentDirectionNames{{
+constexpr auto rawValues(Commitment::Direction) {
+    return EnumNames::table<Commitment::Direction>({
         {Commitment::Direction::userOwes, "userOwes"},
         {Commitment::Direction::owedToUser, "owedToUser"},
         {Commitment::Direction::other, "other"},
-    }};
-
-std::string_view rawValue(Commitment::Direction direction);
-/// The direction of a raw string; nothing for any other text.
-std::optional<Commitment::Direction> commitmentDirection(std::string_view rawValue);
+    });
+}
 
 namespace CommitmentExtractor {
 

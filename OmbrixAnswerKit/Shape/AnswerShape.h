@@ -1,10 +1,7 @@
 // The shape of an answer, which a question asks for and an answer has.
 #pragma once
 
-#include <array>
-#include <optional>
-#include <string_view>
-#include <utility>
+#include "OmbrixPlatform/EnumNames.h"
 
 namespace ombrix {
 
@@ -14,13 +11,9 @@ enum class AnswerShape {
     commitments,  ///< one promise a line, each with its owner
 };
 
-inline constexpr std::array<std::pair<AnswerShape, std::string_view>, 3> answerShapeNames{{
-    {AnswerShape::prose, "prose"},
-    {AnswerShape::timeline, "timeline"},
-    {AnswerShape::commitments, "commitments"},
-}};
-
-std::string_view rawValue(AnswerShape shape);
-/// The shape of a raw string; nothing for any other text.
-std::optional<AnswerShape> answerShape(std::string_view rawValue);
+constexpr auto rawValues(AnswerShape) {
+    return EnumNames::table<AnswerShape>({{AnswerShape::prose, "prose"},
+                                          {AnswerShape::timeline, "timeline"},
+                                          {AnswerShape::commitments, "commitments"}});
+}
 }  // namespace ombrix

@@ -3,6 +3,7 @@
 #include "OmbrixCLI/Envelope.h"
 #include "OmbrixCore/AppStateBus.h"
 #include "OmbrixPlatform/Files.h"
+#include "OmbrixPlatform/JsonDocument.h"
 #include "OmbrixPlatform/NotificationCenter.h"
 #include "OmbrixPlatform/Paths.h"
 #include "OmbrixPlatform/Process.h"

@@ -37,28 +37,24 @@ Json::Value meetingListRow(const MeetingSummary& meeting) {
                          {"durationSeconds", meeting.durationSeconds},
                          {"wordCount", meeting.wordCount},
                          {"folderID", meeting.folderID},
-                         {"notesState", rawValue(meeting.notesState)}});
+                         {"notesState", meeting.notesState}});
 }
 
 /// Takes the record's texts over: a transcript or a body of notes can be large.
 Json::Value meetingDetailPayload(MeetingRecord meeting) {
-    Json::Members payload;
-    const auto addIfPresent = [&payload](const char* key, auto& value) {
-        if (value) payload.emplace(key, std::move(*value));
-    };
-    payload.emplace("notesState", rawValue(meeting.notesState()));
-    payload.emplace("id", meeting.id);
-    payload.emplace("title", std::move(meeting.title));
-    payload.emplace("startTime", std::move(meeting.startTime));
-    payload.emplace("durationSeconds", meeting.durationSeconds);
-    payload.emplace("rawTranscript", std::move(meeting.rawTranscript));
-    payload.emplace("formattedNotes", std::move(meeting.formattedNotes));
-    payload.emplace("wordCount", meeting.wordCount);
-    addIfPresent("folderID", meeting.folderID);
-    addIfPresent("calendarEventID", meeting.calendarEventID);
-    addIfPresent("micAudioPath", meeting.micAudioPath);
-    addIfPresent("systemAudioPath", meeting.systemAudioPath);
-    return payload;
+    const auto notesState = meeting.notesState();
+    return Json::object({{"id", meeting.id},
+                         {"title", std::move(meeting.title)},
+                         {"startTime", std::move(meeting.startTime)},
+                         {"durationSeconds", meeting.durationSeconds},
+                         {"rawTranscript", std::move(meeting.rawTranscript)},
+                         {"formattedNotes", std::move(meeting.formattedNotes)},
+                         {"notesState", notesState},
+                         {"wordCount", meeting.wordCount},
+                         {"folderID", meeting.folderID},
+                         {"calendarEventID", std::move(meeting.calendarEventID)},
+                         {"micAudioPath", std::move(meeting.micAudioPath)},
+                         {"systemAudioPath", std::move(meeting.systemAudioPath)}});
 }
 
 // ---- work -------------------------------------------------------------------------------------

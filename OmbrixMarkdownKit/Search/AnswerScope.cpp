@@ -123,36 +123,29 @@ Json::Value encode(const SpeakerFilter& filter) {
     return Json::object({{"userName", filter.userName}, {"minTurns", filter.minTurns}});
 }
 
-SpeakerFilter decodeSpeakerFilter(const Json::Object& in) {
+SpeakerFilter decode(Json::As<SpeakerFilter>, const Json::Object& in) {
     return {.userName = in.required<std::string>("userName"),
             .minTurns = in.required<std::int64_t>("minTurns")};
 }
 
 Json::Value encode(const AnswerScope& scope) {
-    std::optional<Json::Value> ids, speaker;
-    if (scope.meetingIDs)
-        ids = std::vector<std::string>(scope.meetingIDs->begin(), scope.meetingIDs->end());
-    if (scope.speaker) speaker = encode(*scope.speaker);
     return Json::object({{"dateFrom", scope.dateFrom},
                          {"dateTo", scope.dateTo},
                          {"lastN", scope.lastN},
                          {"participant", scope.participant},
-                         {"meetingIDs", ids},
-                         {"speaker", speaker},
+                         {"meetingIDs", scope.meetingIDs},
+                         {"speaker", scope.speaker},
                          {"folder", scope.folder}});
 }
 
-AnswerScope decodeAnswerScope(const Json::Object& in) {
-    AnswerScope scope{.dateFrom = in.optional<std::string>("dateFrom"),
-                      .dateTo = in.optional<std::string>("dateTo"),
-                      .lastN = in.optional<std::int64_t>("lastN"),
-                      .participant = in.optional<std::string>("participant"),
-                      .folder = in.optional<std::string>("folder")};
-    if (const auto ids = in.optional<std::vector<std::string>>("meetingIDs"))
-        scope.meetingIDs.emplace(ids->begin(), ids->end());
-    if (const auto speaker = in.optionalObject("speaker"))
-        scope.speaker = decodeSpeakerFilter(*speaker);
-    return scope;
+AnswerScope decode(Json::As<AnswerScope>, const Json::Object& in) {
+    return {.dateFrom = in.optional<std::string>("dateFrom"),
+            .dateTo = in.optional<std::string>("dateTo"),
+            .lastN = in.optional<std::int64_t>("lastN"),
+            .participant = in.optional<std::string>("participant"),
+            .meetingIDs = in.optional<AnswerScope::IDs>("meetingIDs"),
+            .speaker = in.optional<SpeakerFilter>("speaker"),
+            .folder = in.optional<std::string>("folder")};
 }
 }  // namespace ombrix
 

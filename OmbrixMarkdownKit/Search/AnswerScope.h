@@ -13,7 +13,7 @@
 #include <vector>
 
 #include "OmbrixMarkdownKit/Transcript/TranscriptDocument.h"
-#include "OmbrixPlatform/Json.h"
+#include "OmbrixPlatform/JsonDecoding.h"
 
 namespace ombrix {
 
@@ -82,8 +82,8 @@ Json::Value encode(const SpeakerFilter& filter);
 Json::Value encode(const AnswerScope& scope);
 /// Missing and null are both "nothing"; a filter needs both its fields. Throws
 /// `Json::DecodingError`.
-SpeakerFilter decodeSpeakerFilter(const Json::Object& in);
-AnswerScope decodeAnswerScope(const Json::Object& in);
+SpeakerFilter decode(Json::As<SpeakerFilter>, const Json::Object& in);
+AnswerScope decode(Json::As<AnswerScope>, const Json::Object& in);
 }  // namespace ombrix
 
 template <>

@@ -29,8 +29,8 @@ TEST(AnswerModels, TheDefaultCanBeChosenButIsNotShown) {
 TEST(AnswerModels, AnIdIsFoundAsItIsWrittenOnly) {
     EXPECT_EQ(AnswerModels::spec("claude-opus-4-6")->tier, AnswerModelTier::deep);
     for (const auto* id : {"", "Auto", "gpt-5 ", "gpt"}) EXPECT_FALSE(AnswerModels::spec(id)) << id;
-    EXPECT_EQ(answerModelTier("deep"), AnswerModelTier::deep);
-    EXPECT_EQ(answerModelTier("Deep"), std::nullopt);
+    EXPECT_EQ(fromRawValue<AnswerModelTier>("deep"), AnswerModelTier::deep);
+    EXPECT_EQ(fromRawValue<AnswerModelTier>("Deep"), std::nullopt);
 }
 }  // namespace
 }  // namespace ombrix

@@ -193,9 +193,9 @@ TEST(AnswerShapePlanner, WordsSuggestAShapeOnlyWhereNoIntentHasOne) {
 }
 
 TEST(AskIntentRouter, RawStringsReadBackAndNothingElseDoes) {
-    EXPECT_EQ(askIntent(rawValue(AskIntent::owedToMe)), AskIntent::owedToMe);
-    EXPECT_EQ(askIntent("owedtome"), std::nullopt);
-    EXPECT_EQ(answerShape("Prose"), std::nullopt);
+    EXPECT_EQ(fromRawValue<AskIntent>(rawValue(AskIntent::owedToMe)), AskIntent::owedToMe);
+    EXPECT_EQ(fromRawValue<AskIntent>("owedtome"), std::nullopt);
+    EXPECT_EQ(fromRawValue<AnswerShape>("Prose"), std::nullopt);
 }
 }  // namespace
 }  // namespace ombrix

@@ -149,17 +149,16 @@ TEST(AnswerScope, JsonHoldsThePresentFieldsAndReadsBack) {
               R"({"dateFrom":"2026-03-01","dateTo":"2026-03-15","folder":"Acme/Weekly","lastN":3,)"
               R"("meetingIDs":["a","b"],"participant":"Ann",)"
               R"("speaker":{"minTurns":2,"userName":"Tomas"}})");
-    EXPECT_EQ(decodeAnswerScope(Json::Object(Json::parse(text))), full);
+    EXPECT_EQ(Json::decode<AnswerScope>(text), full);
     EXPECT_EQ(Json::write(encode(AnswerScope::all), Json::Style::canonical), "{}");
 
-    const auto sparse = Json::parse(R"({"speaker":null,"folder":"","meetingIDs":["a","a"],"x":1})");
-    EXPECT_EQ(decodeAnswerScope(Json::Object(sparse)),
+    const auto sparse = R"({"speaker":null,"folder":"","meetingIDs":["a","a"],"x":1})";
+    EXPECT_EQ(Json::decode<AnswerScope>(sparse),
               (AnswerScope{.meetingIDs = IDs{"a"}, .folder = ""}));
     for (const char* wrong :
          {R"({"lastN":"3"})", R"({"lastN":2.5})", R"({"meetingIDs":"a"})", R"({"meetingIDs":[1]})",
           R"({"speaker":{"userName":"Ann"}})", R"({"speaker":[]})", R"({"dateFrom":20260301})"}) {
-        const auto value = Json::parse(wrong);
-        EXPECT_THROW(decodeAnswerScope(Json::Object(value)), Json::DecodingError) << wrong;
+        EXPECT_THROW(Json::decode<AnswerScope>(wrong), Json::DecodingError) << wrong;
     }
 }
 
