@@ -1,6 +1,5 @@
 #include "OmbrixPlatform/NotificationCenter.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/socket.h>
 #include <sys/un.h>
@@ -12,7 +11,6 @@
 #include <functional>
 #include <thread>
 
-#include "OmbrixPlatform/PrivateBus.h"
 #include "OmbrixPlatform/TestFolder.h"
 
 namespace ombrix {
@@ -70,37 +68,6 @@ void say(int caller, std::string_view text) {
 }
 }  // namespace
 
-TEST(NotificationCenter, AListenerHearsNameAndObject) {
-    const test::PrivateBus bus;
-    if (!bus.runs()) GTEST_SKIP() << "no dbus-daemon here";
-    test::Ear ear;
-    ASSERT_TRUE(ear.listens());
-    NotificationCenter::post("com.ombrix.first", "an object");
-    NotificationCenter::post("com.ombrix.second");
-    NotificationCenter::post("com.ombrix.third", std::string_view("a\0b\xFF", 4));
-    EXPECT_TRUE(ear.hears("com.ombrix.first", "an object"));
-    EXPECT_TRUE(ear.hears("com.ombrix.second", ""));
-    EXPECT_TRUE(ear.hears("com.ombrix.third", "a\uFFFDb\uFFFD"));
-    EXPECT_THAT(ear.all(), testing::HasSubstr("path=/com/ombrix/Notifications; "
-                                              "interface=com.ombrix.Notifications; member=Posted"));
-}
-
-TEST(NotificationCenter, TheBusOfTheRuntimeFolderIsFoundWithoutAnAddress) {
-    const test::PrivateBus bus;
-    if (!bus.runs()) GTEST_SKIP() << "no dbus-daemon here";
-    test::Ear ear;
-    ASSERT_TRUE(ear.listens());
-    const std::string folder = bus.socket().substr(0, bus.socket().rfind('/'));
-    const test::Variable runtime("XDG_RUNTIME_DIR", folder);
-    for (const auto& [address, name] :
-         {std::pair<std::optional<std::string>, std::string>{std::nullopt, "unset"},
-          {"", "empty"}}) {
-        const test::Variable variable("DBUS_SESSION_BUS_ADDRESS", address);
-        NotificationCenter::post(name);
-        EXPECT_TRUE(ear.hears(name, ""));
-    }
-}
-
 TEST(NotificationCenter, WithoutABusPostingIsQuietAndQuick) {
     const test::TestFolder folder;
     const test::Variable runtime("XDG_RUNTIME_DIR", folder.path());
@@ -119,10 +86,6 @@ TEST(NotificationCenter, ABusThatDoesNotAnswerCostsAtMostHalfASecond) {
         std::function<void(int, const std::atomic<bool>&)> act;
     } cases[] = {
         {"hangs up", [](int, const std::atomic<bool>&) {}},
-        {"is silent",
-         [](int, const std::atomic<bool>& over) {
-             while (!over) pause();
-         }},
         {"drips",
          [](int caller, const std::atomic<bool>& over) {
              for (; !over; pause()) say(caller, "x");

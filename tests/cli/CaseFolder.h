@@ -4,6 +4,7 @@
 //                        links to folders elsewhere in the sources
 //   database.sql         run on a new support/ombrix.db that has the store's own tables
 //   desktop              a running application: what it hears and how it answers (FakeDesktop.cpp)
+//                        {folder}/runtime/bus is then the socket of the session bus
 //   heard                what it must have heard over the whole case: "name<TAB>object" lines
 //   arguments, ...       one run; or numbered folders with these files, run in order:
 //     arguments            one a line, without argument 0; no file means no arguments

@@ -59,6 +59,17 @@ Snapshot snapshotOf(const std::string& folder) {
     return result;
 }
 
+/// Makes `link` lead to the socket of this process's session bus.
+void linkBus(const fs::path& link) {
+    static const Regex socket("unix:path=([^,;]+)");
+    const char* const variable = ::getenv("DBUS_SESSION_BUS_ADDRESS");
+    const std::string address = variable == nullptr ? "" : variable;
+    const auto found = socket.firstMatch(address);
+    if (!found) throw std::runtime_error("the session bus has no socket: " + address);
+    fs::create_directories(link.parent_path());
+    fs::create_symlink(found->group(1, address), link);
+}
+
 class CaseRunner {
   public:
     CaseRunner(std::string tool, std::string desktop, std::string caseFolder)
@@ -77,6 +88,7 @@ class CaseRunner {
             test::RawDatabase(database).run(fileText(case_ + "/database.sql"));
         }
         if (fs::exists(case_ + "/desktop")) {
+            linkBus(fs::path(folder_.path()) / "runtime/bus");
             desktop_ = std::make_unique<DesktopProcess>(desktop, case_ + "/desktop",
                                                         folder_.path() + "/support/state");
         }
