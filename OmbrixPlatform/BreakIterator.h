@@ -1,5 +1,6 @@
-// ICU's root break iterators over UTF-8. Opening one is dear, so a thread keeps those it has opened
-// and points them at text after text. Only the .cpp files of this storey include this header.
+// ICU's root break iterators over UTF-8. Opening one is expensive, so each thread keeps those it
+// has opened and uses them again for the next text. Only .cpp files of this library include this
+// header.
 #pragma once
 
 #include <cstddef>
@@ -9,8 +10,8 @@
 
 namespace ombrix {
 
-/// Borrows an iterator of its kind for its own lifetime. Places are bytes of the text that was
-/// given, which must outlive it and stay below 2 GiB.
+/// Borrows an ICU iterator for its own lifetime. Positions are byte offsets in the text, which must
+/// outlive this object and be smaller than 2 GiB.
 class BreakIterator {
   public:
     enum class Kind { character, word };
@@ -23,7 +24,7 @@ class BreakIterator {
 
     std::size_t first();
     std::size_t next();
-    /// The first boundary behind `place`.
+    /// The first boundary after `place`.
     std::size_t following(std::size_t place);
     /// The last boundary before `place`.
     std::size_t preceding(std::size_t place);

@@ -19,7 +19,7 @@ namespace ombrix {
 struct Calendar::State {
     std::unique_ptr<icu::GregorianCalendar> prototype;
 
-    /// A calendar of one's own, set to `instant`.
+    /// A copy of the prototype, set to `instant`.
     std::unique_ptr<icu::GregorianCalendar> at(Instant instant) const {
         UErrorCode status = U_ZERO_ERROR;
         std::unique_ptr<icu::GregorianCalendar> calendar(prototype->clone());
@@ -31,7 +31,7 @@ struct Calendar::State {
 namespace {
 
 constexpr std::int64_t farthestAmount = std::numeric_limits<std::int32_t>::max();
-/// ICU's own bound on instants, some five million years on either side.
+/// ICU's limit for instants, about five million years in both directions.
 constexpr double farthestMilliseconds = 183882168921600000.0;
 
 std::optional<Instant> instantOf(icu::GregorianCalendar& calendar) {
@@ -64,7 +64,7 @@ void toStartOf(icu::GregorianCalendar& calendar, Calendar::Unit unit) {
             const int first = calendar.getFirstDayOfWeek(status);
             const int daysIntoWeek = (field(calendar, UCAL_DAY_OF_WEEK) - first + 7) % 7;
             calendar.add(UCAL_DATE, -daysIntoWeek, status);
-            toStartOfDay(calendar);  // the day we came from may have begun without a midnight
+            toStartOfDay(calendar);  // the day we left may have had no midnight
             break;
         }
         case Calendar::Unit::month:
@@ -85,14 +85,14 @@ std::unique_ptr<icu::GregorianCalendar> makeCalendar(std::unique_ptr<icu::TimeZo
     if (U_FAILURE(status)) std::abort();  // the data is part of the library
     calendar->setFirstDayOfWeek(static_cast<UCalendarDaysOfWeek>(firstWeekday));
     calendar->setMinimalDaysInFirstWeek(static_cast<std::uint8_t>(minimalDays));
-    // Where the clock shows midnight twice, the day begins with the first one.
+    // When there are two midnights, the day starts at the first.
     calendar->setRepeatedWallTimeOption(UCAL_WALLTIME_FIRST);
-    // The days that exist are those of `civilDay` and `isoInstant`, which know no Julian calendar.
+    // No Julian calendar before 1582, as in `civilDay` and `isoInstant`.
     calendar->setGregorianChange(-farthestMilliseconds, status);
     return calendar;
 }
 
-/// The locale that says which day a week begins with; empty for the locale of programs.
+/// The locale that sets the first day of the week; empty for "C" and "POSIX".
 std::string timeLocale() {
     for (const char* variable : {"LC_ALL", "LC_TIME", "LANG"}) {
         const auto value = Process::environment(variable);
@@ -109,7 +109,7 @@ std::optional<int> digits(std::string_view text, std::size_t at, std::size_t cou
     return Numbers::parseInteger<int>(text.substr(at, count));
 }
 
-/// The day that "YYYY-MM-DD" at the beginning of `text` names, when there is such a day.
+/// The day "YYYY-MM-DD" at the start of `text`; nothing when it has another form or does not exist.
 std::optional<std::chrono::year_month_day> civilDay(std::string_view text) {
     const auto year = digits(text, 0, 4);
     const auto month = digits(text, 5, 2);
@@ -180,7 +180,7 @@ std::optional<Instant> Calendar::adding(std::int64_t amount, Unit unit, Instant 
     }
     if (U_FAILURE(status)) return std::nullopt;
     const auto result = instantOf(*calendar);
-    // Far outside its range ICU does not fail but comes out on the other side.
+    // Far out of range, ICU does not fail but wraps around.
     if (!result || (amount > 0 && *result <= to) || (amount < 0 && *result >= to))
         return std::nullopt;
     return result;
@@ -197,9 +197,9 @@ std::optional<Calendar::Interval> Calendar::interval(Unit unit, Instant instant)
     toStartOf(*calendar, unit);
     const auto start = instantOf(*calendar);
     if (!start) return std::nullopt;
-    const auto behind = adding(1, unit, *start);
-    if (!behind) return std::nullopt;
-    return Interval{*start, startOfDay(*behind)};
+    const auto next = adding(1, unit, *start);
+    if (!next) return std::nullopt;
+    return Interval{*start, startOfDay(*next)};
 }
 
 std::int64_t Calendar::daysBetween(Instant from, Instant to) const {
@@ -215,7 +215,7 @@ Calendar::Day Calendar::day(Instant instant) const {
 
 std::optional<Instant> Calendar::midnight(std::int64_t year, std::int64_t month,
                                           std::int64_t dayOfMonth) const {
-    constexpr std::int64_t farthest = 1'000'000;  // of each part, well inside ICU's range of years
+    constexpr std::int64_t farthest = 1'000'000;  // for each part; well within ICU's range of years
     for (const auto part : {year, month, dayOfMonth})
         if (part > farthest || part < -farthest) return std::nullopt;
     const std::unique_ptr<icu::GregorianCalendar> calendar(state_->prototype->clone());
@@ -255,7 +255,7 @@ std::string isoInstant(Instant instant) {
 }
 
 std::optional<Instant> parseIsoInstant(std::string_view text) {
-    constexpr std::size_t zoneAt = 19;  // behind "yyyy-MM-ddTHH:mm:ss"
+    constexpr std::size_t zoneAt = 19;  // after "yyyy-MM-ddTHH:mm:ss"
     if (text.size() <= zoneAt) return std::nullopt;
     const auto civil = civilDay(text);
     const auto hour = digits(text, 11, 2);

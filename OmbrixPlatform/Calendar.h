@@ -1,5 +1,5 @@
-// Instants, days and calendar arithmetic. No function reads the clock: the one place that does is
-// the command line, which passes the instant in.
+// Instants, days and calendar arithmetic. No function reads the clock; the caller passes the
+// current instant.
 #pragma once
 
 #include <chrono>
@@ -11,13 +11,13 @@
 
 namespace ombrix {
 
-/// A moment, in whole seconds.
+/// A point in time, in whole seconds.
 using Instant = std::chrono::sys_seconds;
 
 /// `yyyy-MM-ddTHH:mm:ssZ` in UTC.
 std::string isoInstant(Instant instant);
 /// ISO 8601 internet date-time, whole seconds, with "Z" or an offset: "2026-03-01T09:30:00+01:00".
-/// Nothing for another form, a fraction or a day that does not exist.
+/// Nothing for any other form, for fractions of a second and for a day that does not exist.
 std::optional<Instant> parseIsoInstant(std::string_view text);
 
 /// The Gregorian calendar in one time zone. Copies share their state, which never changes. Each
@@ -27,7 +27,7 @@ class Calendar {
     enum class Unit { day, weekOfYear, month, year };
     struct Interval {
         Instant start;
-        Instant end;  ///< the first instant behind it
+        Instant end;  ///< the first instant after it
         bool operator==(const Interval&) const = default;
     };
     struct Day {
@@ -38,30 +38,32 @@ class Calendar {
     };
     enum class Weekday { sunday = 1, monday, tuesday, wednesday, thursday, friday, saturday };
 
-    /// The machine's zone (`TZ`, else the system's), and the first weekday and the minimal days of
-    /// the first week of the locale in `LC_ALL`, `LC_TIME` or `LANG`, the first one that is set and
-    /// not empty; "C", "POSIX" and none mean Sunday and 1.
+    /// The machine's time zone (`TZ`, else the system's). The first weekday and the minimal days of
+    /// the first week are those of the locale in `LC_ALL`, `LC_TIME` or `LANG`, whichever is the
+    /// first that is set and not empty. For "C", "POSIX" and no locale they are Sunday and 1.
     static Calendar current();
-    /// Days of the engine and of ranking: UTC, lenient, Sunday first.
+    /// The calendar of the engine and of ranking: UTC, lenient, weeks start on Sunday.
     static Calendar gregorianUtc();
-    /// `zone` is a name of the zone database; an unknown one means UTC.
+    /// `zone` is a name in the time zone database; an unknown name means UTC.
     Calendar(std::string_view zone, Weekday firstWeekday, int minimalDaysInFirstWeek = 1);
 
-    /// `amount` units later (earlier when negative). Months and years clip to the last day of the
-    /// month; days and weeks keep the wall clock. Nothing outside the calendar's range.
+    /// `amount` units later, or earlier when it is negative. Months and years clip to the last day
+    /// of the month; days and weeks keep the time of day. Nothing when the result is out of range.
     std::optional<Instant> adding(std::int64_t amount, Unit unit, Instant to) const;
     Instant startOfDay(Instant instant) const;
-    /// The day, week, month or year that holds `instant`.
+    /// The day, week, month or year that contains `instant`.
     std::optional<Interval> interval(Unit unit, Instant instant) const;
     /// Whole days from the start of the day of `from` to the start of the day of `to`.
     std::int64_t daysBetween(Instant from, Instant to) const;
 
     Day day(Instant instant) const;
-    /// Midnight of a day. Lenient: 2026-02-31 is 2026-03-03, and month 13 is January.
+    /// The first instant of a day. Lenient: 2026-02-31 is 2026-03-03, month 13 is the next January.
+    /// Nothing when a part is out of range.
     std::optional<Instant> midnight(std::int64_t year, std::int64_t month, std::int64_t day) const;
     /// "yyyy-MM-dd".
     std::string dayString(Instant instant) const;
-    /// Midnight of exactly "YYYY-MM-DD", four, two and two ASCII digits, of a day that exists.
+    /// The first instant of the day "YYYY-MM-DD": four, two and two ASCII digits and nothing else.
+    /// Nothing for another form and for a day that does not exist.
     std::optional<Instant> parseDay(std::string_view text) const;
 
   private:

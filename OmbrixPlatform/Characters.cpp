@@ -21,8 +21,8 @@ Cursor::Iterator& Cursor::iterator() {
     return *iterator_;
 }
 
-// Two ASCII bytes never share a character, CR LF apart; only a neighbour that is not ASCII can be a
-// mark or a prefix that joins them to something.
+// Two ASCII bytes are never one character, except CR LF. Only a neighbour that is not ASCII can be
+// a combining mark or a prefix.
 std::size_t Cursor::after(std::size_t place) {
     if (place >= text_.size()) return text_.size();
     const std::size_t next = place + 1;
@@ -30,7 +30,7 @@ std::size_t Cursor::after(std::size_t place) {
         if (next == text_.size()) return next;
         if (Text::isAscii(text_[next])) {
             if (text_[place] != '\r' || text_[next] != '\n') return next;
-            return next + 1;  // no mark ever joins a line feed
+            return next + 1;  // a mark never combines with a line feed
         }
     }
     return iterator().it.following(place);

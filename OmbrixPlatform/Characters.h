@@ -1,5 +1,5 @@
-// A text as a person counts it: extended grapheme clusters, CR LF being one. Offsets are bytes and
-// stand on the boundaries of characters.
+// The characters of a text as a person counts them: extended grapheme clusters; CR LF is one.
+// Positions are byte offsets of character boundaries.
 #pragma once
 
 #include <cstddef>
@@ -9,7 +9,7 @@
 
 namespace ombrix::Characters {
 
-/// Steps over the characters of one text. ASCII costs a few instructions a step; the rest asks ICU,
+/// Steps over the characters of one text. A step in ASCII costs a few instructions; others ask ICU,
 /// whose iterator is set up once. The text must outlive the cursor.
 class Cursor {
   public:
@@ -18,9 +18,9 @@ class Cursor {
     Cursor(const Cursor&) = delete;
     Cursor& operator=(const Cursor&) = delete;
 
-    /// The boundary behind the character that begins at `place`; the size at the end.
+    /// The end of the character that starts at `place`; the text's size at the end.
     std::size_t after(std::size_t place);
-    /// The beginning of the character that ends at `place`; 0 at the beginning.
+    /// The start of the character that ends at `place`; 0 at the start.
     std::size_t before(std::size_t place);
 
   private:
@@ -30,27 +30,27 @@ class Cursor {
     std::unique_ptr<Iterator> iterator_;
 };
 
-/// How many characters `text` holds; linear.
+/// The number of characters in `text`; linear.
 std::size_t count(std::string_view text);
 
-/// The byte behind `n` characters from `from` on, or the size when fewer are left.
+/// The byte offset `n` characters after `from`; the text's size when fewer are left.
 std::size_t forward(std::string_view text, std::size_t from, std::size_t n);
 
-/// The byte `n` characters before `from`, or 0 when fewer stand there.
+/// The byte offset `n` characters before `from`; 0 when there are fewer.
 std::size_t backward(std::string_view text, std::size_t from, std::size_t n);
 
-/// The first `n` characters; `text`'s bytes.
+/// The first `n` characters, as a view of `text`.
 inline std::string_view prefix(std::string_view text, std::size_t n) {
     return text.substr(0, forward(text, 0, n));
 }
 
-/// The runs of characters that are not white space. A character is white space by its first scalar,
-/// so marks that stand on a blank go with it.
+/// The pieces between white space, none of them empty. A character is white space when its first
+/// scalar is, so combining marks after a blank are dropped with it.
 std::vector<std::string_view> splitAtWhiteSpace(std::string_view text);
 
-/// True for the few scalars that join what stands behind them into their own character.
+/// True for the few scalars that form one character with the scalar after them.
 bool isPrefix(char32_t scalar);
 
-/// True when `text` has at least `n` characters; looks no farther than that.
+/// True when `text` has at least `n` characters; reads no further than that.
 bool hasAtLeast(std::string_view text, std::size_t n);
 }  // namespace ombrix::Characters

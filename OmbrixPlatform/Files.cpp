@@ -30,7 +30,7 @@ class Descriptor {
 
     int get() const { return fd_; }
     bool isOpen() const { return fd_ >= 0; }
-    /// False when the last writes were lost, which some file systems only tell now.
+    /// False when writes were lost; some file systems report that only here.
     bool close() {
         const int fd = std::exchange(fd_, -1);
         return fd < 0 || ::close(fd) == 0;
@@ -40,12 +40,12 @@ class Descriptor {
     int fd_;
 };
 
-/// The system would read a path with a zero byte in it as the path in front of that byte.
+/// False for a path that contains a zero byte; the system would cut it there.
 bool isPath(std::string_view path) { return path.find('\0') == std::string_view::npos; }
 
-/// Opens a regular file, never waiting for another kind of file to answer: even to open a device or
-/// a pipe can do something, so its kind is asked first, and once more of what was opened. With
-/// `errno` set when the descriptor is not open.
+/// Opens a regular file of at most `largest` bytes. Opening a pipe can block, and opening a device
+/// can have effects, so the kind is checked before opening, and again on what was opened. When the
+/// descriptor is not open, `errno` says why.
 Descriptor openRegular(const std::string& path, std::size_t largest, struct stat& facts) {
     if (!isPath(path)) {
         errno = ENOENT;
@@ -65,7 +65,7 @@ Descriptor openRegular(const std::string& path, std::size_t largest, struct stat
     return Descriptor(-1);
 }
 
-/// Reads until `size` bytes are there or the file ends; nothing on an error.
+/// Reads `size` bytes, or fewer when the file ends; nothing on an error.
 std::optional<std::size_t> readUpTo(const Descriptor& file, char* into, std::size_t size) {
     std::size_t count = 0;
     while (count < size) {
@@ -87,7 +87,7 @@ void writeAll(const Descriptor& file, std::string_view bytes, const std::string&
     }
 }
 
-/// Where a write to `path` really goes: links are followed, so that a linked file stays linked.
+/// The path that a write to `path` replaces: links are resolved, so that a link remains a link.
 std::string destination(const std::string& path) {
     char* const resolved = ::realpath(path.c_str(), nullptr);
     if (resolved == nullptr) return path;

@@ -1,5 +1,5 @@
-// Files: read whole, write atomically, walk a folder. A reader only ever opens regular files, so a
-// pipe, a socket or a device that carries a promising name is refused without being opened.
+// Files: read whole, write atomically, walk a folder. Only regular files are opened for reading; a
+// pipe, a socket or a device is refused without being opened, whatever its name.
 #pragma once
 
 #include <cstddef>
@@ -12,7 +12,7 @@
 
 namespace ombrix::Files {
 
-/// What the system said; the message names the path and the operation.
+/// The system's error; the message names the operation and the path.
 class Error : public std::system_error {
   public:
     Error(int code, std::string_view operation, std::string_view path);
@@ -21,15 +21,15 @@ class Error : public std::system_error {
 bool exists(const std::string& path);
 bool isDirectory(const std::string& path);
 
-/// The current user's home by the user record, not by `$HOME`; "/" when there is none.
+/// The current user's home from the user database, not `$HOME`; "/" when there is none.
 std::string homeDirectory();
-/// The working directory; "/" when it cannot be told.
+/// The working directory; "/" when it is unknown.
 std::string workingDirectory();
 
-/// A limit of this many bytes is none.
+/// No limit for the size of a file.
 inline constexpr std::size_t unlimited = static_cast<std::size_t>(-1);
 
-/// Reads many files into one buffer that grows to the largest of them and no farther.
+/// Reads files one after the other into one buffer, which grows to the size of the largest.
 class Reader {
   public:
     /// The bytes of a regular file, valid until the next call; nothing when it is another kind of
@@ -42,7 +42,7 @@ class Reader {
     std::optional<std::string_view> read(const std::string& path, std::size_t largest,
                                          std::size_t count);
 
-    std::unique_ptr<char[]> buffer_;  // not a string: it would be filled before it is read into
+    std::unique_ptr<char[]> buffer_;  // not a string, which would fill it with zeros first
     std::size_t capacity_ = 0;
 };
 
@@ -52,20 +52,20 @@ std::string bytes(const std::string& path, std::size_t largest = unlimited);
 /// is not valid UTF-8.
 std::optional<std::string> text(const std::string& path, std::size_t largest = unlimited);
 
-/// Calls `visit` with the path (`folder` joined with what leads to it) of every file below `folder`
-/// that is not a folder, in no order that a caller may rely on. Names that begin with "." are
-/// skipped, folders among them with all they hold; a link to a folder is not entered. Folders that
-/// cannot be read are passed over. Depth is bounded by the heap, not by the stack.
+/// Calls `visit` for everything below `folder` that is not a folder, in no particular order, with a
+/// path that starts with `folder`. Hidden files and folders (names that start with ".") are
+/// skipped, and so are links to folders, broken links and folders that cannot be read. Not
+/// recursive, so deep trees do not overflow the stack.
 void walk(const std::string& folder, const std::function<void(std::string path)>& visit);
 
-/// Creates the folder and those above it. Throws `Error`.
+/// Creates the folder and its missing parents. Throws `Error`.
 void createDirectories(const std::string& path);
 
-/// Writes a temporary file beside `path`, flushes it to disk and renames it over `path`; an
-/// existing file lends its permissions. On failure the old file stands, the temporary one is gone,
-/// and `Error` is thrown.
+/// Writes a temporary file beside `path`, flushes it to disk and renames it to `path`. The
+/// permissions of an existing file are kept. Throws `Error`; then an existing file is unchanged and
+/// the temporary file is removed.
 void writeAtomically(const std::string& path, std::string_view bytes);
 
-/// True when the file was there and is gone now. Never throws.
+/// True when the file existed and was removed. Never throws.
 bool remove(const std::string& path);
 }  // namespace ombrix::Files

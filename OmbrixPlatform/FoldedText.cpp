@@ -35,8 +35,8 @@ std::optional<ByteRange> FoldedText::find(std::string_view part) const {
     if (!place) return std::nullopt;
     const std::size_t end = *place + Text::folded(part).size();
     if (sources_.empty()) return ByteRange{*place, end};
-    // The end lies where the next letter begins, behind the marks of the last one; when it falls
-    // into the fold of one scalar ("ß" is "ss"), that scalar belongs to the place as a whole.
+    // The occurrence ends where the next letter starts, after the marks of the last one. When the
+    // end is inside the fold of one scalar ("ß" is "ss"), the whole scalar is included.
     std::size_t next = end;
     while (next < fold_.size() && sources_[next] == sources_[end - 1]) ++next;
     return ByteRange{sources_[*place], next == fold_.size() ? sourceSize_ : sources_[next]};

@@ -11,16 +11,16 @@
 
 namespace ombrix {
 
-/// A text made ready for many searches that ignore case and diacritics. Keeps its own fold and the
-/// places it came from: about nine bytes a byte for a text that is not ASCII, one for ASCII.
+/// A text prepared for many searches. Stores its fold and the source offset of each folded byte:
+/// about nine bytes for each byte of the text, one when the text is ASCII.
 class FoldedText {
   public:
     explicit FoldedText(std::string_view text);
 
-    /// True when the fold of `part` stands in the fold of the text. An empty part is found nowhere.
+    /// True when the fold of the text contains the fold of `part`. An empty part is never found.
     bool contains(std::string_view part) const;
-    /// The first place that reads as `part`, in bytes of the text that was given. It covers whole
-    /// characters: marks behind the last letter belong to it.
+    /// The first occurrence of `part`, in bytes of the original text. It includes combining marks
+    /// after the last letter.
     std::optional<ByteRange> find(std::string_view part) const;
 
   private:

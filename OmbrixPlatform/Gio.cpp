@@ -9,7 +9,7 @@ namespace ombrix {
 
 const Gio* Gio::library() {
     static const Gio* const loaded = []() -> const Gio* {
-        // Never unloaded: it runs a thread of its own once a bus was asked for.
+        // Never unloaded: GIO keeps a thread running once a bus is used.
         void* const handle = ::dlopen("libgio-2.0.so.0", RTLD_LAZY | RTLD_LOCAL | RTLD_NODELETE);
         if (handle == nullptr) return nullptr;
         static const Gio gio(handle);

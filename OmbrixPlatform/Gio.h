@@ -1,7 +1,7 @@
-// The functions of GIO that this storey calls, found in the library when the first of them is
-// needed. Linking GIO would cost every command a millisecond of loading, a quarter of its whole
-// time, and hardly any command posts a notification or throws a file away. Only .cpp files that
-// wrap a service of the desktop include this header.
+// The functions of GIO that this library calls. GIO is loaded when the first of them is needed:
+// linking it would add a millisecond to the start of every command, a quarter of its time, and few
+// commands post a notification or move a file to the Trash. Only .cpp files that wrap a service of
+// the desktop include this header.
 #pragma once
 
 #include <gio/gio.h>
@@ -9,19 +9,19 @@
 namespace ombrix {
 
 class Gio {
-    // In front of the functions, which are looked up in it.
+    // Declared before the functions, whose initialisers use it.
     void* handle_;
 
     explicit Gio(void* handle) : handle_(handle) {}
-    /// The address of a symbol; a library without it ends the process, as a missing link would.
+    /// The address of a symbol. Ends the process when the library does not have it.
     void* find(const char* name) const;
 
   public:
-    /// The library, loaded for the rest of the process; nothing on a machine that has none.
+    /// The library, loaded for the rest of the process; nullptr when the machine does not have it.
     static const Gio* library();
 
-    // Each member is the function of its name, with the type its header declares. A name that the
-    // header also makes a macro is called as (gio.g_object_ref)(object).
+    // Each member is a pointer to the function of that name. When the header also defines a macro
+    // of that name, call it as (gio.g_object_ref)(object).
 #define OMBRIX_GIO_FUNCTION(name) \
     decltype(&::name) name = reinterpret_cast<decltype(&::name)>(find(#name))
     OMBRIX_GIO_FUNCTION(g_cancellable_cancel);

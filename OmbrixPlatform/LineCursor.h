@@ -1,5 +1,5 @@
-// The lines of a text one after the other. A list of all of them would cost sixteen bytes a line,
-// which for a text of nothing but line feeds is sixteen times its size.
+// The lines of a text, one at a time. A list of them would cost sixteen bytes a line, which for a
+// text of line feeds alone is sixteen times its size.
 #pragma once
 
 #include <cstddef>
@@ -12,8 +12,8 @@ class LineCursor {
   public:
     explicit LineCursor(std::string_view text) : rest_(text) {}
 
-    /// The next line without its line feed, a view of the text; nothing behind the last. An empty
-    /// text is one empty line.
+    /// The next line without its line feed, as a view of the text; nothing after the last line. An
+    /// empty text is one empty line.
     std::optional<std::string_view> next() {
         if (!rest_) return std::nullopt;
         const std::size_t end = rest_->find('\n');

@@ -16,17 +16,17 @@
 namespace ombrix::NotificationCenter {
 namespace {
 
-/// Only called where it is known that there is such a library.
+/// Call it only when the library is known to exist.
 const Gio& gio() { return *Gio::library(); }
 
 constexpr const char* objectPath = "/com/ombrix/Notifications";
 constexpr const char* interfaceName = "com.ombrix.Notifications";
 constexpr const char* signalName = "Posted";
 
-// GIO's own time limits are 25 seconds and more, and it has none while a bus authenticates us. So
-// each step runs on a main context of ours, is cancelled when the time is over, and is left to
-// itself when it does not heed that. A bus that never speaks is given up in the first step, below
-// half a second; one that is only slow gets the time anew for the second.
+// GIO's own time limits are 25 seconds and more, and authentication has none. So each step runs on
+// its own main context, is cancelled after the time limit, and is abandoned when it ignores that. A
+// bus that never answers fails in the first step, in less than half a second. A slow bus has the
+// full time for each of the two steps.
 constexpr unsigned cancelAfterMilliseconds = 400;
 constexpr unsigned abandonAfterMilliseconds = 450;
 
@@ -38,7 +38,7 @@ using Connection = std::unique_ptr<GDBusConnection, Unref<GDBusConnection>>;
 using Result = std::unique_ptr<GAsyncResult, Unref<GAsyncResult>>;
 using Cancellable = std::unique_ptr<GCancellable, Unref<GCancellable>>;
 
-/// A main context that is the thread's own while this stands, with the time limit running in it.
+/// A main context with a time limit; the thread's default context during its lifetime.
 class LimitedContext {
   public:
     LimitedContext()
@@ -66,9 +66,9 @@ class LimitedContext {
 
     GCancellable* cancellable() const { return cancellable_.get(); }
 
-    /// Starts a step and waits for its result; nothing when it had to be abandoned. `start` is
-    /// given the callback and its data. A result that comes after that is never looked at, since
-    /// nobody runs the context any more; what it would be told to is leaked then.
+    /// Starts a step and waits for its result; nothing when it was abandoned. `start` receives the
+    /// callback and its data. A later result is ignored, because the context no longer runs; the
+    /// callback's data leaks in that case.
     template <typename Start>
     Result await(Start start) {
         auto* slot = new std::shared_ptr<Outcome>(std::make_shared<Outcome>());
@@ -108,8 +108,8 @@ bool isSocket(const std::string& path) {
     return ::stat(path.c_str(), &status) == 0 && S_ISSOCK(status.st_mode);
 }
 
-/// The bus of the session that is running; empty when there is none. Starting one for a message
-/// that nobody could hear would be wrong, so an address that asks for that is passed over.
+/// The address of the running session bus; empty when there is none. Nobody listens on a bus that
+/// is only started now, so addresses that start one are left out.
 std::string busAddress() {
     if (const auto given = Process::environment("DBUS_SESSION_BUS_ADDRESS");
         given && !given->empty()) {
@@ -127,7 +127,7 @@ std::string busAddress() {
     return std::string("unix:path=") + escaped.get();
 }
 
-/// A string of the bus is valid UTF-8 without U+0000.
+/// `text` as the bus accepts it: valid UTF-8 without U+0000.
 std::string busString(std::string_view text) {
     return Text::replacingAll(Utf8::repaired(text), std::string_view("\0", 1), "\xEF\xBF\xBD");
 }
@@ -158,7 +158,7 @@ void post(std::string_view name, std::optional<std::string_view> object) {
         return;
     }
     LimitedContext context;
-    // Emitting only queues the message for GIO's thread, and the process may end right behind us.
+    // Emitting only queues the message for GIO's thread, and the process may end after this call.
     const Result flushed = context.await([&](GAsyncReadyCallback callback, void* data) {
         gio().g_dbus_connection_flush(connection.get(), context.cancellable(), callback, data);
     });

@@ -1,5 +1,5 @@
-// Named notifications with an optional string, heard by every program of the session that asks for
-// them. There is no answer and no way to know whether anybody listened.
+// Notifications with a name and an optional string, sent to every program of the desktop session
+// that subscribes. There is no answer, and no way to know whether anyone received one.
 #pragma once
 
 #include <optional>
@@ -7,7 +7,7 @@
 
 namespace ombrix::NotificationCenter {
 
-/// Posts a notification and returns once it has left this process. With no session bus, or one that
-/// refuses or does not answer, it returns quietly, within half a second.
+/// Posts a notification and returns when it has left this process. Never fails: without a session
+/// bus, or with one that refuses or does not answer, it returns within half a second.
 void post(std::string_view name, std::optional<std::string_view> object = std::nullopt);
 }  // namespace ombrix::NotificationCenter

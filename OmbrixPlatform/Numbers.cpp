@@ -19,8 +19,7 @@ std::optional<double> parseDouble(std::string_view text) {
 }
 
 std::string shortest(double value) {
-    // Outside this range the digits in front of or behind the point would be zeros that say
-    // nothing.
+    // Outside this range the plain form would be mostly zeros.
     constexpr double leastPlain = 1e-4;
     constexpr double firstWithExponent = 1e16;
     const double size = std::fabs(value);

@@ -10,8 +10,8 @@
 
 namespace ombrix::Numbers {
 
-/// A base-10 integer: an optional "+" or "-", then ASCII digits and nothing else. Nothing when it
-/// has another form or does not fit `Integer`. "010" is 10.
+/// A base-10 integer: an optional "+" or "-", then ASCII digits and nothing else. Nothing for any
+/// other form and when the value is out of range for `Integer`. "010" is 10.
 template <std::integral Integer>
 std::optional<Integer> parseInteger(std::string_view text) {
     if (text.starts_with('+')) {
@@ -25,16 +25,17 @@ std::optional<Integer> parseInteger(std::string_view text) {
     return value;
 }
 
-/// What the C library's strtod reads in the "C" locale, when it takes the whole of a text that is
-/// not empty: leading white space, hexadecimal forms, "inf" and "nan" included.
+/// The value that strtod of the C library reads in the "C" locale, including leading white space,
+/// hexadecimal forms, "inf" and "nan". Nothing when it does not read the whole text, or the text is
+/// empty.
 std::optional<double> parseDouble(std::string_view text);
 
 /// The shortest decimal form that reads back as `value`; a whole number has no fraction ("30"),
 /// very large and very small ones an exponent ("1e-05", "1e+22"). `value` is finite.
 std::string shortest(double value);
 
-/// The form numbers take in our sentences: as `shortest`, but a whole number shows its fraction
-/// ("3.0"); "inf", "-inf", "nan" for what is not finite.
+/// The form for numbers in messages: as `shortest`, but whole numbers have a fraction ("3.0").
+/// "inf", "-inf" or "nan" when `value` is not finite.
 std::string described(double value);
 
 enum class HexDigits { lower, upper };

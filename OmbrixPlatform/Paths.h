@@ -1,4 +1,4 @@
-// Paths as text. Nothing here asks the file system.
+// Paths as text. No function here uses the file system.
 #pragma once
 
 #include <string>
@@ -16,19 +16,19 @@ std::string_view parent(std::string_view path);
 /// "b" of "/a/b" and of "/a/b/"; empty for "/".
 std::string_view lastComponent(std::string_view path);
 
-/// What stands behind the last "." of the last component: "md" of "a.tar.md"; nothing for ".md",
-/// "a." and "a".
+/// The part of the last component after its last ".": "md" for "a.tar.md"; empty for ".md", "a."
+/// and "a".
 std::string_view extension(std::string_view path);
 
 /// The components between the slashes, without empty ones.
 std::vector<std::string_view> components(std::string_view path);
 
-/// `path` as it stands when it is absolute, else behind `workingDirectory`; no trailing slash.
+/// `path` when it is absolute, else `workingDirectory` joined with it. No trailing slash.
 std::string absolute(std::string_view path, std::string_view workingDirectory);
 
-/// Absolute, with ".", ".." and repeated "/" resolved by text alone; links are not followed.
+/// Absolute, without ".", ".." and repeated "/". Links are not resolved.
 std::string standardised(std::string_view path, std::string_view workingDirectory);
 
-/// "~" alone and a leading "~/" become `home`; anything else stays.
+/// `path` with `home` in place of a leading "~" that is followed by "/" or the end.
 std::string expandingTilde(std::string_view path, std::string_view home);
 }  // namespace ombrix::Paths

@@ -23,7 +23,7 @@ Uuid randomBytes() {
     while (filled < bytes.size()) {
         const ssize_t got = ::getrandom(bytes.data() + filled, bytes.size() - filled, 0);
         if (got < 0 && errno == EINTR) continue;
-        // A predictable name would let two runs meet in one file, so there is no fallback.
+        // No fallback: with a predictable name two runs could use the same file.
         if (got < 0) throw std::system_error(errno, std::generic_category(), "getrandom");
         filled += static_cast<std::size_t>(got);
     }

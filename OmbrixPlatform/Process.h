@@ -1,4 +1,4 @@
-// What the operating system knows of the running process.
+// The running process: its executable, its environment, unique names.
 #pragma once
 
 #include <optional>
@@ -6,12 +6,13 @@
 
 namespace ombrix::Process {
 
-/// The path of the running executable, links resolved; nothing when the system does not tell.
+/// The path of the running executable with links resolved; nothing when the system does not know.
 std::optional<std::string> executable();
 
-/// The variable's value, also when it is empty; nothing when it is not set.
+/// The variable's value, which may be empty; nothing when it is not set.
 std::optional<std::string> environment(const std::string& name);
 
-/// New for every call, on any machine; hexadecimal digits and hyphens.
+/// A random UUID in capitals: different for every call on every machine. Throws
+/// `std::system_error` when the system has no random bytes.
 std::string uniqueString();
 }  // namespace ombrix::Process

@@ -14,8 +14,7 @@ namespace {
 
 // libplist builds and frees its tree recursively and copies an object for each reference to it, so
 // a small file can be nested deeper than the stack or unfold to more nodes than there is memory.
-// A bundle's property list is far below these bounds; what is above one is not handed over.
-constexpr std::size_t maximalBytes = std::size_t{1} << 20;
+// The property list of a bundle is far below these limits; libplist never sees one above them.
 constexpr std::size_t maximalContainers = 4096;
 constexpr std::size_t maximalDepth = 512;
 constexpr std::uint64_t maximalCost = std::uint64_t{4} << 20;  // nodes and bytes, unfolded
@@ -23,14 +22,14 @@ constexpr std::uint64_t maximalCost = std::uint64_t{4} << 20;  // nodes and byte
 constexpr std::string_view binaryMagic = "bplist00";
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 
-/// Walks a binary property list as libplist would unfold it, without building it. The file is the
-/// magic, objects, a table of their places, and a trailer that says where that table is; containers
-/// name their parts by number.
+/// Measures what libplist would build from a binary property list, without building it. The file
+/// is the magic bytes, the objects, a table of their offsets, and a trailer with the position of
+/// that table. Containers refer to their elements by number.
 class BinaryShape {
   public:
     explicit BinaryShape(std::string_view bytes) : bytes_(bytes) {}
 
-    /// True when all that hangs on the root stands inside the file and keeps to the bounds.
+    /// True when everything the root refers to is inside the file and within the limits.
     bool isHarmless() {
         if (!readTrailer()) return false;
         std::uint64_t cost = 0;
@@ -81,8 +80,8 @@ class BinaryShape {
         return objects_ <= bytes_.size() && places_ <= bytes_.size();
     }
 
-    /// What the object itself unfolds to; its parts are put on the stack. Nothing when it breaks a
-    /// bound or stands outside the file.
+    /// The cost of the object itself; its elements are pushed on the stack. Nothing when it exceeds
+    /// a limit or is outside the file.
     std::optional<std::uint64_t> costOf(const Pending& item) {
         if (item.object >= objects_ || item.depth > maximalDepth) return std::nullopt;
         const auto place = number(places_ + item.object * placeSize_, placeSize_);
@@ -93,7 +92,7 @@ class BinaryShape {
         const bool isContainer = kind == array || kind == set || kind == dict;
         if (!isContainer && kind != data && kind != ascii && kind != utf16) return 1;
         std::uint64_t count = marker & 0xF;
-        if (count == 0xF) {  // the count did not fit and follows as an integer object of its own
+        if (count == 0xF) {  // the count follows as an integer object
             const auto sizeMarker = number(at, 1);
             if (!sizeMarker || *sizeMarker >> 4 != 1) return std::nullopt;
             const unsigned size = 1U << (*sizeMarker & 0xF);
@@ -122,8 +121,8 @@ class BinaryShape {
     std::vector<Pending> pending_;
 };
 
-/// Counts what could open a container. End tags are not looked at: one in a comment would hide
-/// depth.
+/// Counts everything that could open a container. End tags are not subtracted, because one in a
+/// comment would hide the real depth.
 bool isShallowXml(std::string_view bytes) {
     std::size_t opened = 0;
     for (std::size_t at = bytes.find('<'); at != std::string_view::npos;
@@ -141,7 +140,7 @@ using Tree = std::unique_ptr<void, FreeTree>;
 
 Tree parse(std::string_view bytes) {
     if (bytes.starts_with(byteOrderMark)) bytes.remove_prefix(byteOrderMark.size());
-    if (bytes.empty() || bytes.size() > maximalBytes) return nullptr;
+    if (bytes.empty() || bytes.size() > largestSize) return nullptr;
     plist_t tree = nullptr;
     const auto length = static_cast<std::uint32_t>(bytes.size());
     if (bytes.starts_with(binaryMagic)) {

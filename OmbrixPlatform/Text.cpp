@@ -192,7 +192,7 @@ std::string withStraightApostrophes(std::string_view text) {
 
 std::string lowercased(std::string_view text) {
     return mapped(text, [](std::string& result, char32_t scalar) {
-        // The one scalar whose lower case is two, whatever stands around it.
+        // The only scalar whose lower case is two scalars in any context.
         if (scalar == 0x130)
             result += "i\u0307";
         else

@@ -1,7 +1,7 @@
-// What the words of our vocabulary mean for a text: trim, split, lower-case, fold, find. Every text
-// is UTF-8; a byte that is not well-formed counts as one U+FFFD and is never a reason to fail.
-// Returned views show the bytes of the argument. All functions are linear unless they say
-// otherwise; ASCII text takes a path of its own that allocates only the result.
+// Trimming, splitting, case and folding of text, each defined once. Every text is UTF-8; a byte
+// that is not well-formed counts as one U+FFFD and is never an error. Returned views are views of
+// the argument. All functions are linear. ASCII text has its own path, which allocates only the
+// result.
 #pragma once
 
 #include <string>
@@ -12,7 +12,7 @@ namespace ombrix::Text {
 
 // ---- one scalar -------------------------------------------------------------------------------
 
-/// True for a byte that is a scalar of its own.
+/// True for a byte that is a whole scalar.
 constexpr bool isAscii(char c) { return static_cast<unsigned char>(c) < 0x80; }
 constexpr bool isAsciiDigit(char c) { return c >= '0' && c <= '9'; }
 constexpr bool isAsciiLetter(char c) { return (c | 0x20) >= 'a' && (c | 0x20) <= 'z'; }
@@ -26,20 +26,21 @@ constexpr char asciiLowercased(char c) {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c | 0x20) : c;
 }
 
-/// White_Space. The same scalars are what "white space and newlines" are trimmed of.
+/// The property White_Space. `trimmed` removes the same scalars.
 bool isWhiteSpace(char32_t scalar);
 /// General category L*, M* or N*: "letter or digit" of a scalar.
 bool isAlphanumeric(char32_t scalar);
-/// Alphabetic, or with a numeric type: what makes the character it begins "a letter or a number".
+/// Alphabetic, or with a numeric type. A character whose first scalar is such is "a letter or a
+/// number".
 bool isLetterOrNumber(char32_t scalar);
-/// Alphabetic: what makes the character it begins a letter.
+/// Alphabetic. A character whose first scalar is such is a letter.
 bool isLetter(char32_t scalar);
 
 // ---- trim -------------------------------------------------------------------------------------
 
-/// Without white space and newlines at both ends.
+/// Without white space and line ends at both ends.
 std::string_view trimmed(std::string_view text);
-/// Without blanks of category Zs and tabs at both ends; line feeds stay.
+/// Without tabs and blanks of category Zs at both ends; line ends are kept.
 std::string_view trimmedBlanks(std::string_view text);
 /// Without U+0020 and tabs at both ends.
 std::string_view trimmedSpacesAndTabs(std::string_view text);
@@ -56,22 +57,22 @@ std::string joined(const std::vector<std::string>& pieces, std::string_view sepa
 
 /// `text` with each occurrence of `from` (not empty), found left to right, replaced by `to`.
 std::string replacingAll(std::string_view text, std::string_view from, std::string_view to);
-/// CR LF as LF; a lone CR stays.
+/// CR LF replaced by LF; a single CR is kept.
 std::string withLineFeeds(std::string_view text);
-/// The pieces between white space (line ends too), joined by single blanks; none at the ends. Goes
-/// scalar by scalar: a mark after a blank is not white space and stays.
+/// The pieces between white space (line ends included), joined by single blanks; no blank at either
+/// end. Goes scalar by scalar, so combining marks after a blank are kept.
 std::string flattened(std::string_view text);
-/// U+2019 and U+2018 as a straight apostrophe.
+/// U+2018 and U+2019 replaced by straight apostrophes.
 std::string withStraightApostrophes(std::string_view text);
 
 // ---- case and fold ----------------------------------------------------------------------------
 
 /// Full lower-casing scalar by scalar, root locale, no context: a final sigma is "σ".
 std::string lowercased(std::string_view text);
-/// Full case folding, for tests that ignore case alone.
+/// Full case folding, for comparisons that ignore case but not diacritics.
 std::string caseFolded(std::string_view text);
 /// The fold: canonical decomposition, nonspacing marks dropped, full case folding. "Café" is
-/// "cafe", "ß" is "ss", "ø" stays. Folding twice changes nothing.
+/// "cafe", "ß" is "ss", "ø" is kept. Folding twice changes nothing.
 std::string folded(std::string_view text);
 /// The fold of one scalar; empty for a nonspacing mark.
 std::string folded(char32_t scalar);

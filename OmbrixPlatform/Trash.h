@@ -1,4 +1,4 @@
-// The desktop's own trash, from which a person can bring a file back.
+// The desktop's Trash, from which a person can restore a file.
 #pragma once
 
 #include <stdexcept>
@@ -6,12 +6,12 @@
 
 namespace ombrix::Trash {
 
-/// What the desktop said; the message names the path.
+/// The message names the path and the desktop's reason.
 class Error : public std::runtime_error {
   public:
     using std::runtime_error::runtime_error;
 };
 
-/// Moves a file there. Throws `Error`; the file is then where it was.
+/// Moves a file to the Trash. Throws `Error`; then the file has not been moved.
 void move(const std::string& path);
 }  // namespace ombrix::Trash

@@ -10,8 +10,8 @@ namespace {
 
 bool isContinuation(char c) { return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U; }
 
-/// What the lead byte and the byte behind it promise: the length of the sequence and the range that
-/// the second byte must lie in. Length 0 stands for a byte that begins no sequence.
+/// What a lead byte determines: the length of the sequence and the range of the second byte. Length
+/// 0 means that the byte does not start a sequence.
 struct Lead {
     std::size_t length;
     unsigned char lowest, highest;
@@ -29,8 +29,8 @@ Lead leadOf(unsigned char c) {
     return {0, 0, 0};
 }
 
-/// The bytes of the longest beginning of a sequence at `at` that could still have become one: what
-/// one U+FFFD replaces. The whole sequence when it is well formed.
+/// The length of the longest prefix of a well-formed sequence at `at`, at least 1: the bytes that
+/// one U+FFFD replaces. The whole sequence when it is well-formed.
 std::size_t maximalPart(std::string_view text, std::size_t at, bool& wellFormed) {
     const auto lead = leadOf(static_cast<unsigned char>(text[at]));
     wellFormed = false;

@@ -1,4 +1,4 @@
-// UTF-8 as bytes: is it valid, repair it, read and write one scalar, count UTF-16 units.
+// UTF-8 as bytes: validation, repair, reading and writing one scalar, offsets in UTF-16 units.
 #pragma once
 
 #include <cstddef>
@@ -7,7 +7,7 @@
 
 namespace ombrix::Utf8 {
 
-/// One scalar as it was read: U+FFFD with length 1 stands for a byte that belongs to none.
+/// One scalar that was read. A byte that is not part of a scalar reads as U+FFFD with length 1.
 struct Decoded {
     char32_t scalar = 0;
     std::size_t length = 0;  ///< in bytes, 1 to 4
@@ -21,25 +21,25 @@ bool isAscii(std::string_view text);
 /// True for well-formed UTF-8: no overlong forms, no surrogates, nothing above U+10FFFF.
 bool isValid(std::string_view text);
 
-/// `text` with each maximal ill-formed sequence replaced by one U+FFFD; valid text as it is.
+/// `text` with each maximal ill-formed sequence replaced by one U+FFFD; valid text unchanged.
 std::string repaired(std::string_view text);
 
-/// The scalar that begins at byte `at`, which must be below `text.size()`.
+/// The scalar that starts at byte `at`, which must be less than `text.size()`.
 Decoded decode(std::string_view text, std::size_t at);
 
-/// The first byte of the scalar that ends right before byte `at`, which must be above 0.
+/// The offset of the scalar that ends at byte `at`, which must be greater than 0.
 std::size_t scalarStartBefore(std::string_view text, std::size_t at);
 
-/// Appends the one to four bytes of `scalar`; what is no scalar appends U+FFFD.
+/// Appends the one to four bytes of `scalar`; U+FFFD when it is not a Unicode scalar value.
 void append(std::string& text, char32_t scalar);
 
 /// The length of `text` in UTF-16 units; linear.
 std::size_t utf16Length(std::string_view text);
 
-/// The UTF-16 unit at which byte `at` stands; `at` is a scalar's first byte or the size.
+/// The offset in UTF-16 units of byte `at`, which is the first byte of a scalar or the size.
 std::size_t utf16Offset(std::string_view text, std::size_t at);
 
-/// The byte at which UTF-16 unit `unit` stands. A unit inside a surrogate pair gives the byte of
-/// the scalar that the pair spells; a unit behind the end gives `text.size()`.
+/// The byte offset of UTF-16 unit `unit`. For the second unit of a surrogate pair it is the offset
+/// of that scalar; after the end it is `text.size()`.
 std::size_t byteOffset(std::string_view text, std::size_t unit);
 }  // namespace ombrix::Utf8

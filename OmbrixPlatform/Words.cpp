@@ -12,8 +12,8 @@ namespace {
 
 constexpr bool isAsciiSpace(char c) { return c == ' ' || c == '\n' || c == '\t'; }
 
-/// The next place at or behind `from` where a text can be cut: an ASCII blank with ASCII on both
-/// sides. A mark behind a blank would stand on that blank, so the byte behind it counts.
+/// The end of the first ASCII blank at or after `from` that is followed by ASCII or by the end: the
+/// text can be cut there. A combining mark after a blank would belong to the blank.
 std::size_t nextCut(std::string_view text, std::size_t from) {
     for (std::size_t at = from; at < text.size(); ++at) {
         if (isAsciiSpace(text[at]) && (at + 1 == text.size() || Text::isAscii(text[at + 1])))
@@ -23,7 +23,7 @@ std::size_t nextCut(std::string_view text, std::size_t from) {
 }
 
 std::size_t firstNotAscii(std::string_view text, std::size_t from) {
-    constexpr std::size_t step = 256;  // small enough to look at twice when it holds the byte
+    constexpr std::size_t step = 256;  // small, because the block with the byte is read twice
     while (from + step <= text.size() && Utf8::isAscii(text.substr(from, step))) from += step;
     while (from < text.size() && Text::isAscii(text[from])) ++from;
     return from;
@@ -39,8 +39,8 @@ bool Stretches::next(Stretch& stretch) {
         stretch = {{begin, at}, true};
         return true;
     }
-    // Back to the blank in front of the word that holds the first byte that is not ASCII. When that
-    // byte stands right behind the blank, the blank may carry it as a mark and goes with it.
+    // Back to the blank before the word that contains the first byte that is not ASCII. When that
+    // byte follows the blank directly, it may be a mark on the blank, so the blank goes with it.
     std::size_t cut = at;
     if (cut > begin && isAsciiSpace(text_[cut - 1])) --cut;
     while (cut > begin && !isAsciiSpace(text_[cut - 1])) --cut;

@@ -1,4 +1,4 @@
-// Words by the Unicode word boundaries, as ICU's root iterator cuts them: every segment whose rule
+// Words by Unicode word boundaries, as ICU's root iterator finds them: every segment whose rule
 // status is not "none". "can't" and "3.5" are one word, "follow-up" is two.
 #pragma once
 
@@ -11,11 +11,11 @@
 
 namespace ombrix::Words {
 
-/// The words of `text`, in order, as bytes of it. Linear; ASCII stretches never reach ICU.
+/// The words of `text`, in order, as ranges of it. Linear; ASCII stretches do not need ICU.
 std::vector<ByteRange> ranges(std::string_view text);
 
-/// The parts of a text that can be cut on their own: the words of the whole are the words of the
-/// stretches. Neighbours meet at ASCII white space. An ASCII stretch can be cut by `asciiWord`.
+/// A part of a text that can be cut into words by itself: the words of the text are the words of
+/// its stretches. Stretches end at ASCII white space. Use `asciiWord` for an ASCII stretch.
 struct Stretch {
     ByteRange range;
     bool isAscii = true;
@@ -25,7 +25,7 @@ struct Stretch {
 class Stretches {
   public:
     explicit Stretches(std::string_view text) : text_(text) {}
-    /// False behind the last stretch.
+    /// False after the last stretch.
     bool next(Stretch& stretch);
 
   private:
@@ -41,13 +41,14 @@ void appendIcuWords(std::string_view text, ByteRange stretch, std::vector<ByteRa
 namespace AsciiRule {
 constexpr bool isLetter(char c) { return Text::isAsciiLetter(c) || c == '@'; }
 constexpr bool isJoined(char c) { return isLetter(c) || Text::isAsciiDigit(c) || c == '_'; }
-constexpr bool bridges(char before, char c, char behind) {
+constexpr bool bridges(char before, char c, char after) {
     if (c != '.' && c != '\'' && c != ',' && c != ';') return false;
-    if (Text::isAsciiDigit(before)) return Text::isAsciiDigit(behind);
-    return (c == '.' || c == '\'') && isLetter(before) && isLetter(behind);
+    if (Text::isAsciiDigit(before)) return Text::isAsciiDigit(after);
+    return (c == '.' || c == '\'') && isLetter(before) && isLetter(after);
 }
 }  // namespace AsciiRule
 
-/// The first word of an ASCII text at or behind byte `from`; empty at the end when there is none.
+/// The first word of an ASCII text at or after byte `from`; an empty range at the end when there is
+/// none.
 ByteRange asciiWord(std::string_view text, std::size_t from);
 }  // namespace ombrix::Words

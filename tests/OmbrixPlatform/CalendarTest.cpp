@@ -66,7 +66,7 @@ TEST(Calendar, WhatLiesOutsideTheRangeIsNothing) {
     }
     EXPECT_EQ(utc.midnight(INT64_MAX, 1, 1), std::nullopt);
     EXPECT_EQ(utc.midnight(2026, INT64_MIN, 1), std::nullopt);
-    // However far an instant lies, asking about it does no harm.
+    // No instant is too far away to ask about.
     for (const std::int64_t seconds : {INT64_MAX, INT64_MIN, INT64_MAX / 1000}) {
         for (const Unit unit : {Unit::day, Unit::weekOfYear, Unit::month, Unit::year}) {
             const Instant far{std::chrono::seconds(seconds)};

@@ -45,7 +45,7 @@ TEST(Characters, StepsStopAtTheEnds) {
     EXPECT_TRUE(Characters::hasAtLeast("", 0));
 }
 
-TEST(Characters, WhiteSpaceIsToldByTheFirstScalar) {
+TEST(Characters, ACharacterIsWhiteSpaceByItsFirstScalar) {
     using Views = std::vector<std::string_view>;
     EXPECT_EQ(Characters::splitAtWhiteSpace(" a\u3000b\r\nc\u0301  d "),
               (Views{"a", "b", "c\u0301", "d"}));

@@ -15,7 +15,7 @@ namespace {
 
 using testing::UnorderedElementsAre;
 
-/// The superuser reads and writes what permissions forbid; for a while, be nobody.
+/// The superuser ignores permissions, so become the user "nobody" for a while.
 class Nobody {
   public:
     Nobody() : was_(::geteuid()) {
@@ -31,7 +31,7 @@ class Nobody {
     uid_t was_;
 };
 
-/// While it lives, no file grows beyond so many bytes: a disk that is full.
+/// A full disk: during its lifetime no file can grow beyond `bytes`.
 class FullDisk {
   public:
     explicit FullDisk(rlim_t bytes) : handler_(std::signal(SIGXFSZ, SIG_IGN)) {
@@ -120,7 +120,7 @@ TEST(Files, TextIsValidUtf8) {
     EXPECT_EQ(Files::text(folder.write("c", "caf\xE9")), std::nullopt);
 }
 
-TEST(Files, AReaderShowsEachFileInItsTurn) {
+TEST(Files, AReaderReadsOneFileAfterTheOther) {
     const test::TestFolder folder;
     const std::string big(300'000, 'b');
     folder.write("big", big);
@@ -130,7 +130,7 @@ TEST(Files, AReaderShowsEachFileInItsTurn) {
     Files::Reader reader;
     EXPECT_EQ(reader.read(folder.at("small")), "small");
     EXPECT_EQ(reader.read(folder.at("big")), big);
-    EXPECT_EQ(reader.read(folder.at("link")), "small") << "a shorter file leaves nothing behind";
+    EXPECT_EQ(reader.read(folder.at("link")), "small") << "nothing of the longer file is left";
     EXPECT_EQ(reader.beginning(folder.at("big"), 7), "bbbbbbb");
     EXPECT_EQ(reader.beginning(folder.at("big"), 0), "");
     EXPECT_EQ(reader.read(folder.at("small"), 5), "small");
@@ -228,7 +228,7 @@ TEST(Files, FoldersAreMadeAndFilesRemoved) {
     EXPECT_FALSE(Files::remove(folder.at("a")));
 }
 
-TEST(Files, APathWithAZeroByteIsNotThePathInFrontOfIt) {
+TEST(Files, APathWithAZeroByteIsNotCutThere) {
     const test::TestFolder folder;
     const std::string file = folder.write("a", "kept");
     const std::string cut = file + std::string("\0b", 2);
@@ -240,7 +240,7 @@ TEST(Files, APathWithAZeroByteIsNotThePathInFrontOfIt) {
     EXPECT_EQ(Files::bytes(file), "kept");
 }
 
-TEST(Files, HomeIsToldByTheUserRecord) {
+TEST(Files, HomeComesFromTheUserDatabase) {
     const test::Variable home("HOME", "/nowhere");
     EXPECT_NE(Files::homeDirectory(), "/nowhere");
     EXPECT_TRUE(Files::homeDirectory().starts_with('/'));

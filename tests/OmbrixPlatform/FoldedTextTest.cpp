@@ -12,7 +12,7 @@ TEST(FoldedText, AFoldedPlaceCoversWholeCharacters) {
         const char* why;
         std::string text, part, found;
     } cases[] = {
-        {"a mark behind the last letter", "un cafe\u0301!", "CAFE", "cafe\u0301"},
+        {"a mark after the last letter", "un cafe\u0301!", "CAFE", "cafe\u0301"},
         {"half of a scalar is the whole of it", "a\u00DFb", "s", "\u00DF"},
         {"the whole of it with its marks", "a\u00DF\u0308b", "as", "a\u00DF\u0308"},
         {"half a syllable", "x\uD55Cy", "\uD558", "\uD55C"},

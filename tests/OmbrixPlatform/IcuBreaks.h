@@ -1,4 +1,4 @@
-// Where ICU breaks a whole text: what the quick paths are held to.
+// The breaks that ICU finds in a whole text, to compare the quick ways with.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -12,7 +12,7 @@
 
 namespace ombrix::test {
 
-/// The pieces between two breaks; of words only those that ICU calls words.
+/// The pieces between breaks; for words only the pieces that ICU counts as words.
 inline std::vector<ByteRange> icuPieces(UBreakIteratorType type, std::string_view text) {
     UErrorCode status = U_ZERO_ERROR;
     UText* bytes = utext_openUTF8(nullptr, text.data(), static_cast<int64_t>(text.size()), &status);

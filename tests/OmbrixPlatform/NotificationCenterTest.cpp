@@ -24,14 +24,14 @@ double secondsToPost() {
     return std::chrono::duration<double>(Clock::now() - start).count();
 }
 
-/// True when posting takes at most half a second. A busy machine may add to one try and not to all.
+/// True when posting takes at most half a second. Several tries, because the machine may be busy.
 bool postsWithinHalfASecond(const std::function<double()>& tryOnce) {
     for (int tries = 0; tries < 5; ++tries)
         if (tryOnce() <= 0.5) return true;
     return false;
 }
 
-/// A socket that is no bus: it accepts one caller and does with it what it is told.
+/// A socket that is not a bus: it accepts one caller and calls `act` with it.
 class FalseBus {
   public:
     FalseBus(const std::string& path, std::function<void(int caller, const std::atomic<bool>&)> act)

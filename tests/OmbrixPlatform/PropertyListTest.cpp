@@ -9,7 +9,7 @@ std::optional<std::string> name(std::string_view bytes) {
     return PropertyList::string(bytes, "Name");
 }
 
-/// A binary property list of these objects, the first one being the root; numbers of one byte.
+/// A binary property list of these objects; the first is the root. References have one byte.
 std::string binary(const std::vector<std::string>& objects) {
     std::string text = "bplist00";
     std::string places;
@@ -74,19 +74,19 @@ TEST(PropertyList, WhatHoldsNoSuchStringGivesNothing) {
     for (const auto& [why, bytes] : cases) EXPECT_EQ(name(bytes), std::nullopt) << why;
 }
 
-TEST(PropertyList, HarmfulBytesDoNoHarm) {
+TEST(PropertyList, DeepAndCyclicListsAreRefused) {
     std::string deepXml = head;
     for (int i = 0; i < 100000; ++i) deepXml += "<dict><key>Name</key>";
     EXPECT_EQ(name(deepXml), std::nullopt);
 
-    std::vector<std::string> doubling;  // sixty lists, each holding the next one twice
+    std::vector<std::string> doubling;  // sixty lists, each containing the next one twice
     for (int i = 1; i <= 60; ++i) doubling.push_back(list({i, i}));
     doubling.push_back("\x51x");
     EXPECT_EQ(name(binary(doubling)), std::nullopt);
 
-    EXPECT_EQ(name(binary({list({0})})), std::nullopt);  // holds itself
+    EXPECT_EQ(name(binary({list({0})})), std::nullopt);  // contains itself
     EXPECT_EQ(name(binary({dictionary(1, 9), "\x54Name"})),
-              std::nullopt);  // names a missing object
+              std::nullopt);  // refers to a missing object
 }
 
 TEST(PropertyList, EveryDamageToAGoodFileIsSurvived) {

@@ -1,4 +1,4 @@
-// Texts that a quick path and a plain one may read differently: seeded, so that a run repeats.
+// Random texts for comparing a quick way with a plain one. Seeded, so that runs are repeatable.
 #pragma once
 
 #include <array>
@@ -14,7 +14,7 @@
 
 namespace ombrix::test {
 
-/// Letters, digits and what the boundary rules of words make exceptions for.
+/// Letters, digits, and the characters that the rules for word boundaries treat specially.
 constexpr std::string_view asciiPieces[] = {
     "a", "b",  "E",  "n",   "o",    "s",    "S",          "x",          "z",   "1",
     "7", "0",  "_",  "@",   "'",    ".",    ",",          ";",          ":",   "-",
@@ -22,7 +22,7 @@ constexpr std::string_view asciiPieces[] = {
     "(", "_'", "@.", "'s ", "1:1",  "one ", "one-on-one", "1 on 1s",    "ing", "ed ",
     "~", "",   "**", "x's", "3.5",  "a.b",  "planning",   "decisions ", "\v",  "\x11:1"};
 
-/// The same company in other scripts, marks, joiners, prefixes, and bytes that are no text.
+/// The same in other scripts, marks, joiners, prefixes, and bytes that are not UTF-8.
 inline const std::vector<std::string_view> otherPieces = Text::split(
     "\u00E9|e\u0301|\u00DF|\u017F|\u212A|\u0130|\u03A3|\u03C2|\uD55C|\u1112\u1161\u11AB|"
     "\u0E01\u0E32\u0E23|\u4F1A\u8B70|\u30AB\u30BF|\U0001F468\u200D\U0001F4BB|\U0001F1E9|"
@@ -45,8 +45,8 @@ class RandomText {
         while (pieces-- > 0) text += below(rarity) == 0 ? from(otherPieces) : from(asciiPieces);
         return text;
     }
-    /// Short and long texts, dense and rare in other scripts, by turns; now and then a run of one
-    /// piece that is longer than any block a quick path reads at once.
+    /// Short and long texts with many or few pieces of other scripts. Some have a long run of one
+    /// piece, longer than any block that a quick way reads at once.
     std::string any() {
         constexpr std::array<std::size_t, 4> rarities = {1, 2, 12, 1000};
         std::string text = mixed(below(60), rarities[below(rarities.size())]);
@@ -63,7 +63,7 @@ class RandomText {
     std::mt19937 random_;
 };
 
-/// A text with its bytes visible, for the message of a failed comparison.
+/// A text with its bytes made visible, for messages.
 inline std::string visible(std::string_view text) {
     std::string shown = "\"";
     for (const char c : text) {

@@ -1,4 +1,4 @@
-// What a test that touches the machine owns: a folder and variables that are put back.
+// A temporary folder and environment variables for one test; both are restored afterwards.
 #pragma once
 
 #include <cstdlib>
@@ -11,7 +11,7 @@
 
 namespace ombrix::test {
 
-/// A folder of this test's own; gone with it.
+/// A new temporary folder; removed with the object.
 class TestFolder {
   public:
     TestFolder() {
@@ -27,7 +27,7 @@ class TestFolder {
 
     const std::string& path() const { return path_; }
     std::string at(std::string_view name) const { return path_ + "/" + std::string(name); }
-    /// Writes a file, with the folders it stands in.
+    /// Writes a file and creates its parent folders.
     std::string write(std::string_view name, std::string_view bytes) const {
         const std::string file = at(name);
         std::filesystem::create_directories(std::filesystem::path(file).parent_path());
@@ -43,7 +43,7 @@ class TestFolder {
     std::string path_;
 };
 
-/// Sets or removes a variable until it goes.
+/// Sets or removes a variable; the destructor restores it.
 class Variable {
   public:
     Variable(std::string name, const std::optional<std::string>& value) : name_(std::move(name)) {

@@ -14,7 +14,7 @@ namespace {
 
 using Views = std::vector<std::string_view>;
 
-/// The fold as its words say it, step by step over the whole text.
+/// The fold by its definition, step by step over the whole text.
 std::string plainFold(std::string_view text) {
     icu::UnicodeString given;
     for (std::size_t at = 0; at < text.size(); at += Utf8::decode(text, at).length)
@@ -110,7 +110,7 @@ TEST(Text, SplitsAndJoins) {
 }
 
 TEST(Text, Replaces) {
-    EXPECT_EQ(Text::replacingAll("aaa", "aa", "a"), "aa") << "what was put in is not read again";
+    EXPECT_EQ(Text::replacingAll("aaa", "aa", "a"), "aa") << "a replacement is not replaced again";
     EXPECT_EQ(Text::withLineFeeds("\r\na\r\r\nb\r"), "\na\r\nb\r");
     EXPECT_EQ(Text::withStraightApostrophes("\u2018a\u2019 \u201Cb\u201D \u201A"),
               "'a' \u201Cb\u201D \u201A");

@@ -7,8 +7,8 @@
 
 namespace ombrix {
 
-TEST(Trash, AFileGoesWhereAPersonCanBringItBack) {
-    const test::TestFolder home;  // both on one file system, or there would be another trash
+TEST(Trash, AMovedFileCanBeRestored) {
+    const test::TestFolder home;  // both on one file system, which has one Trash
     const test::Variable homeVariable("HOME", home.path());
     const test::Variable data("XDG_DATA_HOME", home.at("data"));
     const std::string file = home.write("a folder/notes ü.txt", "kept");

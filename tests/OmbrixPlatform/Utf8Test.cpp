@@ -14,12 +14,12 @@ TEST(Utf8, RepairReplacesEachMaximalBadSequenceOnce) {
         const char* why;
         std::string bytes, repaired;
     } cases[] = {
-        {"a byte that begins nothing", "a\x80z", "a" + bad + "z"},
+        {"a byte that starts nothing", "a\x80z", "a" + bad + "z"},
         {"a sequence cut short is one", "a\xE2\x82z", "a" + bad + "z"},
         {"overlong forms are no sequence", "\xC0\xAF\xE0\x80\x80", bad + bad + bad + bad + bad},
         {"a surrogate", "\xED\xA0\x80", bad + bad + bad},
         {"above the last scalar", "\xF4\x90\x80\x80", bad + bad + bad + bad},
-        {"the last scalar stands", "\xF4\x8F\xBF\xBF", "\xF4\x8F\xBF\xBF"},
+        {"the last scalar is kept", "\xF4\x8F\xBF\xBF", "\xF4\x8F\xBF\xBF"},
     };
     for (const auto& [why, bytes, repaired] : cases) {
         EXPECT_EQ(Utf8::repaired(bytes), repaired) << why;
@@ -76,7 +76,7 @@ TEST(Utf8, OffsetsInUnitsMapBothWays) {
     }
 }
 
-TEST(Utf8, AsciiIsToldAtEveryPlaceOfABlock) {
+TEST(Utf8, AByteThatIsNotAsciiIsFoundAnywhereInABlock) {
     for (std::size_t size = 1; size < 140; ++size) {
         std::string text(size, '\x7F');
         EXPECT_TRUE(Utf8::isAscii(text));

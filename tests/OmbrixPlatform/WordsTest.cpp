@@ -8,7 +8,7 @@
 namespace ombrix {
 namespace {
 
-TEST(Words, AreThoseOfTheWholeTextHoweverItIsCut) {
+TEST(Words, AreThoseThatIcuFindsInTheWholeText) {
     test::RandomText random(2);
     for (int round = 0; round < 6000; ++round) {
         const std::string text = random.any();
@@ -17,14 +17,13 @@ TEST(Words, AreThoseOfTheWholeTextHoweverItIsCut) {
 }
 
 TEST(Words, EveryTripleOfAsciiBytesIsCutByTheAsciiRule) {
-    // Representatives of each class the rules know, and one byte of none.
+    // Representatives of each class of the rules, and one byte in no class.
     constexpr std::string_view classes = "aZ09_@.',;:\"-/ \t\r\n\v+";
     for (const char first : classes) {
         for (const char second : classes) {
             for (const char third : classes) {
-                for (const std::string_view behind : {"", "a", "1"}) {
-                    const std::string text =
-                        std::string{first, second, third} + std::string(behind);
+                for (const std::string_view after : {"", "a", "1"}) {
+                    const std::string text = std::string{first, second, third} + std::string(after);
                     ASSERT_EQ(Words::ranges(text), test::icuPieces(UBRK_WORD, text))
                         << test::visible(text);
                 }
