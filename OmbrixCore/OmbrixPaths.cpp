@@ -12,9 +12,6 @@ namespace {
 
 constexpr std::string_view applicationFolder = "/Applications/Ombrix.app";
 
-/// Larger files are none that a bundle names itself in, and must not fill the memory.
-constexpr std::size_t largestPropertyList = std::size_t{1} << 20;
-
 bool speaks(const std::optional<std::string>& value) { return value && !value->empty(); }
 
 /// The first of the two variables that is set, also when it is empty.
@@ -79,8 +76,8 @@ std::string enclosingAppSupportDirectoryName(const std::optional<std::string>& e
     if (const auto bundle =
             executable ? enclosingBundle(resolvingLinks(*executable)) : std::nullopt) {
         Files::Reader reader;
-        if (const auto bytes =
-                reader.read(Paths::joined(*bundle, "Contents/Info.plist"), largestPropertyList)) {
+        if (const auto bytes = reader.read(Paths::joined(*bundle, "Contents/Info.plist"),
+                                           PropertyList::largestSize)) {
             name = PropertyList::string(*bytes, "OmbrixSupportDirectoryName");
         }
     }
