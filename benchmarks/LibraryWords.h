@@ -1,6 +1,5 @@
-// The words of the generated library. The order of the first list is the order of their frequency
-// in English talk; the other lists are mixed in by topic. Words that no list holds are built from
-// syllables by the generator.
+// The words of the generated library. The first list is ordered by frequency in spoken English; the
+// others are mixed in by topic. The generator builds all further words from syllables.
 #pragma once
 
 #include <array>
@@ -49,7 +48,7 @@ inline constexpr auto everyMeeting = std::to_array<std::string_view>({
     "agreed",   "next",  "problem",  "idea",    "date",
 });
 
-/// A meeting has a few of these and comes back to them; the other meetings lack them.
+/// A meeting has a few of these and repeats them; most meetings lack them.
 inline constexpr auto topics = std::to_array<std::string_view>({
     "release",      "design",     "review",        "launch",       "budget",      "deadline",
     "roadmap",      "quarter",    "estimate",      "feedback",     "support",     "contract",

@@ -1,4 +1,4 @@
-// Runs other programs for the whole-command benchmarks and says what they cost.
+// Runs programs for the benchmarks of whole commands and measures their time and memory.
 #pragma once
 
 #include <fcntl.h>
@@ -22,11 +22,11 @@ using Command = std::vector<std::string>;
 
 struct Cost {
     double seconds = 0;        ///< from start to exit, by the wall clock
-    double peakMegabytes = 0;  ///< the most memory that it held
+    double peakMegabytes = 0;  ///< maximum resident memory
 };
 
-/// Runs a command with its output thrown away and waits for it. Ends this process when the command
-/// cannot be started or ends with another status than 0: a benchmark of a failure says nothing.
+/// Runs a command, discarding its output, and waits for it. Exits this process if the command
+/// cannot be started or fails, since the cost of a failure says nothing.
 inline Cost run(const Command& command) {
     std::vector<char*> arguments;
     for (const std::string& word : command) arguments.push_back(const_cast<char*>(word.c_str()));
@@ -53,16 +53,15 @@ inline Cost run(const Command& command) {
             .peakMegabytes = static_cast<double>(usage.ru_maxrss) * 1024 / 1e6};
 }
 
-/// The median time and the highest peak of the runs.
+/// The median time and the highest memory peak of the runs.
 inline Cost middle(std::vector<Cost> costs) {
     std::ranges::sort(costs, {}, &Cost::seconds);
     const double peak = std::ranges::max(costs, {}, &Cost::peakMegabytes).peakMegabytes;
     return {.seconds = costs[costs.size() / 2].seconds, .peakMegabytes = peak};
 }
 
-/// What each command costs, the commands taking turns, so that a machine that grows slower or
-/// quicker meanwhile does so for all of them. The first round, which warms the caches, is not
-/// counted.
+/// The cost of each command. The commands take turns, so that changes in the machine's speed affect
+/// all of them alike. The first round warms the caches and is not counted.
 inline std::vector<Cost> sideBySide(const std::vector<Command>& commands, int rounds) {
     std::vector<std::vector<Cost>> costs(commands.size());
     for (int round = -1; round < rounds; ++round) {

@@ -1,4 +1,4 @@
-// Ranking: what one file costs when it is only looked at, and what the scoring of many costs.
+// Ranking: collecting the evidence of one file, and scoring the evidence of many.
 #include <benchmark/benchmark.h>
 
 #include <string>

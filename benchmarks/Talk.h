@@ -1,4 +1,4 @@
-// Generated talk for the benchmarks of single functions.
+// Generated speech for the benchmarks of single functions.
 #pragma once
 
 #include <string>
@@ -7,7 +7,7 @@
 
 namespace ombrix::Talk {
 
-/// About `bytes` of sentences without a sign outside ASCII.
+/// About `bytes` bytes of sentences, all ASCII.
 inline std::string ascii(std::size_t bytes) {
     Dice dice(7);
     const Vocabulary vocabulary(dice);
@@ -19,7 +19,7 @@ inline std::string ascii(std::size_t bytes) {
     return text;
 }
 
-/// The same with a curly apostrophe, a dash or a foreign name in most sentences.
+/// The same with a curly apostrophe, a dash and a foreign name before each sentence.
 inline std::string mixed(std::size_t bytes) {
     Dice dice(11);
     const Vocabulary vocabulary(dice);

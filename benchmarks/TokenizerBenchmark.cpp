@@ -1,4 +1,4 @@
-// Cutting text into words, the hot path of every question, in bytes a second.
+// Splitting text into words, the hot path of every question, in bytes per second.
 #include <benchmark/benchmark.h>
 
 #include "OmbrixMarkdownKit/Words/QueryTokenizer.h"
@@ -9,7 +9,7 @@ namespace {
 
 using namespace ombrix;
 
-/// The words one by one, as search reads them, without keeping them.
+/// Reads the words one by one, as a search does, without storing them.
 void scan(benchmark::State& state, const std::string& text) {
     for (auto _ : state) {
         WordScanner scanner(text);
@@ -19,7 +19,7 @@ void scan(benchmark::State& state, const std::string& text) {
     state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(text.size()));
 }
 
-/// The same kept as a list.
+/// Stores the words in a list.
 void tokenize(benchmark::State& state, const std::string& text) {
     for (auto _ : state) benchmark::DoNotOptimize(QueryTokenizer::tokens(text));
     state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(text.size()));

@@ -1,4 +1,4 @@
-// Reading a transcript, in bytes a second: a meeting of an hour and one of 100,000 turns.
+// Parsing a transcript, in bytes per second: a meeting of an hour and one of 100,000 turns.
 #include <benchmark/benchmark.h>
 
 #include "OmbrixMarkdownKit/Transcript/MarkdownTranscript.h"
@@ -16,7 +16,7 @@ void parse(benchmark::State& state) {
 }
 BENCHMARK(parse)->Arg(200)->Arg(100'000)->Unit(benchmark::kMicrosecond);
 
-// The worst case: a file that is no transcript of ours is read to its end.
+// The worst case: a file that is not a transcript is read to its end.
 void declaresNothing(benchmark::State& state) {
     const std::string text = Talk::ascii(static_cast<std::size_t>(state.range(0)));
     for (auto _ : state) benchmark::DoNotOptimize(OmbrixTranscriptMarker::declares(text));

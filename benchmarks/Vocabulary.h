@@ -1,4 +1,4 @@
-// Chance and words for the generated library, the same on every machine.
+// Random numbers and words for the generated library, the same on every machine.
 #pragma once
 
 #include <array>
@@ -13,7 +13,7 @@
 
 namespace ombrix {
 
-/// SplitMix64: small, quick, and the same everywhere, which <random>'s distributions are not.
+/// SplitMix64: small, fast, and the same everywhere, unlike the distributions of <random>.
 class Dice {
   public:
     explicit Dice(std::uint64_t seed) : state_(seed) {}
@@ -38,7 +38,7 @@ class Dice {
     std::uint64_t state_;
 };
 
-/// The words by rank, drawn as talk draws them: the frequent list makes up two thirds.
+/// Words by rank, drawn as often as in speech: two thirds come from the list of frequent words.
 class Vocabulary {
   public:
     explicit Vocabulary(Dice& dice) {
@@ -52,7 +52,7 @@ class Vocabulary {
     }
 
     const std::string& any(Dice& dice) const { return words_[table_[dice.below(tableSize)]]; }
-    /// A word that carries meaning: never one of the function words.
+    /// Any word except those of the list of frequent words.
     const std::string& content(Dice& dice) const {
         const std::size_t first = LibraryWords::frequent.size();
         return words_[first + dice.below(size - first)];

@@ -1,8 +1,8 @@
 // answer-benchmark CLI LIBRARY [--rounds N]
 //
-// Times whole commands of the tool beside other tools that do comparable work: `answer` over a big
-// library beside a search for the same words in the same files, and the start of commands that need
-// no library beside the start of another everyday tool. LIBRARY comes from make-library.
+// Times whole commands against other tools that do comparable work: `answer` over a big library
+// against ripgrep searching for the same words in the same files, and commands that need no library
+// against the start of git. LIBRARY comes from make-library.
 #include <unistd.h>
 
 #include <array>
@@ -21,7 +21,7 @@ using namespace ombrix;
 using ProcessRun::Command;
 using ProcessRun::Cost;
 
-// One word that most meetings hold, one that every tenth holds, one that every hundredth holds.
+// Words that occur in most meetings, in every tenth and in every hundredth.
 constexpr std::array<const char*, 3> words{"customer", "pricing", "Osterby"};
 constexpr const char* question = "what pricing did the customer Osterby want";
 constexpr const char* ofOneMonth = "what pricing did the customer Osterby want in June 2026";
@@ -48,7 +48,7 @@ class SupportDirectory {
     std::string path_;
 };
 
-/// How many files hold each word, told by the same tool that answers are timed against.
+/// How many files contain each word, counted by ripgrep.
 void printWords(const std::string& library) {
     std::uintmax_t files = 0, bytes = 0;
     for (const auto& entry : std::filesystem::recursive_directory_iterator(library)) {

@@ -1,12 +1,11 @@
 // make-library FOLDER [--count N] [--seed S]
 //
-// Writes N transcripts (10,000 unless told, about 50 KB each) of meeting talk that nobody held, in
-// monthly folders over the three years before 2026-08-01. The same count and seed give the same
-// bytes.
+// Writes N transcripts (default 10,000, about 50 KB each) of invented meetings, in monthly folders
+// over the three years before 2026-08-01. The same count and seed give the same bytes.
 //
-// What the talk shares with real talk, because the benchmarks feel it: a few words make up most of
-// it and most words are rare; a meeting keeps coming back to the words of its topic; names, signs
-// and quotes outside ASCII turn up now and then.
+// The text resembles real speech in what affects speed: a few words make up most of it and most
+// words are rare; a meeting repeats the words of its topic; some names, symbols and quotes are not
+// ASCII.
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -27,7 +26,7 @@ namespace {
 
 using namespace ombrix;
 
-/// One meeting while it is written.
+/// Writes one meeting.
 class Meeting {
   public:
     Meeting(const Vocabulary& vocabulary, std::uint64_t seed, std::string& out)
@@ -54,7 +53,7 @@ class Meeting {
                                      : vocabulary_.content(dice_);
         }
         if (dice_.chance(600)) title_.append(", ").append(topic_[0]);
-        // The square makes the first customers frequent and the last ones rare.
+        // Squared, so that the first customers are frequent and the last ones rare.
         const std::size_t place = dice_.below(1000);
         if (dice_.chance(300)) {
             topic_.back() = LibraryWords::customers[place * place / 1000 *
@@ -230,7 +229,7 @@ int makeLibrary(const std::string& folder, std::size_t count, std::uint64_t seed
     std::string text;
     std::uintmax_t bytes = 0;
     for (std::size_t i = 0; i < count; ++i) {
-        // Evenly over the days, so that a window of the library is the same share of its bytes.
+        // Spread evenly, so that a tenth of the days is also a tenth of the bytes.
         const std::string day = dayString(firstDay + std::chrono::days(i * days / count));
         text.clear();
         Meeting meeting(vocabulary, dice.next(), text);
@@ -238,7 +237,7 @@ int makeLibrary(const std::string& folder, std::size_t count, std::uint64_t seed
         std::string name = meeting.title();
         std::ranges::replace(name, ':', '-');
         const std::string month = folder + "/" + day.substr(0, 7);
-        std::error_code ignored;  // a folder that is not there shows when its file is opened
+        std::error_code ignored;  // opening the file fails then
         std::filesystem::create_directories(month, ignored);
         const std::string path = month + "/" + day + " " + std::to_string(i) + " " + name + ".md";
         if (!writeFile(path, text)) {
@@ -252,7 +251,7 @@ int makeLibrary(const std::string& folder, std::size_t count, std::uint64_t seed
     return 0;
 }
 
-/// The whole of `text` as a number; false when it is none.
+/// Sets `number` if the whole of `text` is one; otherwise false.
 template <typename Number>
 bool readNumber(std::string_view text, Number& number) {
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);

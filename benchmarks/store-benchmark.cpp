@@ -1,8 +1,8 @@
 // store-benchmark CLI FOLDER [--rounds N]
 //
-// Times `meetings list` and `meetings get` beside the sqlite3 shell, which runs the same SELECT on
-// the same database: one of 2,000 meetings and one of 20,000, 40 KB of transcript each, so that a
-// cost that grows with the table shows. The databases are made in FOLDER when they are not there.
+// Times `meetings list` and `meetings get` against the sqlite3 shell running the same SELECT on the
+// same database. One database has 2,000 meetings and one 20,000, each with 40 KB of transcript, to
+// show costs that grow with the table. Databases that are missing are made in FOLDER.
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -22,8 +22,8 @@ constexpr const char* columns =
     "SELECT id, title, start_time, duration_seconds, raw_transcript, formatted_notes, word_count, "
     "folder_id, calendar_event_id, mic_audio_path, system_audio_path FROM meetings ";
 
-/// The schema is the store's own; the rows are filled in by one statement, since a commit a row
-/// would take minutes.
+/// The store creates the schema. One statement fills in the rows: a commit for each row would take
+/// minutes.
 std::string database(const std::string& folder, int meetings) {
     const std::string path = folder + "/" + std::to_string(meetings) + ".db";
     if (std::filesystem::exists(path)) return path;

@@ -1,6 +1,6 @@
 # Build types:
 #   Release   what people run (the default)
-#   Sanitize  for running the tests under AddressSanitizer and UndefinedBehaviorSanitizer (g++ or clang++)
+#   Sanitize  for running the tests: AddressSanitizer and UndefinedBehaviorSanitizer
 #   Fuzz      the fuzz targets, with libFuzzer and the same sanitizers (clang++ only)
 if(NOT CMAKE_BUILD_TYPE)
     set(CMAKE_BUILD_TYPE Release CACHE STRING "Release, Sanitize or Fuzz" FORCE)

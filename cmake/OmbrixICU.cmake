@@ -1,5 +1,5 @@
-# OmbrixICU, the target to link for Unicode. Release builds link ICU's static archives: the tool then
-# starts 0.9 ms sooner than with the shared libraries, which spend most of that time relocating
+# OmbrixICU, the target to link for Unicode. Release builds link ICU's static archives: the tool
+# then starts 0.9 ms sooner than with the shared libraries, which spend most of that time relocating
 # tables that no command reads. In return the executable carries 30 MB of Unicode data, of which
 # only the pages in use are loaded. Sanitizer and fuzz builds link the shared libraries, as does a
 # Release build on a machine that lacks the archives.

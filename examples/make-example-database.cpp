@@ -1,9 +1,9 @@
-// Makes the database of the example library, as the desktop application would have filled it:
+// Makes a database for the example library, filled as the desktop application would fill it:
 //
 //   make-example-database <transcripts folder> <database>
 //
-// Every transcript becomes a meeting, one tagged "dictation" a dictation; a meeting's folder is the
-// first folder that leads to its file. A database that is there already is left alone.
+// Every transcript becomes a meeting, or a dictation if it is tagged "dictation". A meeting's
+// folder is the top-level folder of its file. An existing database is an error and is not changed.
 #include <algorithm>
 #include <iostream>
 #include <map>
@@ -22,7 +22,7 @@ namespace ombrix {
 namespace {
 
 struct Example {
-    std::string folder;  ///< empty at the top of the library
+    std::string folder;  ///< empty for a file at the top of the library
     TranscriptDocument document;
     Instant startedAt;
 };
@@ -59,7 +59,7 @@ std::string transcriptOf(const TranscriptDocument& document, bool withSpeakers) 
     return text;
 }
 
-/// What the application keeps as a meeting's notes: the person's own, and the parts it wrote.
+/// The notes as the application stores them: the person's own, then the sections that it wrote.
 std::string notesOf(const TranscriptDocument& document) {
     std::string notes;
     const auto add = [&notes](std::string_view heading, std::string_view body) {

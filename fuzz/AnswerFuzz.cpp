@@ -1,6 +1,6 @@
-// The whole road of a question over one meeting: a question in the first line, a transcript behind
-// it. Reading file by file finds what the documents give; promises and the written answer hold
-// together.
+// A question over one meeting, from words to answer. The first line of the input is the question,
+// the rest a transcript. Evidence collected from the text equals evidence collected from the parsed
+// document; the promises found and the written answer are consistent.
 #include <cmath>
 #include <string>
 #include <vector>
@@ -44,7 +44,7 @@ void checkEvidence(std::string_view text, const TranscriptDocument& document,
     EvidenceCollector collector(matcher, RankedTranscriptSearch::speakerQuestion(options()));
     const DocumentEvidence quick =
         collector.collect(header, TranscriptSections::Sections(frame->body));
-    law(quick == collector.collect(document), "a file looked at holds what its document holds");
+    law(quick == collector.collect(document), "the text and its document give the same evidence");
 }
 
 void checkHits(const std::vector<RankedTranscriptSearch::AnswerHit>& hits) {
@@ -66,7 +66,7 @@ void checkFloor(const IdentifiedDocument& meeting, const std::vector<std::string
             "the user's promises carry the user's name");
         law(promise.text == Text::flattened(promise.text), "a promise is one line");
         law(promise.deadline == CommitmentExtractor::deadline(promise.text),
-            "the deadline stands in the promise");
+            "the deadline is part of the promise");
     }
     const ExtractiveFloor floor({{meeting.id, meeting.document}}, aliases, {});
     const std::vector<RetrievedCitation> citations{{.id = meeting.id,
@@ -80,7 +80,7 @@ void checkFloor(const IdentifiedDocument& meeting, const std::vector<std::string
         law(answer == floor.markdown(citations, shape, plan.intent), "written twice, the same");
         StructuredAnswerParser::parse(answer, shape, citationIDs(citations));
     }
-    law(floor.commitments(citations, plan.intent).size() <= 12, "at most so many promises");
+    law(floor.commitments(citations, plan.intent).size() <= 12, "at most 12 promises");
 }
 }  // namespace
 

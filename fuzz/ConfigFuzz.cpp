@@ -1,4 +1,5 @@
-// config.json: whatever stands in it, each key has a value or its default, and nothing is thrown.
+// config.json: whatever its content, each setting has a value or its default, and nothing is
+// thrown.
 #include <unistd.h>
 
 #include <cstdlib>
@@ -16,7 +17,7 @@ using Fuzz::law;
 
 namespace {
 
-/// A support directory of this process, gone when it ends.
+/// A support directory that is removed when the process ends.
 class SupportDirectory {
   public:
     SupportDirectory() {
@@ -35,7 +36,7 @@ class SupportDirectory {
     std::string path_ = std::filesystem::temp_directory_path() / "config-fuzz-XXXXXX";
 };
 
-/// The string under a key, read the plain way.
+/// The string at a key, read by the JSON parser alone.
 std::optional<std::string> plainly(std::string_view text, std::string_view key) {
     try {
         const Json::Value value = Json::parse(text);
@@ -56,13 +57,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto folder = plainly(text, "output_folder_display_path");
     const std::string resolved = AnswerFolderResolver::resolve(config, "/home/n");
     const bool given = folder && !Text::trimmed(*folder).empty();
-    law(given || resolved == "/home/n/Documents/Ombrix", "no folder is the default folder");
-    law(!given || folder->front() == '~' || resolved == *folder, "a folder is taken as it stands");
+    law(given || resolved == "/home/n/Documents/Ombrix", "without a folder, the default");
+    law(!given || folder->front() == '~' || resolved == *folder, "a folder is not changed");
 
     law(!AnswerFolderResolver::memoryFolderName(config).empty(), "the Memory folder has a name");
     const auto user = plainly(text, "user_name");
     const auto name = AnswerFolderResolver::userName(config);
-    law(name.has_value() == user.has_value(), "a name is there when it is given");
+    law(name.has_value() == user.has_value(), "there is a name if one is given");
     law(!name || *name == Text::trimmedBlanks(*user), "a name has no blanks around it");
     return 0;
 }

@@ -1,5 +1,5 @@
-// JSON from outside: config.json, the application's state and its replies. What is read and written
-// again reads back the same.
+// JSON from outside: config.json, the application's state and its replies. What was read and is
+// written reads back the same.
 #include <algorithm>
 #include <string>
 
@@ -13,7 +13,8 @@ using Fuzz::law;
 
 namespace {
 
-/// Equal but for whole doubles, which are written as integers and read as such.
+/// True for equal values. A double without a fraction also equals the integer: it is written as
+/// one.
 bool sameContent(const Json::Value& a, const Json::Value& b) {
     if (const Json::Array* list = a.array()) {
         const Json::Array* other = b.array();

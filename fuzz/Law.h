@@ -1,4 +1,4 @@
-// What a fuzz target holds true of its reader besides "it does not crash".
+// How a fuzz target states laws that its reader must keep, besides not crashing.
 #pragma once
 
 #include <cstdint>
@@ -9,19 +9,20 @@
 
 namespace ombrix::Fuzz {
 
-/// Ends the process when a law is broken, so that the fuzzer keeps the input.
+/// Prints the claim and aborts unless it holds; the fuzzer then keeps the input.
 inline void law(bool holds, const char* claim) {
     if (holds) return;
     std::fprintf(stderr, "broken: %s\n", claim);
     std::abort();
 }
 
+/// The input as text; shows the fuzzer's bytes.
 inline std::string_view text(const std::uint8_t* data, std::size_t size) {
     return {reinterpret_cast<const char*>(data), size};
 }
 
-/// An input that holds a question or another short text and what it is asked of: cut at its first
-/// line feed.
+/// The input split at its first line feed, for targets that take two texts. Without a line feed the
+/// second is empty.
 inline std::pair<std::string_view, std::string_view> firstLineAndRest(std::string_view input) {
     const std::size_t end = input.find('\n');
     if (end == std::string_view::npos) return {input, {}};

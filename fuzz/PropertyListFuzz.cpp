@@ -1,5 +1,4 @@
-// Property lists of other programs, XML and binary: one key is read, whatever the bytes are.
-
+// Property lists of other programs, XML and binary: reading one key of any bytes.
 #include "Law.h"
 #include "OmbrixPlatform/PropertyList.h"
 

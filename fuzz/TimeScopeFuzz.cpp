@@ -1,5 +1,5 @@
-// Time phrases of any question, at a moment and in a zone that the first two bytes choose; then the
-// plan of what is left.
+// Time phrases in any question, and the plan for what remains of it. The first two bytes of the
+// input choose the calendar and the moment.
 #include <array>
 #include <chrono>
 #include <string>
@@ -35,7 +35,7 @@ void checkPlan(const TimeScopeParser::Parse& parse) {
     law(plan ==
             AskIntentRouter::route(parse.strippedQuestion, parse.horizonDays, !parse.scope.isAll()),
         "the same question, the same plan");
-    law(parse.scope.isAll() || plan.windowDays == 0, "a typed scope leaves no window");
+    law(parse.scope.isAll() || plan.windowDays == 0, "a scope in the question leaves no window");
     law(plan.windowDays >= 0 && plan.windowDays <= 180, "a window of at most half a year");
 }
 }  // namespace
@@ -48,16 +48,17 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
     const auto parse = TimeScopeParser::parse(question, now, here);
     law(parse == TimeScopeParser::parse(question, now, here), "read twice, the same");
-    law(!parse.horizonDays || *parse.horizonDays >= 0, "a horizon does not look back");
+    law(!parse.horizonDays || *parse.horizonDays >= 0, "a horizon is not in the past");
     checkDay(parse.scope.dateFrom);
     checkDay(parse.scope.dateTo);
     for (const std::string& phrase : parse.matchedPhrases)
-        law(!phrase.empty() && Text::contains(question, phrase), "a phrase stands in the question");
+        law(!phrase.empty() && Text::contains(question, phrase),
+            "a phrase is part of the question");
     if (parse.matchedPhrases.empty()) {
         law(parse.strippedQuestion == question && parse.scope.isAll() && !parse.horizonDays,
             "without a phrase nothing changes");
     } else {
-        law(parse.strippedQuestion.size() < question.size(), "a phrase is taken off");
+        law(parse.strippedQuestion.size() < question.size(), "a phrase is removed");
     }
     checkPlan(parse);
     return 0;

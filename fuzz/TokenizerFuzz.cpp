@@ -1,5 +1,5 @@
-// Words of any bytes: a question in the first line, a text behind it. The quick ways of cutting,
-// counting and finding give what the plain ways give.
+// Words in any bytes. The first line of the input is a question, the rest a text. The fast ways of
+// splitting, counting and finding words give what the plain ways give.
 #include <set>
 #include <string>
 #include <vector>
@@ -23,10 +23,10 @@ std::vector<QueryTokenizer::Word> checkedWords(std::string_view text) {
     for (std::size_t i = 0; i < words.size(); ++i) {
         const auto& [raw, stem, range] = words[i];
         law(place <= range.begin && range.begin < range.end && range.end <= text.size(),
-            "words stand one behind the other inside the text");
+            "words follow each other inside the text");
         place = range.end;
         law(stem == tokens[i] && stem == QueryTokenizer::stem(raw), "a token is its word's stem");
-        law(raw == QueryTokenizer::normalize(raw), "a normal form stays");
+        law(raw == QueryTokenizer::normalize(raw), "normalizing twice changes nothing");
     }
     return words;
 }
@@ -34,7 +34,7 @@ std::vector<QueryTokenizer::Word> checkedWords(std::string_view text) {
 void checkBoundaries(std::string_view text) {
     std::vector<ByteRange> plain;
     if (!text.empty()) Words::appendIcuWords(text, {0, text.size()}, plain);
-    law(Words::ranges(text) == plain, "stretches are cut where ICU cuts the whole");
+    law(Words::ranges(text) == plain, "words are split where ICU splits the whole text");
 }
 
 void checkCounts(const std::vector<std::string>& keywords, std::string_view text) {
@@ -46,11 +46,11 @@ void checkCounts(const std::vector<std::string>& keywords, std::string_view text
     for (const auto& found : count.finish()) times.at(found.keyword) = found.times;
     for (std::size_t i = 0; i < keywords.size(); ++i) {
         const auto& stems = matcher.keywords()[i];
-        law(times[i] == QueryTokenizer::count(stems, tokens), "counted together as alone");
+        law(times[i] == QueryTokenizer::count(stems, tokens), "counted together as counted alone");
         const auto range = QueryTokenizer::firstRange(stems, text);
         law(range.has_value() == (times[i] > 0), "what is counted is found");
         law(!range || (range->begin < range->end && range->end <= text.size()), "inside the text");
-        law(times[i] == 0 || matcher.nextPlace(text, 0) < text.size(), "no keyword is passed over");
+        law(times[i] == 0 || matcher.nextPlace(text, 0) < text.size(), "no keyword is skipped");
     }
 }
 }  // namespace

@@ -1,5 +1,4 @@
-// The transcript reader on any bytes: the views agree with the document, and line ends do not
-// matter.
+// The transcript parser on any bytes: the views agree with the document, and CR LF reads as LF.
 #include <algorithm>
 #include <string>
 
@@ -27,7 +26,7 @@ void checkMarker(std::string_view text) {
         "the marker is a line of its own");
 }
 
-/// The reading without copies, on a text that has LF line ends.
+/// Reading without copies, for a text with LF line ends.
 void checkViews(std::string_view text, const TranscriptDocument& document) {
     const auto frame = TranscriptSections::frame(text);
     law(frame.has_value(), "what has a document has a frame");
@@ -59,7 +58,7 @@ void checkViews(std::string_view text, const TranscriptDocument& document) {
 void checkTurns(const TranscriptDocument& document) {
     law(std::ranges::none_of(document.turns, [](const auto& turn) { return turn.speaker.empty(); }),
         "a turn has a speaker");
-    if (document.turns.size() > 200) return;  // ids are hashes: a few are enough
+    if (document.turns.size() > 200) return;  // each id is a digest: slow
     const auto ids = TranscriptTurnID::ids(document.turns);
     for (std::size_t i = 0; i < ids.size(); ++i) {
         law(TranscriptTurnID::locate(ids[i], document.turns) == TranscriptTurnID::Match::exact(i),
