@@ -21,7 +21,7 @@ const MaybeText& firstGiven(const MaybeText& first, const MaybeText& second) {
     return isGiven(first) ? first : second;
 }
 
-/// What `choose` gives for two values that are there, else the one that is.
+/// What `choose` returns for two values; if only one is there, that one.
 template <typename T, typename Choice>
 std::optional<T> combined(const std::optional<T>& a, const std::optional<T>& b, Choice choose) {
     if (a && b) return choose(*a, *b);

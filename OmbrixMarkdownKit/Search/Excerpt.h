@@ -1,4 +1,4 @@
-// Short stretches of a text, cut around what was found in it.
+// Short excerpts of a text around what was found in it.
 #pragma once
 
 #include <cstddef>
@@ -10,10 +10,10 @@
 namespace ombrix::Excerpt {
 
 /// `range` of `text` with `context` characters on each side, trimmed, and "…" at each end that is
-/// not the text's. Costs what it shows, however long the text is.
+/// not the text's. The cost depends on the excerpt, not on the text.
 std::string at(std::string_view text, ByteRange range, std::size_t context);
 
-/// The same around the first place that reads as `term`, ignoring case and diacritics; without such
-/// a place the first `2 * context` characters, without "…".
+/// The same around the first occurrence of `term`, ignoring case and diacritics; without one the
+/// first `2 * context` characters, without "…".
 std::string around(std::string_view text, std::string_view term, std::size_t context);
 }  // namespace ombrix::Excerpt

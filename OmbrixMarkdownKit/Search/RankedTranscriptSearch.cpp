@@ -25,7 +25,7 @@ std::optional<Instant> utcMidnight(std::string_view day) {
     return Calendar::gregorianUtc().midnight(numbers[0], numbers[1], numbers[2]);
 }
 
-/// The inverse document frequency of each keyword, and how many documents hold it.
+/// The inverse document frequency of each keyword, and how many documents have it.
 struct Rarity {
     std::vector<double> idf;
     std::vector<std::size_t> documents;
@@ -44,7 +44,7 @@ Rarity rarity(std::span<const DocumentEvidence> evidence, std::size_t documentCo
     return result;
 }
 
-/// True when the words that carry the question stand in no document.
+/// True when the words that matter most in the question are in no document.
 bool refusesToRank(const Rarity& rarity, std::size_t documentCount,
                    const AnswerRankOptions& options) {
     if (!options.useIDF || documentCount < 2 || options.unmatchedMassLimit >= 1) return false;

@@ -54,8 +54,8 @@ struct ParticipationBoost {
 
 struct AnswerRankOptions {
     bool useIDF = true;                         ///< rare keywords weigh more
-    double tfSaturationK = 1.5;                 ///< 0 and below: the mere presence counts
-    std::optional<double> recencyHalfLifeDays;  ///< nothing, 0 and below: age does not matter
+    double tfSaturationK = 1.5;                 ///< 0 and below: only presence counts
+    std::optional<double> recencyHalfLifeDays;  ///< none, 0 and below: age does not matter
     std::optional<ParticipationBoost> participation;
     double unmatchedMassLimit = 1.0;  ///< share of rarity in absent keywords beyond which the
                                       ///< question has no hits; 1 and above: no limit
@@ -70,8 +70,8 @@ std::vector<std::string> keywords(std::string_view question);
 std::string excerpt(std::string_view text, std::string_view term, std::size_t context);
 std::string excerpt(std::string_view text, ByteRange range, std::size_t context);
 
-/// The documents that hold a keyword of the question, by relevance, then the later day, then input
-/// order.
+/// The documents with a keyword of the question, by relevance, then by day (later first), then by
+/// input order.
 std::vector<AnswerHit> answerRank(std::span<const IdentifiedDocument> documents,
                                   std::string_view question, const AnswerRankOptions& options);
 /// The same over the documents that the scope admits. Only hits are copied.
@@ -79,16 +79,16 @@ ScopedAnswerResult answerRank(std::span<const IdentifiedDocument> documents,
                               std::string_view question, const AnswerScope& scope,
                               const AnswerRankOptions& options);
 
-/// 2 to the power of minus the age in half lives: 1 today and in the future, 1 for a day that is
-/// none, 1 without a half life above 0.
+/// 2 to the power of minus the age in half lives. 1 for today, for the future, for text that is not
+/// a day, and without a half life above 0.
 double recencyFactor(std::string_view date, Instant now, std::optional<double> halfLifeDays);
 
 // ---- the two steps of `answerRank`, for a caller that reads a library file by file --------------
 
-/// What the options ask of the evidence about the user.
+/// What the evidence must say about the user; nothing when the options do not ask.
 std::optional<SpeakerQuestion> speakerQuestion(const AnswerRankOptions& options);
 
-/// A hit by its place in the evidence that was given.
+/// A hit by its index in the given evidence.
 struct ScoredHit {
     std::size_t index = 0;
     std::int64_t matchedKeywords = 0;
@@ -96,12 +96,12 @@ struct ScoredHit {
     bool operator==(const ScoredHit&) const = default;
 };
 
-/// The hits among `evidence`, in order. `evidence` may leave out documents without a keyword;
-/// `documentCount` counts those as well.
+/// The hits among `evidence`, best first. `evidence` can leave out documents without a keyword;
+/// `documentCount` includes them.
 std::vector<ScoredHit> score(std::span<const DocumentEvidence> evidence, std::size_t documentCount,
                              std::size_t keywordCount, const AnswerRankOptions& options);
 
-/// The match and its snippets, from the evidence that was collected of this document.
+/// The match and its snippets, from the evidence that was collected from this document.
 DocumentMatch matchFromEvidence(const TranscriptDocument& document,
                                 const DocumentEvidence& evidence, const KeywordMatcher& keywords);
 }  // namespace ombrix::RankedTranscriptSearch

@@ -1,5 +1,5 @@
 // The window of days an answer looks at when the question names no time, and how that window grows
-// when too few meetings stand in it.
+// when it has too few meetings.
 #pragma once
 
 #include <cstdint>
@@ -25,12 +25,12 @@ struct Window {
     bool operator==(const Window&) const = default;
 };
 
-/// The default window: as long as the question looks ahead, from 7 to 30 days; 14 without a
+/// The default window: as many days back as the question looks ahead, from 7 to 30; 14 without a
 /// horizon.
 Window window(std::optional<std::int64_t> horizonDays, Instant now, const Calendar& calendar);
 
-/// A window of `days` days (at least 1) that ends today. Where the calendar cannot reach back so
-/// far it is today alone.
+/// A window of `days` days (at least 1) that ends today. If the calendar does not reach back that
+/// far it is only today.
 Window window(std::int64_t days, Instant now, const Calendar& calendar,
               std::optional<std::int64_t> widenedFrom, std::optional<std::string> note);
 

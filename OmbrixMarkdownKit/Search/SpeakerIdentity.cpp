@@ -69,8 +69,8 @@ TurnCounter::TurnCounter(const SpeakerIdentity& identity) {
 }
 
 bool TurnCounter::isUser(std::string_view speaker) {
-    // A label that was never seen must not equal these while they are empty; an empty one is
-    // nobody.
+    // The two labels are empty until one was seen, so an empty label must not be compared with
+    // them; it is nobody.
     if (speaker.empty() || foldedAliases_.empty() || speaker == otherLabel_) return false;
     if (speaker == userLabel_) return true;
     const bool user =
@@ -96,7 +96,7 @@ void TurnCounter::add(std::string_view speaker, std::string_view text) {
 
 bool isSubstantive(std::string_view text) {
     constexpr std::size_t fewWords = 3;
-    // Most texts show their fourth word within a few ASCII bytes; only the others are split.
+    // Most texts reach their fourth word within a few ASCII bytes; only the others are split.
     std::size_t words = 0;
     bool inWord = false;
     for (const char c : text) {

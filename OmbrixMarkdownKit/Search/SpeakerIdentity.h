@@ -1,6 +1,6 @@
 // Who the user is among the speakers of a transcript, and whether they took part. A name in the
-// list of participants is not enough: the user's microphone also hears the other side's
-// loudspeaker, and a "yes" says nothing, so both are left out of the count.
+// list of participants is not enough. Of the user's turns, those that echo the other side (the
+// microphone also hears the loudspeaker) and those as short as a "yes" do not count.
 #pragma once
 
 #include <cstdint>
@@ -32,31 +32,31 @@ struct SpeakerIdentity {
 
 namespace Participation {
 
-/// The words of a text without order and repeats, made to be compared with other texts'.
+/// The set of words of a text, for comparing texts.
 class WordSet {
   public:
     explicit WordSet(std::string_view text);
 
-    /// True when the two share at least nine tenths of the larger one. Two texts of equal words do;
-    /// a text without words is an echo of nothing.
+    /// True when the two share at least nine tenths of the larger one, as equal sets do. False when
+    /// one is empty.
     bool echoes(const WordSet& other) const;
 
   private:
     std::vector<std::string> stems_;  // ascending, each once
 };
 
-/// Counts the substantive turns of one person while a transcript goes by, turn after turn. Keeps
-/// views of the texts it was given: they must outlive it or stand until the next turn of another
-/// speaker. Linear in the texts (times the logarithm of a turn's words), however they alternate.
+/// Counts the substantive turns of one person, turn after turn. Keeps a view of the other side's
+/// last text, which must be valid until the next turn of another speaker. Linear in the texts
+/// (times the logarithm of a turn's words), however speakers alternate.
 class TurnCounter {
   public:
     explicit TurnCounter(const SpeakerIdentity& identity);
 
     /// The next turn, in the order of the transcript.
     void add(std::string_view speaker, std::string_view text);
-    /// The user's turns so far that are substantive and no echo of the other side's last words.
+    /// The user's turns so far that are substantive and no echo of what the other side said last.
     std::int64_t count() const { return count_; }
-    /// True once the count is what `spoke` asks for; later turns cannot change that.
+    /// True once the count is enough for `spoke`; later turns cannot change that.
     bool hasSpoken(std::int64_t minTurns) const { return count_ >= (minTurns < 1 ? 1 : minTurns); }
 
   private:
@@ -66,20 +66,20 @@ class TurnCounter {
     std::vector<std::string> foldedAliases_;
     std::string userLabel_, otherLabel_;  // the last ones seen, so that equal labels fold once
     std::optional<std::string_view> previous_;
-    std::optional<WordSet> previousWords_;  // of `previous_`, once they were asked for
+    std::optional<WordSet> previousWords_;  // of `previous_`, made when first needed
     std::int64_t count_ = 0;
 };
 
 /// True when the text has more than three words, cut at white space.
 bool isSubstantive(std::string_view text);
 
-/// True when `text` says what `previous`, the other side's last words, said already: their stems
-/// are the same, or share at least nine tenths of the larger set. False without previous words and
-/// when either holds no word.
+/// True when `text` repeats `previous`, what the other side said last: their stems are the same, or
+/// share at least nine tenths of the larger set. False without `previous` and when either has no
+/// word.
 bool isEcho(std::string_view text, std::optional<std::string_view> previous);
 
-/// How many turns of the person are substantive and no echo of the turn of another speaker that
-/// stands last before them.
+/// How many turns of the person are substantive and no echo of the last turn of another speaker
+/// before them.
 std::int64_t substantiveTurnCount(const TranscriptDocument& document,
                                   const SpeakerIdentity& identity);
 

@@ -116,8 +116,8 @@ void EvidenceCollector::addTurn(std::size_t index) {
     }
 }
 
-// One search runs through the whole section; turns are cut only when it finds a place, and words
-// only in the turns that hold one.
+// One scan runs through the whole section; turns are cut only when it finds a candidate, and words
+// only in the turns that have one.
 void EvidenceCollector::addTurns(std::string_view section) {
     std::size_t place = matcher_.nextPlace(section, 0);
     if (place == section.size()) return;
@@ -125,7 +125,7 @@ void EvidenceCollector::addTurns(std::string_view section) {
         return static_cast<std::size_t>(text.data() + text.size() - section.data());
     };
     bool holdsPlace = false;
-    std::size_t turn = 0;  // counts from 1; 0 stands for "none yet"
+    std::size_t turn = 0;  // counts from 1; 0 before the first
     const auto finishTurn = [&] {
         if (holdsPlace) addTurn(turn - 1);
         holdsPlace = false;

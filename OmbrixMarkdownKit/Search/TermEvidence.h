@@ -1,6 +1,6 @@
-// The first step of ranking: what one document holds of a question's keywords. The second step
-// scores the evidence of all documents and needs the documents no more, so a library can be read
-// file by file.
+// The first step of ranking: what one document has of a question's keywords. The second step
+// scores the evidence of all documents without the documents, so a library can be read file by
+// file. docs/search.md shows both.
 #pragma once
 
 #include <array>
@@ -18,16 +18,16 @@
 
 namespace ombrix {
 
-/// A hit in the title, and one in a participant's name, counts as so many in what was said.
+/// How many spoken hits one in the title, or in a participant's name, is worth.
 constexpr double titleTermWeight = 3.0;
 constexpr double participantTermWeight = 2.0;
 
-/// The body fields that are searched, in the order in which they are looked at: notes, summary,
-/// action items, key moments. Meeting notes are not among them.
+/// The body fields that are searched, in this order: notes, summary, action items, key moments.
+/// Meeting notes are not searched.
 using BodyFields = std::array<std::string_view, 4>;
 BodyFields bodyFields(const TranscriptDocument& document);
 
-/// Where one keyword stands in one document.
+/// Where one keyword is found in one document.
 struct TermEvidence {
     std::size_t keyword = 0;  ///< its index among the keywords
     double tf = 0;            ///< weighted count; above 0 when `EvidenceCollector` made it
@@ -41,26 +41,26 @@ struct TermEvidence {
 struct DocumentEvidence {
     std::string date;                 ///< the document's
     std::vector<TermEvidence> terms;  ///< keywords that occur, in keyword order
-    bool userSpoke = false;           ///< only asked when `terms` is not empty
+    bool userSpoke = false;           ///< only determined when `terms` is not empty
     bool operator==(const DocumentEvidence&) const = default;
 };
 
-/// Who "the user" is for `userSpoke`, and how many turns it takes.
+/// Who "the user" is for `userSpoke`, and how many turns are needed.
 struct SpeakerQuestion {
     SpeakerIdentity identity;
     std::int64_t minTurns = 1;
 };
 
-/// Collects evidence document after document with the same keywords. Both ways of reading give the
-/// same evidence for the same file.
+/// Collects evidence from one document after the other with the same keywords. Both forms of
+/// `collect` give the same evidence for the same file.
 class EvidenceCollector {
   public:
     EvidenceCollector(const KeywordMatcher& matcher, std::optional<SpeakerQuestion> speaker);
 
     DocumentEvidence collect(const TranscriptDocument& document);
 
-    /// The evidence of a file that is only looked at. `header` holds the title, the date and the
-    /// participants; its other fields are not read.
+    /// The evidence from views of a file. `header` has the title, the date and the participants;
+    /// its other fields are not read.
     DocumentEvidence collect(const TranscriptDocument& header,
                              const TranscriptSections::Sections& sections);
 
@@ -78,7 +78,7 @@ class EvidenceCollector {
     void addTurns(std::string_view section);
     void addTurn(std::size_t index);
     bool userSpoke(std::string_view section) const;
-    /// Counts `text` unless it can be told that no keyword stands in it.
+    /// Counts the keywords of `text`; quick when the scan shows that there is none.
     const std::vector<KeywordMatcher::Counter::Found>& count(std::string_view text);
 
     const KeywordMatcher& matcher_;

@@ -1,5 +1,5 @@
-// The time phrases of an English question: "what did we decide last week?" asks "what did we
-// decide?" of the days of last week. What stands between double quotes is never read as a time.
+// Separates the time phrases of an English question from the rest: "what did we decide last week?"
+// asks "what did we decide?" about the days of last week. Text in double quotes is never a time.
 #pragma once
 
 #include <cstdint>
@@ -16,13 +16,13 @@ namespace ombrix::TimeScopeParser {
 struct Parse {
     AnswerScope scope{};             ///< days and `lastN` only; `AnswerScope::all` without a phrase
     std::string strippedQuestion{};  ///< the question itself when no phrase was found
-    std::vector<std::string> matchedPhrases{};  ///< as they stand in the question, in its order
+    std::vector<std::string> matchedPhrases{};  ///< as written in the question, in its order
     std::optional<std::int64_t> horizonDays{};  ///< how many days ahead the question looks
     bool operator==(const Parse&) const = default;
 };
 
 /// Reads `question` at the clock `now`; the calendar gives the zone of its days and the first day
-/// of its weeks. Several phrases merge (`AnswerScope::merging`); of several horizons the farthest
+/// of its weeks. Several phrases merge (`AnswerScope::merging`); of several horizons the longest
 /// counts. A phrase whose date the calendar cannot compute stays in the question. Never throws;
 /// linear in the question.
 Parse parse(std::string_view question, Instant now, const Calendar& calendar);

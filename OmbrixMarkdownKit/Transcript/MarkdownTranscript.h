@@ -1,6 +1,6 @@
 // The transcript file: a frontmatter of known keys and a body of known sections. The reader is a
 // line scanner for the keys and a substring search for the headings; it is neither a YAML nor a
-// Markdown parser and lets pass whatever it does not know. It never fails on a file that has a
+// Markdown parser and ignores whatever it does not know. It never fails on a file that has a
 // frontmatter.
 //
 //   ---

@@ -10,7 +10,7 @@ namespace ombrix::TranscriptHeader {
 namespace {
 
 /// A value in double quotes loses them, and each \" in it becomes a plain quote; there is no other
-/// escape. Any other value stands as it is.
+/// escape. Any other value stays as it is.
 std::string unquoted(std::string_view value) {
     if (value.size() < 2 || !value.starts_with('"') || !value.ends_with('"'))
         return std::string(value);
@@ -46,7 +46,7 @@ void readPendingOffset(Document& document, std::string_view value) {
 }
 
 struct ScalarKey {
-    std::string_view prefix;  // with its colon, so that no key is the beginning of another
+    std::string_view prefix;  // with its colon, so that no key is a prefix of another
     Read read;
 };
 
@@ -99,7 +99,7 @@ void readItem(List list, std::string_view item, Document& document) {
     }
 }
 
-/// Reads a line that is no item of the list before it; gives the list that it opens.
+/// Reads a line that is no item of the list before it; returns the list that it opens.
 List readKey(std::string_view line, Document& document) {
     constexpr std::string_view tagsKey = "tags:";
     if (readScalar(line, document)) return List::none;

@@ -11,11 +11,11 @@ namespace {
 constexpr std::string_view commentOpen = "<!--";
 constexpr std::string_view commentClose = "-->";
 
-/// A place in the body where a section may begin or end.
+/// A place in the body where a section can begin or end.
 struct Mark {
     std::size_t at = 0;
     std::optional<Section> heading;  ///< nothing for the end of the machine block
-    bool endsLine = false;           ///< a line feed stands right behind the heading
+    bool endsLine = false;           ///< a line feed follows the heading
 };
 
 std::optional<Section> headingAt(std::string_view body, std::size_t at) {
@@ -44,8 +44,8 @@ void addBlockEnds(std::string_view body, std::vector<Mark>& marks) {
     }
 }
 
-/// The section of `heading`: from behind the first line that ends in it to the next mark that
-/// stands at the beginning of a later line.
+/// The section of `heading`: from the line after the first one that ends in it to the next mark at
+/// the start of a later line.
 std::string_view sectionOf(Section heading, std::string_view body, const std::vector<Mark>& marks) {
     auto mark = std::ranges::find_if(
         marks, [&](const Mark& m) { return m.heading == heading && m.endsLine; });
@@ -79,7 +79,7 @@ std::optional<Frame> frame(std::string_view text) {
     std::size_t end = rest.find(closing);
     if (end != std::string_view::npos)
         return Frame{rest.substr(0, end), rest.substr(end + closing.size())};
-    // A file may end right behind the dashes; a line that merely begins with them closes as well.
+    // A file can end right after the dashes; a line that merely starts with them closes as well.
     const auto looseClosing = closing.substr(0, closing.size() - 1);
     end = rest.find(looseClosing);
     if (end == std::string_view::npos) return std::nullopt;

@@ -1,7 +1,6 @@
-// A transcript file cut into views: where its header and its sections stand and where each turn
-// begins, without a copy of anything. `MarkdownTranscriptParser` makes a document of it; search
-// runs over it as it is. Texts have LF line ends; the views show the bytes of the text that was
-// given.
+// A transcript file cut into views: its header, its sections and its turns, without a copy of
+// anything. `MarkdownTranscriptParser` makes a document of them; search reads them as they are.
+// Texts have LF line ends; the views show the bytes of the given text.
 #pragma once
 
 #include <array>
@@ -19,26 +18,26 @@ constexpr std::array<std::string_view, 6> sectionHeaders = {
     "## Notes",         "## Transcript",   "## Summary",
     "## Meeting Notes", "## Action Items", "## Key Moments",
 };
-/// Closes the machine block, and with it the section it stands behind.
+/// Closes the machine block, and with it the section before it.
 constexpr std::string_view machineBlockEnd = "<!-- /ombrix:ai -->";
 
 struct Frame {
     std::string_view header;  ///< between the "---" lines
-    std::string_view body;    ///< behind the closing one
+    std::string_view body;    ///< after the closing one
 };
 
 /// The header and the body; nothing when the text does not begin with a closed frontmatter.
 std::optional<Frame> frame(std::string_view text);
 
-/// Each section as it stands, untrimmed; empty when its heading is missing.
+/// Each section untrimmed; empty when its heading is missing.
 class Sections {
   public:
     explicit Sections(std::string_view body);
     std::string_view raw(Section section) const {
         return sections_[static_cast<std::size_t>(section)];
     }
-    /// The section as a document holds it: trimmed, and without comment lines save in the notes.
-    /// `storage` keeps the bytes when lines had to go; otherwise the view shows the body's.
+    /// The section as a document holds it: trimmed, and without comment lines except in the notes.
+    /// The view shows bytes of the body, or of `storage` when lines were removed.
     std::string_view text(Section section, std::string& storage) const;
 
   private:
@@ -52,12 +51,12 @@ struct Paragraph {
     std::string_view text;
 };
 
-/// Walks the paragraphs of a transcript section. Those in front of the first turn and those whose
-/// speaker is empty are passed over.
+/// Walks the paragraphs of a transcript section. Those before the first turn and those whose
+/// speaker is empty are skipped.
 class Paragraphs {
   public:
     explicit Paragraphs(std::string_view section) : rest_(section) {}
-    /// False behind the last paragraph.
+    /// False after the last paragraph.
     bool next(Paragraph& paragraph);
 
   private:

@@ -14,7 +14,7 @@ constexpr std::size_t hashBytes = 3;
 constexpr std::size_t hashDigits = 2 * hashBytes;
 constexpr std::size_t fewestPositionDigits = 3;
 
-/// What `locate` answers for an id whose own position does not hold its hash.
+/// What `locate` returns for an id whose own position has another hash.
 Match elsewhere(std::size_t place, std::string_view wanted, std::span<const std::string> hashes) {
     const auto distance = [place](std::size_t index) {
         return index < place ? place - index : index - place;

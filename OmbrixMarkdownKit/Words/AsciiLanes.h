@@ -1,5 +1,5 @@
-// Sixteen bytes at a time, for loops that must not branch on every letter. A machine without SSE2
-// takes the same steps byte by byte.
+// Sixteen bytes at a time, for loops that must not branch on every letter. Without SSE2 the same
+// functions work byte by byte.
 #pragma once
 
 #include <cstddef>
@@ -38,7 +38,8 @@ inline std::uint32_t alphanumeric(const char* bytes) {
         _mm_or_si128(Detail::within(lower, 'a', 'z'), Detail::within(raw, '0', '9'))));
 }
 
-/// Copies sixteen bytes; letters become lower case, digits stay, other bytes are not to be used.
+/// Copies sixteen bytes; letters become lower case, digits stay, the copies of other bytes mean
+/// nothing.
 inline void copyLowercased(const char* from, char* to) {
     _mm_storeu_si128(reinterpret_cast<__m128i*>(to),
                      _mm_or_si128(Detail::load(from), _mm_set1_epi8(caseBit)));

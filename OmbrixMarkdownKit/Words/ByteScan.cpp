@@ -17,7 +17,7 @@ namespace {
 constexpr std::size_t blockSize = 64;
 constexpr char caseBit = AsciiLanes::caseBit;
 
-/// Answers about 64 bytes as 64 bits: bit n speaks of byte n.
+/// Properties of 64 bytes as 64 bits: bit n is about byte n.
 #if defined(__SSE2__)
 class Block {
   public:
@@ -28,8 +28,8 @@ class Block {
         }
     }
 
-    /// Bytes that are `lower`, an ASCII letter in lower case or a digit, in any case. A control
-    /// character may pass for a digit.
+    /// The bytes equal to `lower`, a lower-case ASCII letter or a digit, ignoring case. A control
+    /// character can be taken for a digit.
     std::uint64_t equal(char lower) const {
         const __m128i wanted = _mm_set1_epi8(static_cast<char>(lower | caseBit));
         return mask([&](std::size_t i) { return _mm_cmpeq_epi8(lower_[i], wanted); });
@@ -85,13 +85,13 @@ class Block {
 };
 #endif
 
-/// What stands behind the block is not known yet, so its last bits say yes.
+/// The bits `count` bytes later. What follows the block is not known yet, so the last bits are set.
 constexpr std::uint64_t shiftedDown(std::uint64_t bits, unsigned count) {
     return (bits >> count) | ~(~std::uint64_t{0} >> count);
 }
 
-/// The first place at or behind `from` of which `marks(block, at)` has a bit and `confirm(place)`
-/// is true. A last block that is not full is filled with zeros.
+/// The first place from `from` on that has its bit in `marks(block, at)` and for which
+/// `confirm(place)` is true; the size when there is none. The last block is padded with zeros.
 template <typename Marks, typename Confirm>
 std::size_t firstPlace(std::string_view text, std::size_t from, Marks marks, Confirm confirm) {
     for (std::size_t at = from; at < text.size(); at += blockSize) {
@@ -112,7 +112,7 @@ std::size_t firstPlace(std::string_view text, std::size_t from, Marks marks, Con
     return text.size();
 }
 
-/// Characters that may stand inside a word and leave nothing in its normal form.
+/// Characters that can be inside a word and have no part in its normal form.
 constexpr bool joinsSilently(char c) {
     return c == '\'' || c == '.' || c == ',' || c == ';' || c == '_' || c == '@';
 }
@@ -122,10 +122,10 @@ bool agree(std::string_view a, std::string_view b) {
     return a.substr(0, shared) == b.substr(0, shared);
 }
 
-/// True when the word that an ASCII run at `at` opens may begin with `beginning`: the run does, or
-/// it stops short of it at something that words may hold without a trace.
-bool runMayBegin(std::string_view text, std::size_t at, std::string_view beginning) {
-    for (const char wanted : beginning) {
+/// True when the word that starts with the ASCII run at `at` can begin with `prefix`: the run
+/// does, or it ends earlier at a character that can be inside a word and not in its normal form.
+bool runMayBegin(std::string_view text, std::size_t at, std::string_view prefix) {
+    for (const char wanted : prefix) {
         if (at == text.size()) return false;
         const char c = text[at++];
         if (Text::asciiLowercased(c) == wanted && Text::isAsciiAlphanumeric(c)) continue;
@@ -147,15 +147,15 @@ std::size_t findOneForm(std::string_view text, std::size_t from) {
         });
 }
 
-WordStarts::WordStarts(std::vector<std::string> beginnings) : beginnings_(std::move(beginnings)) {
-    for (const auto& beginning : beginnings_)
-        pairs_.emplace_back(beginning[0], beginning.size() > 1 ? beginning[1] : '\0');
+WordStarts::WordStarts(std::vector<std::string> prefixes) : prefixes_(std::move(prefixes)) {
+    for (const auto& prefix : prefixes_)
+        pairs_.emplace_back(prefix[0], prefix.size() > 1 ? prefix[1] : '\0');
     std::ranges::sort(pairs_);
     pairs_.erase(std::ranges::unique(pairs_).begin(), pairs_.end());
 }
 
 std::size_t WordStarts::next(std::string_view text, std::size_t from) const {
-    if (beginnings_.empty()) return text.size();
+    if (prefixes_.empty()) return text.size();
     const auto marks = [&](const Block& block, std::size_t at) {
         const std::uint64_t inWord = block.alphanumeric();
         const std::uint64_t wordBefore = at > 0 && Text::isAsciiAlphanumeric(text[at - 1]) ? 1 : 0;
@@ -176,15 +176,14 @@ bool WordStarts::mayBeginAt(std::string_view text, std::size_t at) const {
     const auto byte = static_cast<unsigned char>(text[at]);
     if (byte < 0x80)
         return std::ranges::any_of(
-            beginnings_, [&](const auto& beginning) { return runMayBegin(text, at, beginning); });
+            prefixes_, [&](const auto& prefix) { return runMayBegin(text, at, prefix); });
     constexpr unsigned char firstLead = 0xC2;
     if (byte < firstLead) return false;  // inside a character
     const char32_t scalar = Utf8::decode(text, at).scalar;
-    // A prefix makes the letter behind it part of itself, so the word may begin with the next one.
+    // A prefix joins with the letter after it into one character, so the word can begin there.
     if (Characters::isPrefix(scalar)) return true;
     const std::string fold = Text::folded(scalar);
     if (fold.empty()) return false;
-    return std::ranges::any_of(beginnings_,
-                               [&](const auto& beginning) { return agree(fold, beginning); });
+    return std::ranges::any_of(prefixes_, [&](const auto& prefix) { return agree(fold, prefix); });
 }
 }  // namespace ombrix::ByteScan

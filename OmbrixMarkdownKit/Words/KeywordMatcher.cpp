@@ -12,29 +12,29 @@
 namespace ombrix {
 namespace {
 
-/// Beyond so many, looking for each beginning costs as much as cutting every word.
-constexpr std::size_t mostBeginnings = 24;
+/// With more prefixes than this, looking for each costs as much as cutting every word.
+constexpr std::size_t mostPrefixes = 24;
 
-/// Beginnings of which one stands at each place of the keyword. A phrase needs all its words, so
-/// its most telling one is enough. "1o1" is written in forms that begin otherwise.
-std::vector<std::string> beginningsOf(const std::vector<std::string>& stems) {
+/// Prefixes; every occurrence of the keyword contains a word that starts with one. A phrase needs
+/// all its words, so its longest prefix is enough. "1o1" is written in forms that start otherwise.
+std::vector<std::string> prefixesOf(const std::vector<std::string>& stems) {
     if (std::ranges::find(stems, OneOnOne::word) != stems.end()) return {"1", "one"};
     std::string longest;
     for (const auto& stem : stems) {
-        if (auto beginning = Stemmer::commonBeginning(stem); beginning.size() > longest.size())
-            longest = std::move(beginning);
+        if (auto prefix = Stemmer::commonPrefix(stem); prefix.size() > longest.size())
+            longest = std::move(prefix);
     }
     return {longest};
 }
 
 std::optional<ByteScan::WordStarts> startsOf(
     const std::vector<std::vector<std::string>>& keywords) {
-    std::vector<std::string> beginnings;
+    std::vector<std::string> prefixes;
     for (const auto& stems : keywords) {
-        std::ranges::move(beginningsOf(stems), std::back_inserter(beginnings));
-        if (beginnings.size() > mostBeginnings) return std::nullopt;
+        std::ranges::move(prefixesOf(stems), std::back_inserter(prefixes));
+        if (prefixes.size() > mostPrefixes) return std::nullopt;
     }
-    return ByteScan::WordStarts(std::move(beginnings));
+    return ByteScan::WordStarts(std::move(prefixes));
 }
 }  // namespace
 
@@ -65,7 +65,7 @@ void KeywordMatcher::insert(std::size_t keyword) {
 }
 
 void KeywordMatcher::link() {
-    // Nodes are numbered along each keyword; their fallbacks need those of all shorter ones first.
+    // Nodes are numbered keyword by keyword; a fallback needs those of all shorter paths first.
     struct Edge {
         std::uint32_t from, stem, to;
     };

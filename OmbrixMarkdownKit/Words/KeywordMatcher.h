@@ -1,5 +1,5 @@
 // Counts a question's keywords in texts, all of them in one pass over the words: a keyword is one
-// stem or, for a quoted phrase, several that must stand one behind the other.
+// stem or, for a quoted phrase, several that must follow each other.
 #pragma once
 
 #include <array>
@@ -22,22 +22,22 @@ class KeywordMatcher {
 
     const std::vector<std::vector<std::string>>& keywords() const { return keywords_; }
 
-    /// The first place at or behind `from` at which a keyword may stand; the size when the rest
-    /// holds none. Much faster than counting. With very many keywords every place is one.
+    /// The first place from `from` on where a keyword is possible; the size when the rest has none.
+    /// Much faster than counting. With very many keywords every place is possible.
     std::size_t nextPlace(std::string_view text, std::size_t from) const;
 
-    /// Counts over one field of a document, which may come in pieces: the words of the pieces stand
-    /// one behind the other.
+    /// Counts over one field of a document. The field can come in pieces, whose words follow each
+    /// other.
     class Counter {
       public:
         explicit Counter(const KeywordMatcher& matcher);
         void add(std::string_view piece);
-        /// The keywords found since the last call, each with how often it stands there; overlapping
-        /// places count each. The order is not told.
         struct Found {
             std::size_t keyword = 0;
             std::size_t times = 0;
         };
+        /// The keywords found since the last call and how often each, overlapping occurrences
+        /// included. In no particular order; valid until the next call.
         const std::vector<Found>& finish();
 
       private:
@@ -55,10 +55,10 @@ class KeywordMatcher {
     static constexpr std::uint32_t nowhere = ~std::uint32_t{0};
 
     // An Aho-Corasick automaton over stems: its time depends on the words and on what is found, not
-    // on how many keywords there are or how alike they begin.
+    // on the number of keywords or on how much they share.
     struct Node {
-        std::uint32_t fallback = root;  // the longest other beginning that the words end in
-        std::uint32_t shorter = root;   // the next keyword along the fallbacks; root for none
+        std::uint32_t fallback = root;  // the longest shorter path that is a suffix of this one
+        std::uint32_t shorter = root;   // the nearest keyword on the fallbacks; root for none
         std::optional<std::size_t> keyword;
     };
     struct Hash {
@@ -75,7 +75,7 @@ class KeywordMatcher {
 
     std::vector<std::vector<std::string>> keywords_;
     std::unordered_map<std::string, std::uint32_t, Hash, std::equal_to<>> stems_;
-    std::array<bool, 256> firstBytes_{};  // of the stems: most words go no farther than this
+    std::array<bool, 256> firstBytes_{};  // of the stems: most words are ruled out by this
     std::unordered_map<std::uint64_t, std::uint32_t> children_;  // node and stem to node
     std::vector<Node> nodes_;
     std::optional<ByteScan::WordStarts> starts_;

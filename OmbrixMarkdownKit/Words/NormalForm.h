@@ -6,7 +6,7 @@
 
 namespace ombrix::NormalForm {
 
-/// "Café" is "cafe", "Bob's" is "bob", "don't" is "dont", "q3," is "q3". Empty when `word` holds no
+/// "Café" is "cafe", "Bob's" is "bob", "don't" is "dont", "q3," is "q3". Empty when `word` has no
 /// letter and no number. Linear.
 std::string of(std::string_view word);
 }  // namespace ombrix::NormalForm

@@ -11,7 +11,7 @@
 namespace ombrix::OneOnOne {
 namespace {
 
-/// The length of the form that begins at `rest`, without a plural "s"; 0 for none.
+/// The length of the form that `rest` starts with, without a plural "s"; 0 for none.
 std::size_t formLength(std::string_view rest) {
     for (const std::string_view form : {"1:1", "1-1", "1 on 1"})
         if (Text::startsWithIgnoringAsciiCase(rest, form)) return form.size();
@@ -27,7 +27,7 @@ bool isAsciiOrEnd(std::string_view text, std::size_t at) {
 }
 
 /// The matches, as the expression below finds them; nothing when a form has a neighbour that is not
-/// ASCII: whether a word ends there, or goes on in an "ſ", is for the expression to say.
+/// ASCII: whether a word ends there, or continues with an "ſ", only the expression can tell.
 std::optional<std::vector<Match>> plainMatches(std::string_view text) {
     std::vector<Match> found;
     std::size_t place = 0;
@@ -67,9 +67,9 @@ std::string rewritten(std::string_view text, const std::vector<Match>& matches) 
     for (const auto& [range, isPlural] : matches) {
         const auto begin = shadow.begin() + static_cast<std::ptrdiff_t>(range.begin);
         const auto end = shadow.begin() + static_cast<std::ptrdiff_t>(range.end);
-        auto behind = std::ranges::copy(word, begin).out;
-        if (isPlural) *behind++ = 's';
-        std::fill(behind, end, ' ');
+        auto after = std::ranges::copy(word, begin).out;
+        if (isPlural) *after++ = 's';
+        std::fill(after, end, ' ');
     }
     return shadow;
 }

@@ -94,8 +94,8 @@ bool holdsWhiteSpace(std::string_view text) {
     return false;
 }
 
-/// Where a search that has matched `matched` stems and meets another word goes on: the longest
-/// proper beginning of the stems that is also an end of what matched.
+/// For each number of matched stems, less one: how many are still matched when the next word is
+/// another. That is the longest proper prefix of the stems which is also a suffix of what matched.
 std::vector<std::size_t> fallbacks(std::span<const std::string> stems) {
     std::vector<std::size_t> fallback(stems.size(), 0);
     for (std::size_t i = 1, matched = 0; i < stems.size(); ++i) {
@@ -106,7 +106,7 @@ std::vector<std::size_t> fallbacks(std::span<const std::string> stems) {
     return fallback;
 }
 
-/// Emits each string once, in the order of its first appearance.
+/// Keeps each string once, in the order of first appearance.
 class Collector {
   public:
     void add(std::string text) {

@@ -1,5 +1,5 @@
 // The one place where text becomes words that can be compared: questions and transcripts go through
-// the same steps, so that a keyword and a spoken word meet as equal stems.
+// the same steps, so that a keyword and a spoken word have equal stems.
 #pragma once
 
 #include <cstddef>
@@ -17,7 +17,7 @@ namespace ombrix::QueryTokenizer {
 struct Word {
     std::string raw;   ///< folded, without a possessive, letters and numbers only
     std::string stem;  ///< `raw` without its ending, or the fixed stem of a business word
-    ByteRange range;   ///< where it stands in the given text, also for a rewritten "one on one"
+    ByteRange range;   ///< in the given text, also for a rewritten "one on one"
     bool operator==(const Word&) const = default;
 };
 
@@ -45,14 +45,14 @@ std::vector<std::string> keywords(std::string_view query);
 /// False when the word, raw or stemmed, is a stop word, a word of time or a number word.
 bool isContent(const Word& word);
 
-/// The first place in `text` where words with the given stems stand one behind the other: from the
-/// first one's beginning to the last one's end. Nothing for no stems.
+/// The first place in `text` where words with the given stems follow each other: from the start of
+/// the first to the end of the last. Nothing for no stems.
 std::optional<ByteRange> firstRange(std::span<const std::string> stems, std::string_view text);
 
-/// How often `phrase` stands in `tokens`; overlapping places count each. 0 for an empty phrase.
+/// How often `phrase` occurs in `tokens`, overlapping occurrences included. 0 for an empty phrase.
 std::size_t count(std::span<const std::string> phrase, std::span<const std::string> tokens);
 
-/// A query cut at white space, with what stands between double quotes, straight or typographic,
-/// kept together and its quotes gone. A quote that is not closed runs to the end.
+/// A query cut at white space. Text in double quotes, straight or typographic, is kept together and
+/// loses its quotes; one that is not closed runs to the end.
 std::vector<std::string> terms(std::string_view query);
 }  // namespace ombrix::QueryTokenizer

@@ -38,7 +38,7 @@ constexpr std::array<Lemma, 14> lemmaOverrides = {{
 static_assert(std::ranges::all_of(lemmaOverrides,
                                   [](const Lemma& lemma) { return mayLoseLetters(lemma.word); }));
 
-/// Tells most words apart from the table by their length and first letter.
+/// Rules out most words by their length and first letter before the table is searched.
 consteval auto overrideLetters() {
     std::array<std::uint32_t, 16> letters{};  // by length, a bit for each first letter
     for (const auto& [word, stem] : lemmaOverrides)
@@ -55,7 +55,7 @@ std::string_view overrideOf(std::string_view word) {
     return found == lemmaOverrides.end() ? std::string_view() : found->stem;
 }
 
-/// A word that loses its endings. What must be left is counted in characters.
+/// A word that loses its endings. Lengths are counted in characters.
 class Stripped {
   public:
     Stripped(std::string_view word, std::size_t characters)
@@ -106,7 +106,7 @@ bool leavesHiss(std::string_view withoutEs) {
            withoutEs.ends_with("sh");
 }
 
-/// True when "ies" became "y", which the caller has to write.
+/// True when "ies" was removed: the caller must append a "y".
 bool stripPlural(Stripped& word) {
     if (!word.word().ends_with('s')) return false;
     if (word.dropEnding("ies", minPluralStem)) return true;
@@ -124,7 +124,7 @@ std::string_view stem(std::string_view normalForm, std::size_t characters, std::
     if (const auto fixed = overrideOf(normalForm); !fixed.empty()) return fixed;
     Stripped word(normalForm, characters);
     if (stripPlural(word)) {
-        // What ends in "y" has no further ending to lose.
+        // No further rule applies to what ends in "y".
         storage.assign(word.word());
         storage.push_back('y');
         return storage;
@@ -134,7 +134,7 @@ std::string_view stem(std::string_view normalForm, std::size_t characters, std::
     return word.word();
 }
 
-std::string commonBeginning(std::string_view stem) {
+std::string commonPrefix(std::string_view stem) {
     std::string_view shared = stem;
     // "stories" has lost its "ies" to the "y" of "story"; all other rules only cut at the end.
     if (shared.size() > 1 && shared.ends_with('y')) shared.remove_suffix(1);

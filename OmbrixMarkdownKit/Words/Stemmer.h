@@ -1,4 +1,4 @@
-// The suffix stripper behind `QueryTokenizer::stem`.
+// The suffix stripper that `QueryTokenizer::stem` and the word scanner use.
 #pragma once
 
 #include <cstddef>
@@ -13,17 +13,17 @@ constexpr std::size_t minStem = 4;
 /// The fewest characters that must stay when a plural ending is taken off.
 constexpr std::size_t minPluralStem = 3;
 
-/// The stem of a normal form of so many `characters`: a part of `normalForm`, a constant, or, when
-/// letters had to change, the bytes of `storage`.
+/// The stem of a normal form that has this number of `characters`: a view of a part of
+/// `normalForm`, of a constant, or, when letters changed, of `storage`.
 std::string_view stem(std::string_view normalForm, std::size_t characters, std::string& storage);
 
-/// False for nearly every normal form that is its own stem, by a look at its length and two
-/// letters; true for all others. Spares most words the way through the rules.
+/// False for nearly every normal form that is its own stem, judged by its length and two letters;
+/// true for all others. Most words never reach the rules.
 constexpr bool mayLoseLetters(std::string_view normalForm);
 
-/// Letters that every normal form of the given stem begins with; never empty for a stem that is
-/// not. The search for a stem may pass over all words that begin otherwise.
-std::string commonBeginning(std::string_view stem);
+/// A prefix of every normal form that has the given stem; empty only for an empty stem. A search
+/// for the stem can skip all words that start otherwise.
+std::string commonPrefix(std::string_view stem);
 
 // ---- inline, since it runs for every word of a library ------------------------------------------
 
@@ -48,7 +48,7 @@ constexpr bool mayLoseLetters(std::string_view normalForm) {
     const auto has = [](std::uint32_t bits, char c) {
         return bits >> (static_cast<unsigned char>(c) & 31U) & 1U;
     };
-    // Without a branch between the two, of which each would be guessed wrong every third word.
+    // No branch between the two: the processor would mispredict it for every third word.
     return (has(lastOfEndings, normalForm.back()) |
             (has(firstOfFixedWords, normalForm.front()) &
              static_cast<std::uint32_t>(size >= shortestFixedWord))) != 0;

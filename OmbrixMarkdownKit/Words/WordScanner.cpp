@@ -18,7 +18,7 @@ namespace {
 constexpr std::size_t minCharacters = 2;
 constexpr std::size_t minRoom = 64;  // in the buffer of the normal form, before a run is copied
 
-/// What a byte of an ASCII word leaves in the normal form, or one of these two.
+/// What a byte of an ASCII word becomes in the normal form, or one of these two.
 constexpr char endsWord = 0;
 constexpr char leavesNothing = 1;
 
@@ -72,8 +72,8 @@ bool WordScanner::nextAnyWord(Token& token) {
     }
 }
 
-/// Copies what is left of a run of letters and digits that begins at `at`; gives where the run
-/// ends.
+/// Appends the normal form of the run of letters and digits at `at` to the buffer; returns where
+/// the run ends.
 std::size_t WordScanner::appendRun(std::size_t at, std::size_t size) {
     const char* const text = text_.data();
     while (at < size) {
@@ -84,7 +84,7 @@ std::size_t WordScanner::appendRun(std::size_t at, std::size_t size) {
         const std::size_t stop = std::min(size, at + (rawBuffer_.size() - kept));
         char c = leavesNothing;
         for (; at < stop && (c = normalByte(text[at])) != endsWord; ++at) {
-            raw[kept] = c;  // written over when nothing is left, so that there is no branch
+            raw[kept] = c;  // overwritten by the next byte when it leaves nothing: no branch
             kept += c != leavesNothing ? 1 : 0;
         }
         kept_ = kept;
@@ -93,8 +93,8 @@ std::size_t WordScanner::appendRun(std::size_t at, std::size_t size) {
     return at;
 }
 
-/// How many bytes right before `at` belong to the word there without leaving anything in it: "_",
-/// "@", or a bridge that an "@" stands before. 0 for none; none lies before `from`.
+/// How many bytes right before `at`, from `from` on, belong to the word there without a part in its
+/// normal form: "_", "@", or a bridge that follows an "@". 0 for none.
 std::size_t WordScanner::joinedBefore(std::size_t at, std::size_t from) const {
     const char* const text = text_.data();
     if (at <= from) return 0;
@@ -103,18 +103,17 @@ std::size_t WordScanner::joinedBefore(std::size_t at, std::size_t from) const {
     return Words::AsciiRule::bridges('@', text[at - 1], text[at]) ? 2 : 0;
 }
 
-/// True when the word that ends in a letter or digit right before `at` goes on there.
-bool WordScanner::goesOnBehind(std::size_t at) const {
+/// True when the word whose letter or digit is right before `at` continues at `at`.
+bool WordScanner::continuesAt(std::size_t at) const {
     const char* const text = text_.data();
     return normalByte(text[at]) == leavesNothing ||
            Words::AsciiRule::bridges(text[at - 1], text[at], text[at + 1]);
 }
 
-/// The next word, when it is a plain run of letters and digits, which nearly all are. Otherwise
-/// false: the word, if there is one, begins at or behind `place_` and needs the letter by letter
-/// way.
+/// The next word when it is a plain run of letters and digits, as nearly all are. Otherwise false:
+/// the word, if there is one, starts at `place_` or later and has to be read byte by byte.
 ///
-/// What the next 64 bytes are is asked once; from word to word only that mask is shifted, so that a
+/// The next 64 bytes are classified once; from word to word only that mask is shifted, so that a
 /// word does not wait for the loads of the one before it.
 bool WordScanner::nextPlainRun(Token& token) {
     const char* const text = text_.data();
@@ -129,7 +128,7 @@ bool WordScanner::nextPlainRun(Token& token) {
         const auto skipped = static_cast<std::size_t>(std::countr_zero(runBits_));
         const std::size_t begin = place_ + skipped;
         const auto length = static_cast<std::size_t>(std::countr_one(runBits_ >> skipped));
-        if (skipped + length == knownBytes_) {  // the run may go on behind what is known
+        if (skipped + length == knownBytes_) {  // the run may be longer than what is known
             if (skipped == 0 || !readLanes(begin)) {
                 place_ = begin;
                 break;
@@ -137,8 +136,8 @@ bool WordScanner::nextPlainRun(Token& token) {
             continue;
         }
         const std::size_t end = begin + length;
-        // Nearly every word stands between blanks, and a blank joins nothing.
-        if ((text[end] != ' ' && goesOnBehind(end)) ||
+        // Nearly every word is between blanks, and a blank joins nothing.
+        if ((text[end] != ' ' && continuesAt(end)) ||
             (begin > lastEnd && text[begin - 1] != ' ' && joinedBefore(begin, lastEnd) > 0)) {
             place_ = begin;
             break;
@@ -159,8 +158,8 @@ bool WordScanner::nextPlainRun(Token& token) {
     return false;
 }
 
-/// Asks what the 64 bytes at `at` are; false when the stretch does not hold so many and the few
-/// that are read behind them.
+/// Classifies the 64 bytes at `at`; false when the stretch is too short for them and for the bytes
+/// after them that are read along.
 bool WordScanner::readLanes(std::size_t at) {
     if (at + AsciiLanes::blockWidth + AsciiLanes::width > stretch_.range.end) return false;
     place_ = at;
@@ -212,7 +211,7 @@ std::size_t WordScanner::beginOfForm() const {
     return form_ < forms_.size() ? forms_[form_].range.begin : std::string_view::npos;
 }
 
-/// A written form is longer than the "1o1" that stands for it.
+/// Extends `range` over the written form, which is longer than the "1o1" in its place.
 void WordScanner::coverForm(ByteRange& range) {
     while (form_ < forms_.size() && forms_[form_].range.end <= range.begin) ++form_;
     for (std::size_t i = form_; i < forms_.size() && forms_[i].range.begin < range.end; ++i)

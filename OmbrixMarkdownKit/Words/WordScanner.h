@@ -1,5 +1,5 @@
-// The words of a text one after the other, without storing them: what `QueryTokenizer` and search
-// are made of.
+// The words of a text one after the other, without storing them. `QueryTokenizer` and search are
+// built on it; docs/search.md describes its three ways to read a word.
 #pragma once
 
 #include <bit>
@@ -24,13 +24,13 @@ class WordScanner {
     WordScanner(const WordScanner&) = delete;
     WordScanner& operator=(const WordScanner&) = delete;
 
-    /// A word; `raw` and `stem` stand until the next call.
+    /// A word; `raw` and `stem` are valid until the next call.
     struct Token {
         std::string_view raw;
         std::string_view stem;
         ByteRange range;  ///< in the text that was given
     };
-    /// False behind the last word.
+    /// False after the last word.
     bool next(Token& token) { return nextBetweenBlanks(token) || nextAnyWord(token); }
 
   private:
@@ -45,7 +45,7 @@ class WordScanner {
     void finish(Token& token, std::size_t characters, ByteRange range);
     std::size_t beginOfForm() const;
     void coverForm(ByteRange& range);
-    bool goesOnBehind(std::size_t at) const;
+    bool continuesAt(std::size_t at) const;
 
     std::vector<OneOnOne::Match> forms_;
     std::string shadow_;
@@ -54,12 +54,12 @@ class WordScanner {
     Words::Stretch stretch_;
     std::size_t place_ = 0;            // in an ASCII stretch
     std::uint64_t runBits_ = 0;        // of the bytes from `place_` on: letters and digits
-    std::size_t knownBytes_ = 0;       // how many of its bits say something
+    std::size_t knownBytes_ = 0;       // how many of these bits are valid
     std::vector<ByteRange> icuWords_;  // of a stretch that is not ASCII
     std::size_t icuWord_ = 0;
-    std::size_t form_ = 0;   // the first form that may still meet a word
-    std::size_t nextForm_;   // where it begins; behind every place when there is none
-    std::string rawBuffer_;  // of ASCII words; never less than what a block of lanes may fill
+    std::size_t form_ = 0;   // the first form that can still overlap a word
+    std::size_t nextForm_;   // where it starts; npos when there is none
+    std::string rawBuffer_;  // of ASCII words; has room for what a block of lanes can fill
     std::string icuRaw_;
     std::size_t kept_ = 0;  // bytes of the normal form in the buffer
     std::string stemBuffer_;
@@ -67,14 +67,14 @@ class WordScanner {
 
 // ---- inline, since it runs for every word of a library ------------------------------------------
 
-/// The next word, when it is a run of letters and digits of the block that is known, between two
-/// blanks. False, with nothing changed, for every other.
+/// The next word when it is a run of letters and digits between two blanks in the block that is
+/// already classified. False, with nothing changed, for every other.
 inline bool WordScanner::nextBetweenBlanks(Token& token) {
     if (runBits_ == 0) return false;
     const auto skipped = static_cast<std::size_t>(std::countr_zero(runBits_));
     const auto length = static_cast<std::size_t>(std::countr_one(runBits_ >> skipped));
     const char* const run = text_.data() + place_ + skipped;
-    // Single letters are no words; sixteen are what one copy takes.
+    // Single letters are no words, and one copy takes sixteen.
     if (skipped == 0 || skipped + length == knownBytes_ || length - 2 > AsciiLanes::width - 2 ||
         run[-1] != ' ' || run[length] != ' ')
         return false;

@@ -137,7 +137,7 @@ TEST(RankedTranscriptSearch, RecencyIsOneForDaysThatAreNone) {
     } cases[] = {
         {"half life zero", "2020-01-01", 0, 1},
         {"two half lives", "2026-01-30", 30, 0.25},
-        {"a time behind the day is cut off", "2026-03-01T10:00:00Z", 30, 0.5},
+        {"a time after the day is cut off", "2026-03-01T10:00:00Z", 30, 0.5},
         {"future", "2027-01-01", 30, 1},
         {"empty", "", 30, 1},
         {"two parts", "2026-03", 30, 1},
@@ -222,40 +222,14 @@ TEST(RankedTranscriptSearch, TheScopeIsAppliedBeforeRanking) {
 }
 
 TEST(RankedTranscriptSearch, AFileReadInViewsGivesTheEvidenceOfItsDocument) {
-    const auto pieces = std::to_array<std::string_view>({"pricing",
-                                                         "Prices",
-                                                         "pri.cing",
-                                                         "the",
-                                                         "1:1",
-                                                         "one on one",
-                                                         "one-on-ones",
-                                                         "budget's",
-                                                         "café",
-                                                         "cafe\u0301",
-                                                         "CAFÉS",
-                                                         "don’t",
-                                                         "_price",
-                                                         "@price",
-                                                         "x",
-                                                         "\n\n",
-                                                         "\n",
-                                                         " ",
-                                                         "**Ann:** ",
-                                                         "**:** ",
-                                                         "**Tom:**",
-                                                         "<!-- price -->",
-                                                         "\n<!-- /ombrix:ai -->\n",
-                                                         "\n\n## Notes\n\n",
-                                                         "\n\n## Transcript\n\n",
-                                                         "\n\n## Summary\n\n",
-                                                         "## Action Items\n",
-                                                         "\n## Key Moments\n\n",
-                                                         "ﬁnal",
-                                                         "\u00AD",
-                                                         "\u0600price",
-                                                         "\U0001F600",
-                                                         "decisions",
-                                                         "stories"});
+    const auto pieces = Text::split(
+        "pricing|Prices|pri.cing|the|1:1|one on "
+        "one|one-on-ones|budget's|café|cafe\u0301|CAFÉS|don’t"
+        "|_price|@price|x|\n\n|\n| |**Ann:** |**:** |**Tom:**|<!-- price -->"
+        "|\n<!-- /ombrix:ai -->\n|\n\n## Notes\n\n|\n\n## Transcript\n\n|\n\n## Summary\n\n"
+        "|## Action Items\n|\n## Key "
+        "Moments\n\n|ﬁnal|\u00AD|\u0600price|\U0001F600|decisions|stories",
+        "|");
     const KeywordMatcher matcher(
         {"pric", "1o1", "budget", "cafe", "the pric", "1o1 the", "final", "decid", "story", "ric"});
     std::mt19937 random(7);

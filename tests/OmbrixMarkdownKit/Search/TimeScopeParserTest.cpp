@@ -182,7 +182,7 @@ TEST(TimeScopeParser, DaysAreThoseOfTheCalendarsZone) {
         // already tomorrow in the east, still yesterday in the west
         {berlin, "2026-03-10T23:30:00Z", "today", days("2026-03-11", "2026-03-11"), none},
         {newYork, "2026-03-10T03:30:00Z", "today", days("2026-03-09", "2026-03-09"), none},
-        // 2026-03-29 has 23 hours in Berlin: from the day behind it, over it and up to it
+        // 2026-03-29 has 23 hours in Berlin: from the day after it, over it and up to it
         {berlin, "2026-03-29T22:30:00Z", "yesterday", days("2026-03-29", "2026-03-29"), none},
         {berlin, "2026-03-29T22:30:00Z", "last week", days("2026-03-23", "2026-03-29"), none},
         {berlin, "2026-03-28T23:30:00Z", "by end of month", {}, 2},

@@ -119,14 +119,14 @@ TEST(MarkdownTranscript, IsAClosedFrontmatter) {
         {"empty, no line feed of its own before the closing", "---\n---\n", false},
         {"one empty line", "---\n\n---\n", true},
         {"a line that begins with dashes closes as well", "---\ntitle: x\n---- more", true},
-        {"blanks in front", " ---\ntitle: x\n---\n", false},
+        {"blanks before", " ---\ntitle: x\n---\n", false},
     };
     for (const auto& [why, text, isTranscript] : cases)
         EXPECT_EQ(parse(text).has_value(), isTranscript) << why;
     EXPECT_EQ(parse("---\ntitle: x\n---"), (TranscriptDocument{.title = "x"}));
     EXPECT_EQ(parse("---\ntitle: x\n----\nsource: s\n---\n"),
               (TranscriptDocument{.title = "x", .source = "s"}))
-        << "the exact closing line wins, wherever it stands";
+        << "the exact closing line wins, wherever it is";
     EXPECT_EQ(parse("---\n---\ntitle: x\n---\n"), (TranscriptDocument{.title = "x"}));
 }
 
@@ -177,7 +177,6 @@ TEST(MarkdownTranscript, ListsRunUntilAnotherLine) {
         {"a comma parts quotes too", "tags: [\"a,b\"]", {.tags = {"\"a", "b\""}}},
         {"one in quotes", "tags: \"so lo\"", {.tags = {"so lo"}}},
         {"empty in brackets", "tags: [ ]\n  - x", {}},
-        {"empty in brackets", "tags: [ ]\n  - x", {}},
         {"a lone bracket", "tags: [", {.tags = {"["}}},
         {"they add up", "tags: a\ntags:\t\n  - b", {.tags = {"a", "b"}}},
     };
@@ -186,7 +185,7 @@ TEST(MarkdownTranscript, ListsRunUntilAnotherLine) {
 
 TEST(MarkdownTranscript, SectionsEndAtTheNextHeadingThatBeginsALine) {
     const Reading cases[] = {
-        {"wherever it stands", "see ## Notes\nx", {.notes = "x"}},
+        {"wherever it is", "see ## Notes\nx", {.notes = "x"}},
         {"a heading with more on its line opens nothing", "## Notes today\nx", {}},
         {"yet ends one", "## Notes\nx\n## Summary of all\ny", {.notes = "x"}},
         {"blanks around", "## Key Moments\n\u00A0\n x \n\n", {.keyMoments = "x"}},
@@ -219,7 +218,7 @@ TEST(MarkdownTranscript, TurnsAreParagraphsWithASpeaker) {
         {"until a colon closes it", "**Ann** said:**no**", {{"Ann** said", "no**"}}},
         {"the first closing counts", "**A:** b:** c", {{"A", "b:** c"}}},
         {"a speaker of blanks is one", "** :** x", {{" ", "x"}}},
-        {"blanks in front of a block", "\t**A:** x ", {{"A", "x"}}},
+        {"blanks before a block", "\t**A:** x ", {{"A", "x"}}},
     };
     for (const auto& [why, section, expected] : cases) EXPECT_EQ(turns(section), expected) << why;
 }

@@ -76,12 +76,12 @@ TEST(TranscriptTurnID, FindsATurnAgainAfterEdits) {
         const char* text;
         Match match;
     } cases[] = {
-        {"where it stood", 4, "four", Match::exact(3)},
+        {"where it was", 4, "four", Match::exact(3)},
         {"a turn was put in before it", 3, "four", Match::moved(3)},
-        {"the nearer of two, behind it", 8, "same words", Match::moved(8)},
+        {"the nearer of two, after it", 8, "same words", Match::moved(8)},
         {"the nearer of two, before it", 5, "same words", Match::moved(2)},
         {"the lower of two as near", 6, "same words", Match::moved(2)},
-        {"the place is behind the end", 400, "same words", Match::moved(8)},
+        {"the place is past the end", 400, "same words", Match::moved(8)},
         {"its words were changed", 10, "then", Match::stale(9)},
         {"cut off", 11, "eleven", Match::missing()},
         {"the last position there can be", INT64_MAX, "eleven", Match::missing()},

@@ -86,34 +86,16 @@ TEST(QueryTokenizer, TheQuickWayCutsAsThePlainOne) {
 TEST(QueryTokenizer, LongWordsAndOddJointsLieAcrossEveryBorder) {
     // The scanner reads 16, 64 and 128 bytes at a time; each row is moved over all these borders.
     const std::string letters(200, 'k');
-    const auto rows = std::to_array<std::string>({"can't",
-                                                  "Bob's",
-                                                  "_ab",
-                                                  "ab_",
-                                                  "@'bcd",
-                                                  "@.bcd x",
-                                                  "_@'bcd",
-                                                  "a@b.cd",
-                                                  "1,000;5",
-                                                  "a.b.c.d",
-                                                  "x'y'z's",
-                                                  "___",
-                                                  "@@@",
-                                                  "__a__",
-                                                  "7's",
-                                                  letters,
-                                                  letters + "'s",
-                                                  letters + "_ing",
-                                                  "a" + std::string(70, '_') + "b",
-                                                  "\u00E9t\u00E9 plain words",
-                                                  "one on ones",
-                                                  "1:1's",
-                                                  "11:15 1:1"});
-    for (const std::string& row : rows) {
+    const std::string rows =
+        "can't|Bob's|_ab|ab_|@'bcd|@.bcd "
+        "x|_@'bcd|a@b.cd|1,000;5|a.b.c.d|x'y'z's|___|@@@|__a__|7's|" +
+        letters + "|" + letters + "'s|" + letters + "_ing|a" + std::string(70, '_') +
+        "b|\u00E9t\u00E9 plain words|one on ones|1:1's|11:15 1:1";
+    for (const std::string_view row : Text::split(rows, "|")) {
         for (std::size_t before = 0; before < 140; ++before) {
             for (const char filler : {' ', 'f', '-'}) {
-                const std::string text = std::string(before, filler) + " " + row + " " +
-                                         std::string(140 - before, 'g') + " tail of words" +
+                const std::string text = std::string(before, filler) + " " + std::string(row) +
+                                         " " + std::string(140 - before, 'g') + " tail of words" +
                                          std::string(90, '.');
                 expectWordsOfThePlainWay(text);
                 if (HasFatalFailure()) return;
@@ -122,7 +104,7 @@ TEST(QueryTokenizer, LongWordsAndOddJointsLieAcrossEveryBorder) {
     }
 }
 
-TEST(QueryTokenizer, AForeignWordLeavesRoomForALongOneBehindIt) {
+TEST(QueryTokenizer, AForeignWordLeavesRoomForALongOneAfterIt) {
     // A word through ICU, longer than a short string holds, then a plain run of up to 63 letters.
     for (std::size_t length = 1; length < 130; ++length) {
         expectWordsOfThePlainWay(std::string(length, 'x') + "\u00E9 " + std::string(60, 'y') + " " +
@@ -157,7 +139,7 @@ TEST(QueryTokenizer, WordsAreNormalStemmedAndInTheirPlace) {
         std::string text;
         std::vector<Word> words;
     } cases[] = {
-        {"a rewritten form covers all it stood for",
+        {"a rewritten form covers the whole written one",
          "our 1:1 now",
          {{"our", "our", {0, 3}}, {"1o1", "1o1", {4, 7}}, {"now", "now", {8, 11}}}},
         {"not inside a word",
@@ -307,21 +289,20 @@ TEST(QueryTokenizer, StemsInARowAreFoundAndCounted) {
     }
 }
 
-TEST(QueryTokenizer, EveryWordOfAStemBeginsWithTheirCommonBeginning) {
+TEST(QueryTokenizer, EveryWordOfAStemStartsWithTheirCommonPrefix) {
     const auto endings = std::to_array<std::string_view>(
         {"", "s", "es", "ies", "y", "ing", "ed", "e", "ning", "sis", "us", "ss", "ys", "eds"});
     const auto roots = Text::splitDroppingEmpty(
         "decision decid commit commitment discussion agre agreement block blocker priorit "
-        "prioritiz "
-        "prioritis stor plan cal x buz ed ing \u0436\u0436\u0436 1o1 match",
+        "prioritiz prioritis stor plan cal x buz ed ing \u0436\u0436\u0436 1o1 match",
         " ");
     for (const auto root : roots) {
         for (const auto ending : endings) {
             const std::string word = std::string(root) + std::string(ending);
             const std::string stem = QueryTokenizer::stem(word);
-            const std::string beginning = Stemmer::commonBeginning(stem);
-            EXPECT_TRUE(word.starts_with(beginning)) << word << " " << stem << " " << beginning;
-            EXPECT_FALSE(beginning.empty()) << word;
+            const std::string prefix = Stemmer::commonPrefix(stem);
+            EXPECT_TRUE(word.starts_with(prefix)) << word << " " << stem << " " << prefix;
+            EXPECT_FALSE(prefix.empty()) << word;
         }
     }
 }
