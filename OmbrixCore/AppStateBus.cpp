@@ -101,12 +101,12 @@ double Deadline::remainingSeconds() const {
     return seconds_ - elapsed.count();
 }
 
-bool Deadline::hasPassed() const { return !(remainingSeconds() > 0); }  // so for no number, too
+bool Deadline::hasPassed() const { return !(remainingSeconds() > 0); }  // also true for NaN
 
 void Deadline::sleepUntilNextPoll() const {
     using Seconds = std::chrono::duration<double>;
     const Seconds pause = std::min(Seconds(pollInterval), Seconds(remainingSeconds()));
-    // Rounded up, or the last pauses before the deadline would be too short to reach it.
+    // Rounded up, so that the last pause before the deadline reaches it.
     if (pause > Seconds::zero())
         surroundings_.sleep(std::chrono::ceil<std::chrono::nanoseconds>(pause));
 }

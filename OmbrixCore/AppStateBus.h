@@ -1,4 +1,4 @@
-// The line to the running desktop application: the tool posts a named notification, and the
+// Requests to the running desktop application: the tool posts a named notification, and the
 // application answers with a file in the "state" folder of the support directory.
 #pragma once
 
@@ -17,11 +17,11 @@ namespace ombrix {
 namespace OmbrixNotifications {
 inline constexpr std::string_view dataDidChange = "com.ombrix.dataChanged";
 
-/// Tells a running application to read the database again. Silent when nobody can hear it.
+/// Tells a running application to read the database again. Does nothing when nobody listens.
 void postDataDidChange();
 }  // namespace OmbrixNotifications
 
-/// What the application reports of itself. Fields added after the first version are optional: an
+/// What the application reports about itself. Fields added after the first version are optional: an
 /// older application leaves them out, a newer one may add others.
 struct AppStateSnapshot {
     std::int64_t schemaVersion = 0;
@@ -54,7 +54,7 @@ struct AppStateSnapshot {
 };
 
 /// Throws `Json::DecodingError` for a missing or null required key and for a wrong type; unknown
-/// keys are passed over.
+/// keys are ignored.
 AppStateSnapshot decode(Json::As<AppStateSnapshot>, const Json::Object& in);
 /// One key a field; an absent optional writes no key.
 Json::Value encode(const AppStateSnapshot& snapshot);
@@ -70,7 +70,7 @@ std::string stateDirectory(std::string_view support);
 /// "state-", the request id and ".json" in that directory.
 std::string snapshotURL(std::string_view supportDirectory, std::string_view requestId);
 
-/// What an exchange takes from outside. The default members are the real ones: the session bus, the
+/// What an exchange needs from outside. The default members are the real ones: the session bus, the
 /// steady clock and the thread's sleep.
 struct Surroundings {
     Surroundings();
@@ -80,8 +80,8 @@ struct Surroundings {
     std::function<void(std::chrono::nanoseconds)> sleep;
 };
 
-/// The moment after which an exchange gives up. Starts when it is made; an infinite time never
-/// ends.
+/// The moment after which an exchange gives up. The time starts at construction; an infinite one
+/// never ends.
 class Deadline {
   public:
     Deadline(double seconds, Surroundings surroundings);
@@ -97,19 +97,19 @@ class Deadline {
     double seconds_;
 };
 
-/// Reads `file` again and again until `accept` takes its text. True when it did, false when the
-/// deadline passed. A file that is missing, no regular file or not valid UTF-8 is not there yet;
-/// `accept` says so of a half-written one. The file is read at least once.
+/// Reads `file` again and again until `accept` returns true for its text. True then, false when the
+/// deadline passed. A file that is missing, not a regular file or not valid UTF-8 counts as not
+/// written yet; `accept` returns false for a half-written one. The file is read at least once.
 bool awaitReply(const std::string& file, const Deadline& deadline,
                 const std::function<bool(const std::string& text)>& accept);
 
 /// Asks the running application for its state: removes a file left under this id, posts the
 /// request, and waits for a file that decodes. The snapshot, or nothing when the time is over.
-/// Either way no file of this request stays behind; no other file is touched.
+/// Either way the file of this request is removed; no other file is touched.
 std::optional<AppStateSnapshot> requestSnapshot(std::string_view supportDirectory,
                                                 std::string_view requestId, double timeoutSeconds,
                                                 const Surroundings& surroundings = {});
-/// The same under an id of its own.
+/// The same with a new id.
 std::optional<AppStateSnapshot> requestSnapshot(std::string_view supportDirectory,
                                                 double timeoutSeconds);
 }  // namespace OmbrixAppStateBus

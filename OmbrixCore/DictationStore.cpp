@@ -1,12 +1,16 @@
 #include "OmbrixCore/DictationStore.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "OmbrixCore/OmbrixPaths.h"
 #include "OmbrixCore/Sqlite.h"
+#include "OmbrixCore/StoreQueries.h"
+#include "OmbrixCore/StoreSchema.h"
 #include "OmbrixCore/Streaks.h"
 #include "OmbrixPlatform/Characters.h"
 #include "OmbrixPlatform/Files.h"
+#include "OmbrixPlatform/Text.h"
 
 namespace ombrix {
 namespace {
@@ -15,48 +19,8 @@ using Sqlite::Access;
 using Sqlite::Connection;
 using Sqlite::Statement;
 
-constexpr const char* createTables = R"(
-CREATE TABLE IF NOT EXISTS dictations (
-    id INTEGER PRIMARY KEY AUTOINCREMENT,
-    timestamp TEXT NOT NULL,
-    duration_seconds REAL,
-    raw_text TEXT,
-    app_context TEXT,
-    word_count INTEGER NOT NULL DEFAULT 0,
-    source TEXT NOT NULL DEFAULT 'dictation',
-    started_at TEXT,
-    ended_at TEXT,
-    created_at TEXT DEFAULT (datetime('now'))
-);
-CREATE INDEX IF NOT EXISTS idx_dictations_timestamp ON dictations(timestamp DESC);
-CREATE TABLE IF NOT EXISTS meetings (
-    id INTEGER PRIMARY KEY AUTOINCREMENT,
-    title TEXT NOT NULL,
-    calendar_event_id TEXT,
-    start_time TEXT NOT NULL,
-    end_time TEXT,
-    duration_seconds REAL,
-    raw_transcript TEXT,
-    formatted_notes TEXT,
-    mic_audio_path TEXT,
-    system_audio_path TEXT,
-    word_count INTEGER NOT NULL DEFAULT 0,
-    source TEXT NOT NULL DEFAULT 'meeting',
-    created_at TEXT DEFAULT (datetime('now'))
-);
-CREATE INDEX IF NOT EXISTS idx_meetings_start_time ON meetings(start_time DESC);
-)";
-constexpr const char* createFolders = R"(
-CREATE TABLE IF NOT EXISTS meeting_folders (
-    id INTEGER PRIMARY KEY AUTOINCREMENT,
-    name TEXT NOT NULL,
-    sort_order INTEGER NOT NULL DEFAULT 0,
-    created_at TEXT DEFAULT (datetime('now'))
-);
-)";
-
 constexpr std::string_view dictationColumns =
-    "SELECT id, timestamp, duration_seconds, raw_text, app_context, word_count";
+    "id, timestamp, duration_seconds, raw_text, app_context, word_count";
 DictationRecord dictationOf(const Statement& row) {
     return {.id = row.int64(0),
             .timestamp = row.text(1),
@@ -66,7 +30,7 @@ DictationRecord dictationOf(const Statement& row) {
             .wordCount = row.int32(5)};
 }
 
-/// The days that dictations were made on, as the database tells them, in UTC. A timestamp that is
+/// The days on which dictations were made, in UTC, as the database gives them. A timestamp that is
 /// no date gives none.
 std::vector<Instant> usedDays(const Connection& connection) {
     Statement statement(
@@ -79,14 +43,60 @@ std::vector<Instant> usedDays(const Connection& connection) {
     }
     return days;
 }
-}  // namespace
 
-DatabaseError::DatabaseError(int code, std::string message, std::string statement)
-    : std::runtime_error(message + " (" + std::string(domain) + " error " + std::to_string(code) +
-                         ": " + statement + ")"),
-      code_(code),
-      message_(std::move(message)),
-      statement_(std::move(statement)) {}
+constexpr std::string_view meetingColumns =
+    "id, title, start_time, duration_seconds, raw_transcript, formatted_notes, word_count, "
+    "folder_id, calendar_event_id, mic_audio_path, system_audio_path";
+
+MeetingRecord meetingOf(const Statement& row) {
+    return {.id = row.int64(0),
+            .title = row.text(1),
+            .startTime = row.text(2),
+            .durationSeconds = row.number(3),
+            .rawTranscript = row.text(4),
+            .formattedNotes = row.text(5),
+            .wordCount = row.int32(6),
+            .folderID = row.optionalInt64(7),
+            .calendarEventID = row.optionalText(8),
+            .micAudioPath = row.optionalText(9),
+            .systemAudioPath = row.optionalText(10)};
+}
+
+MeetingSummary summaryOf(const Statement& row) {
+    return {.id = row.int64(0),
+            .title = row.text(1),
+            .startTime = row.text(2),
+            .durationSeconds = row.number(3),
+            .wordCount = row.int32(6),
+            .folderID = row.optionalInt64(7),
+            .notesState = notesStateOf(row.rawText(5))};
+}
+
+/// Lists meetings, each made of its row by `makeRow`.
+template <typename MakeRow>
+auto meetingRows(const std::string& databaseURL, const MeetingQuery& query, MakeRow makeRow) {
+    const std::int64_t limit = StoreQueries::require32Bits(query.limit, "limit");
+    const std::string_view text = query.search ? Text::trimmed(*query.search) : std::string_view();
+    std::vector<std::string_view> conditions;
+    if (query.folderID) conditions.push_back("folder_id = ?");
+    if (!text.empty()) {
+        conditions.push_back(
+            "(title LIKE ? ESCAPE '\\' OR IFNULL(raw_transcript, '') LIKE ? ESCAPE '\\' OR "
+            "IFNULL(formatted_notes, '') LIKE ? ESCAPE '\\')");
+    }
+    const std::string pattern = StoreQueries::likePattern(text);
+
+    const Connection connection(databaseURL, Access::read);
+    Statement statement(
+        connection, StoreQueries::newestFirst(meetingColumns, "meetings", conditions, "LIMIT ?"));
+    if (query.folderID) statement.bind(*query.folderID);
+    if (!text.empty()) statement.bind(pattern).bind(pattern).bind(pattern);
+    statement.bind(limit);
+    std::vector<decltype(makeRow(statement))> rows;
+    while (statement.step()) rows.push_back(makeRow(statement));
+    return rows;
+}
+}  // namespace
 
 DictationStore::DictationStore()
     : DictationStore(
@@ -97,13 +107,7 @@ DictationStore::DictationStore(std::string url) : databaseURL(std::move(url)) {}
 bool DictationStore::databaseExists() const { return Files::exists(databaseURL); }
 
 void DictationStore::migrateIfNeeded() const {
-    const Connection connection(databaseURL, Access::write);
-    connection.execute(createTables);
-    connection.execute(createFolders);
-    // There is no version to ask: a database that has the column already refuses it, harmlessly.
-    connection.tryExecute(
-        "ALTER TABLE meetings ADD COLUMN folder_id INTEGER REFERENCES meeting_folders(id)");
-    connection.tryExecute("CREATE INDEX IF NOT EXISTS idx_meetings_folder ON meetings(folder_id)");
+    StoreSchema::migrate(Connection(databaseURL, Access::write));
 }
 
 // ---- dictations -------------------------------------------------------------------------------
@@ -126,15 +130,15 @@ void DictationStore::insert(const NewDictation& dictation) const {
 }
 
 std::vector<DictationRecord> DictationStore::recentDictations(const DictationQuery& query) const {
-    const std::int64_t limit = Sqlite::require32Bits(query.limit, "limit");
-    const std::int64_t offset = Sqlite::require32Bits(query.offset, "offset");
+    const std::int64_t limit = StoreQueries::require32Bits(query.limit, "limit");
+    const std::int64_t offset = StoreQueries::require32Bits(query.offset, "offset");
     std::vector<std::string_view> conditions;
     if (query.fromDate) conditions.push_back("timestamp >= ?");
     if (query.toDate) conditions.push_back("timestamp <= ?");
 
     const Connection connection(databaseURL, Access::read);
-    Statement statement(connection, Sqlite::newestFirst(dictationColumns, "dictations", conditions,
-                                                        "LIMIT ? OFFSET ?"));
+    Statement statement(connection, StoreQueries::newestFirst(dictationColumns, "dictations",
+                                                              conditions, "LIMIT ? OFFSET ?"));
     if (query.fromDate) statement.bind(*query.fromDate);
     if (query.toDate) statement.bind(*query.toDate);
     statement.bind(limit).bind(offset);
@@ -145,7 +149,7 @@ std::vector<DictationRecord> DictationStore::recentDictations(const DictationQue
 
 std::optional<DictationRecord> DictationStore::dictation(std::int64_t id) const {
     const Connection connection(databaseURL, Access::read);
-    Statement statement(connection, Sqlite::byId(dictationColumns, "dictations"));
+    Statement statement(connection, StoreQueries::byId(dictationColumns, "dictations"));
     if (!statement.bind(id).step()) return std::nullopt;
     return dictationOf(statement);
 }
@@ -176,6 +180,98 @@ DictationStats DictationStore::dictationStats(Instant now, const Calendar& calen
             .averageWPM = wordsPerMinute(words, totals.number(2)),
             .currentStreakDays = streaks.current,
             .longestStreakDays = streaks.longest};
+}
+
+// ---- meetings --------------------------------------------------------------------------------
+
+void DictationStore::insertMeeting(const NewMeeting& meeting) const {
+    const std::string started = isoInstant(meeting.startTime);
+    const std::string ended = isoInstant(meeting.endTime);
+    const auto seconds = static_cast<double>((meeting.endTime - meeting.startTime).count());
+    const Connection connection(databaseURL, Access::write);
+    Statement(connection,
+              "INSERT INTO meetings (title, calendar_event_id, start_time, end_time, "
+              "duration_seconds, raw_transcript, formatted_notes, mic_audio_path, "
+              "system_audio_path, word_count, source) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, "
+              "'meeting')")
+        .bind(meeting.title)
+        .bind(meeting.calendarEventID)
+        .bind(started)
+        .bind(ended)
+        .bind(std::max(seconds, 0.0))
+        .bind(meeting.rawTranscript)
+        .bind(meeting.formattedNotes)
+        .bind(meeting.micAudioPath)
+        .bind(meeting.systemAudioPath)
+        .bind(countWords(meeting.rawTranscript))
+        .finish();
+}
+
+std::vector<MeetingRecord> DictationStore::recentMeetings(const MeetingQuery& query) const {
+    return meetingRows(databaseURL, query, meetingOf);
+}
+
+std::vector<MeetingSummary> DictationStore::recentMeetingSummaries(
+    const MeetingQuery& query) const {
+    return meetingRows(databaseURL, query, summaryOf);
+}
+
+std::optional<MeetingRecord> DictationStore::meeting(std::int64_t id) const {
+    const Connection connection(databaseURL, Access::read);
+    Statement statement(connection, StoreQueries::byId(meetingColumns, "meetings"));
+    if (!statement.bind(id).step()) return std::nullopt;
+    return meetingOf(statement);
+}
+
+void DictationStore::updateMeeting(std::int64_t id, std::string_view title,
+                                   std::string_view formattedNotes) const {
+    const Connection connection(databaseURL, Access::write);
+    Statement(connection, "UPDATE meetings SET title = ?, formatted_notes = ? WHERE id = ?")
+        .bind(title)
+        .bind(formattedNotes)
+        .bind(id)
+        .finish();
+}
+
+void DictationStore::updateMeetingNotes(std::int64_t id, std::string_view formattedNotes) const {
+    const Connection connection(databaseURL, Access::write);
+    Statement(connection, "UPDATE meetings SET formatted_notes = ? WHERE id = ?")
+        .bind(formattedNotes)
+        .bind(id)
+        .finish();
+}
+
+void DictationStore::updateMeetingTitle(std::int64_t id, std::string_view title) const {
+    const Connection connection(databaseURL, Access::write);
+    Statement(connection, "UPDATE meetings SET title = ? WHERE id = ?")
+        .bind(title)
+        .bind(id)
+        .finish();
+}
+
+void DictationStore::clearMeetings() const {
+    Connection(databaseURL, Access::write).execute("DELETE FROM meetings");
+}
+
+MeetingStats DictationStore::meetingStats() const {
+    const Connection connection(databaseURL, Access::read);
+    Statement totals(connection,
+                     "SELECT COUNT(*) AS total_meetings, COALESCE(SUM(word_count), 0) AS "
+                     "total_words, COALESCE(SUM(duration_seconds), 0) AS total_duration_seconds "
+                     "FROM meetings");
+    if (!totals.step()) return {};
+    const std::int64_t words = totals.int64(1);
+    return {.totalWords = words,
+            .totalMeetings = totals.int64(0),
+            .averageWPM = wordsPerMinute(words, totals.number(2))};
+}
+
+void DictationStore::moveMeeting(std::int64_t id, std::optional<std::int64_t> folder) const {
+    const Connection connection(databaseURL, Access::write);
+    Statement(connection, "UPDATE meetings SET folder_id = ? WHERE id = ?")
+        .bind(folder)
+        .bind(id)
+        .finish();
 }
 
 // ---- folders ----------------------------------------------------------------------------------

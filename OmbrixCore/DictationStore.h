@@ -2,39 +2,21 @@
 // migrates and writes it while it runs; the tool reads it and replaces the notes of a meeting.
 //
 // Every operation opens a connection, does its work and closes it. Nothing is kept between calls,
-// and there is no lock: WAL mode lets readers and one writer work side by side. A database that
-// another writer holds is waited for up to `busyTimeoutMilliseconds`.
+// and there is no lock of our own: WAL mode lets readers and one writer work side by side. An
+// operation that another writer keeps out waits for up to two seconds.
 #pragma once
 
 #include <cstdint>
 #include <optional>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "OmbrixCore/DatabaseError.h"
 #include "OmbrixCore/StorageModels.h"
 #include "OmbrixPlatform/Calendar.h"
 
 namespace ombrix {
-
-/// What SQLite said. `what()` is for a person: the message, the code and the statement.
-class DatabaseError : public std::runtime_error {
-  public:
-    static constexpr std::string_view domain = "OmbrixDB";
-
-    /// `statement` is the SQL, or "open " and the path.
-    DatabaseError(int code, std::string message, std::string statement);
-
-    int code() const { return code_; }                       ///< `sqlite3_errcode`
-    const std::string& message() const { return message_; }  ///< `sqlite3_errmsg`
-    const std::string& statement() const { return statement_; }
-
-  private:
-    int code_;
-    std::string message_;
-    std::string statement_;
-};
 
 /// Which meetings a list holds.
 struct MeetingQuery {
@@ -78,8 +60,6 @@ struct NewMeeting {
 /// and a leading U+FEFF included.
 class DictationStore {
   public:
-    static constexpr int busyTimeoutMilliseconds = 2000;
-
     /// The default database of "Ombrix" in the user's home.
     DictationStore();
     explicit DictationStore(std::string url);
@@ -88,7 +68,7 @@ class DictationStore {
     const std::string& resolvedDatabaseURL() const { return databaseURL; }
     const std::string& databasePath() const { return databaseURL; }
 
-    /// True when something stands at the path. Opens no connection.
+    /// True when there is a file or a folder at the path. Opens no connection.
     bool databaseExists() const;
 
     /// Creates the tables and indexes that are missing and adds the column `folder_id` to meetings
@@ -114,7 +94,7 @@ class DictationStore {
     /// Newest id first, whole records. Throws `std::out_of_range` for a limit outside 32 signed
     /// bits.
     std::vector<MeetingRecord> recentMeetings(const MeetingQuery& query) const;
-    /// The same rows without their texts, which are looked at but never copied.
+    /// The same rows without their texts, which are read but never copied.
     std::vector<MeetingSummary> recentMeetingSummaries(const MeetingQuery& query) const;
     std::optional<MeetingRecord> meeting(std::int64_t id) const;
     void updateMeeting(std::int64_t id, std::string_view title,

@@ -12,9 +12,9 @@ namespace {
 
 constexpr std::string_view applicationFolder = "/Applications/Ombrix.app";
 
-bool speaks(const std::optional<std::string>& value) { return value && !value->empty(); }
+bool isGiven(const std::optional<std::string>& value) { return value && !value->empty(); }
 
-/// The first of the two variables that is set, also when it is empty.
+/// The value of `name`, or of `earlier` when `name` is not set. A value may be empty.
 std::optional<std::string> variable(const Sources& sources, const char* name, const char* earlier) {
     auto value = sources.environment(name);
     return value ? value : sources.environment(earlier);
@@ -61,12 +61,12 @@ Location resolve(const Sources& sources) {
                 .databaseURL = Paths::joined(support, databaseFileName)};
     };
 
-    if (speaks(sources.dbPath)) return beside(*sources.dbPath, sources.supportDir);
-    if (speaks(sources.supportDir)) return inside(path(*sources.supportDir));
+    if (isGiven(sources.dbPath)) return beside(*sources.dbPath, sources.supportDir);
+    if (isGiven(sources.supportDir)) return inside(path(*sources.supportDir));
     const auto database = variable(sources, "OMBRIX_DB_PATH", "TARVEN_DB_PATH");
     const auto support = variable(sources, "OMBRIX_SUPPORT_DIR", "TARVEN_SUPPORT_DIR");
-    if (speaks(database)) return beside(*database, support);
-    if (speaks(support)) return inside(path(*support));
+    if (isGiven(database)) return beside(*database, support);
+    if (isGiven(support)) return inside(path(*support));
     const std::string appName = enclosingAppSupportDirectoryName(sources.executable);
     return inside(defaultSupportDirectoryURL(appName, sources.home));
 }
@@ -81,7 +81,7 @@ std::string enclosingAppSupportDirectoryName(const std::optional<std::string>& e
             name = PropertyList::string(*bytes, "OmbrixSupportDirectoryName");
         }
     }
-    return speaks(name) ? *name : std::string(defaultAppName);
+    return isGiven(name) ? *name : std::string(defaultAppName);
 }
 
 std::optional<std::string> appBundlePath(

@@ -21,7 +21,7 @@ std::string defaultSupportDirectoryURL(std::string_view appName, std::string_vie
 /// "ombrix.db" in that directory.
 std::string defaultDatabaseURL(std::string_view appName, std::string_view home);
 
-/// What one run works on. Nothing says that either exists.
+/// What one run works on. Neither needs to exist.
 struct Location {
     std::string supportDirectory = {};
     std::string databaseURL = {};
@@ -34,30 +34,34 @@ struct Sources {
     std::optional<std::string> supportDir = {};  ///< `--support-dir`, when it was given
     /// A variable's value, also when it is empty; nothing when it is not set.
     std::function<std::optional<std::string>(const std::string& name)> environment;
-    std::optional<std::string> executable = {};  ///< the running executable, when the system tells
+    std::optional<std::string> executable = {};  ///< the running executable, if known
     std::string home = {};
     std::string workingDirectory = {};
 };
 
-/// The first of these that speaks: `--db-path`; `--support-dir`; OMBRIX_DB_PATH;
-/// OMBRIX_SUPPORT_DIR; the application bundle that holds the executable. An empty option or
-/// variable does not speak, but beside a database path given by option or variable an empty support
-/// directory counts and is the working directory; one that is not given there is the database's
-/// folder. TARVEN_DB_PATH and TARVEN_SUPPORT_DIR, the names of an earlier product, are read only
-/// when the newer name is not set at all. A relative path is the working directory's; otherwise a
-/// path stays as it was given, "~",
-/// ".." and "//" included, without a trailing slash. Never throws.
+/// The location that the first of these sources gives:
+///   1. `--db-path`
+///   2. `--support-dir`
+///   3. OMBRIX_DB_PATH
+///   4. OMBRIX_SUPPORT_DIR
+///   5. the application bundle that contains the executable.
+/// An empty option or variable counts as missing, with one exception: if the database is named
+/// directly (1 or 3), a support directory given the same way counts even when empty (then it is the
+/// working directory); without one the support directory is the database's folder. TARVEN_DB_PATH
+/// and TARVEN_SUPPORT_DIR, the names of an earlier product, are read only when the newer name is
+/// not set at all. A relative path starts at the working directory; otherwise a path is kept as it
+/// was given, "~", ".." and "//" included, without a trailing slash. Never throws.
 Location resolve(const Sources& sources);
 
-/// The name of the support directory that the application bundle around `executable` asks for: the
+/// The name of the support directory that the application bundle around `executable` names: the
 /// string `OmbrixSupportDirectoryName` of the nearest enclosing "*.app" folder's
 /// Contents/Info.plist, links in `executable` resolved. "Ombrix" when there is no executable, no
 /// bundle, no readable property list, or no such string in it.
 std::string enclosingAppSupportDirectoryName(const std::optional<std::string>& executable);
 
-/// The application bundle that `argument0`, the path the tool was started by, leads into: what
-/// stands before its last component "Contents", when that ends in ".app"; otherwise
-/// "/Applications/Ombrix.app" when that exists; otherwise nothing.
+/// The application bundle in `argument0`, the path that the tool was started with: the part before
+/// its last component "Contents", if that part ends in ".app"; otherwise
+/// "/Applications/Ombrix.app" if that exists; otherwise nothing.
 std::optional<std::string> appBundlePath(
     std::string_view argument0, std::string_view workingDirectory,
     const std::function<bool(const std::string& path)>& exists = Files::exists);

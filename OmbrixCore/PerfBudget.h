@@ -1,4 +1,4 @@
-// How long the paths of the desktop application that a person feels may take.
+// How long those actions of the desktop application may take whose delay a person notices.
 #pragma once
 
 #include <array>
@@ -25,7 +25,7 @@ using Samples = std::map<std::string, double>;
 std::optional<double> budgetMs(std::string_view path);
 /// True when the sample is above the budget; false without a sample and for an unknown name.
 bool isOverBudget(std::string_view path, std::optional<double> ms);
-/// The names over budget, in the order of `allPaths`.
+/// The names of the samples over budget, in the order of `allPaths`.
 std::vector<std::string_view> misses(const std::optional<Samples>& samples);
 /// "launch 912 ms / 800 OVER · ask 90 ms / 1500": the known names that have a sample; "no perf
 /// samples" when there are none at all.

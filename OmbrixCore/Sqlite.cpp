@@ -3,12 +3,11 @@
 #include <sqlite3.h>
 
 #include <filesystem>
-#include <stdexcept>
 #include <system_error>
 #include <thread>
 #include <utility>
 
-#include "OmbrixCore/DictationStore.h"
+#include "OmbrixCore/DatabaseError.h"
 #include "OmbrixPlatform/Files.h"
 #include "OmbrixPlatform/Paths.h"
 #include "OmbrixPlatform/Text.h"
@@ -17,20 +16,20 @@
 namespace ombrix::Sqlite {
 namespace {
 
-/// Rare enough to cost nothing, and still soon when each instruction makes a large text.
-constexpr int instructionsBetweenLooks = 1000;
+/// Rare enough to cost nothing, and soon enough when each instruction makes a large text.
+constexpr int instructionsBetweenChecks = 1000;
 
-DatabaseError lastError(sqlite3* handle, std::string statement) {
-    return {sqlite3_errcode(handle), sqlite3_errmsg(handle), std::move(statement)};
+DatabaseError lastError(sqlite3* handle, std::string_view statement) {
+    return {sqlite3_errcode(handle), sqlite3_errmsg(handle), statement};
 }
 
-/// True for a file that SQLite takes for a new database, which it does up to one byte.
+/// True for a file of at most one byte, which SQLite takes for a new database.
 bool isNewFile(const std::string& path) {
     std::error_code error;
     return std::filesystem::file_size(path, error) <= 1 && !error;
 }
 
-/// The path as a part of a URI: what could end it there is spelled in hexadecimal.
+/// The path as a part of a URI: bytes that could end it there are percent-encoded.
 std::string uriPath(const std::string& path) {
     constexpr std::string_view digits = "0123456789ABCDEF";
     std::string text;
@@ -65,18 +64,18 @@ void Connection::open(const std::string& name, int flags, const std::string& pat
     if (result != SQLITE_OK)
         throw lastError(handle, "open " + path + (Files::isDirectory(path) ? " (a folder)" : ""));
     sqlite3_busy_handler(handle, &Connection::waitForLock, this);
-    sqlite3_progress_handler(handle, instructionsBetweenLooks, &Connection::hasWorkedTooLong, this);
+    sqlite3_progress_handler(handle, instructionsBetweenChecks, &Connection::hasWorkedTooLong,
+                             this);
     // A database is foreign bytes: what its schema may call is limited to what does no harm.
     sqlite3_db_config(handle, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
 }
 
-/// SQLite's own wait sleeps up to a tenth of a second between two attempts. A writer that comes
-/// back at once then holds the lock again at nearly every attempt, and two seconds were not enough.
-/// So we look every half millisecond.
+/// SQLite's own wait sleeps up to a tenth of a second between two attempts. A writer that locks
+/// again at once then holds the lock at nearly every attempt, and two seconds were not enough. So
+/// we try every half millisecond.
 int Connection::waitForLock(void* self, int) {
     auto& connection = *static_cast<Connection*>(self);
-    if (connection.waited_ >= std::chrono::milliseconds(DictationStore::busyTimeoutMilliseconds))
-        return 0;
+    if (connection.waited_ >= busyTimeout) return 0;
     const auto start = std::chrono::steady_clock::now();
     std::this_thread::sleep_for(std::chrono::microseconds(500));
     connection.waited_ += std::chrono::steady_clock::now() - start;
@@ -108,7 +107,8 @@ void Connection::enterWalMode(const std::string& path) {
 /// and then it can be read as a file that does not change.
 void Connection::makeReadable(const std::string& path) {
     if (tryExecute("SELECT 1 FROM sqlite_master LIMIT 1")) return;
-    // The index file cannot be made; anything else, a lock say, the statement will meet again.
+    // Only an index file that cannot be made is mended here. The caller's statement will meet any
+    // other refusal, a lock for example, again.
     const int refusal = sqlite3_errcode(handle_.get());
     if (refusal != SQLITE_CANTOPEN && refusal != SQLITE_READONLY) return;
     if (Files::exists(path + "-wal") || Files::exists(path + "-journal")) return;
@@ -234,28 +234,4 @@ std::int32_t Statement::int32(int column) const {
 }
 
 double Statement::number(int column) const { return sqlite3_column_double(handle_.get(), column); }
-
-// ---- texts ------------------------------------------------------------------------------------
-
-std::string newestFirst(std::string_view columns, std::string_view table,
-                        const std::vector<std::string_view>& conditions, std::string_view tail) {
-    const std::string where = Text::joined(conditions, " AND ");
-    return Text::joined(std::vector<std::string_view>{columns, "\nFROM ", table, "\n",
-                                                      where.empty() ? "" : "WHERE ", where,
-                                                      "\nORDER BY id DESC\n", tail},
-                        "");
-}
-
-std::string byId(std::string_view columns, std::string_view table) {
-    return Text::joined(
-        std::vector<std::string_view>{columns, " FROM ", table, " WHERE id = ? LIMIT 1"}, "");
-}
-
-std::int64_t require32Bits(std::int64_t number, std::string_view name) {
-    if (!std::in_range<std::int32_t>(number)) {
-        throw std::out_of_range("The " + std::string(name) + " " + std::to_string(number) +
-                                " does not fit 32 bits.");
-    }
-    return number;
-}
 }  // namespace ombrix::Sqlite

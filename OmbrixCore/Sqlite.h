@@ -1,5 +1,5 @@
 // SQLite's handles as values that close themselves, for the store alone. Every failure is thrown as
-// a `DatabaseError` with the statement that met it.
+// a `DatabaseError` that names its statement.
 #pragma once
 
 #include <chrono>
@@ -9,7 +9,6 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 struct sqlite3;
 struct sqlite3_stmt;
@@ -21,16 +20,19 @@ namespace ombrix::Sqlite {
 enum class Access { read, write };
 
 /// Processor time for one step. A search through a hundred thousand meetings takes a few seconds;
-/// a view over an endless recursion would take for ever.
+/// a view over an endless recursion would never end.
 inline constexpr double defaultStepSeconds = 30;
+
+/// How long a connection waits, in all, for the lock of another writer.
+inline constexpr std::chrono::milliseconds busyTimeout{2000};
 
 /// One connection, in WAL mode. It must outlive its statements.
 class Connection {
   public:
     /// Makes the folder (throws `Files::Error`) and an empty database when they are missing. A
-    /// database that this user may not write keeps its journal mode and can still be read; in a
-    /// folder without write access, too, unless it has a log or a journal that only a writer can
-    /// open. A step that takes more than `stepSeconds` of processor time is interrupted.
+    /// database that this user may not write keeps its journal mode and can still be read, even in
+    /// a folder without write access, unless it has a log or a journal that only a writer can open.
+    /// A step that takes more than `stepSeconds` of processor time is interrupted.
     Connection(const std::string& path, Access access, double stepSeconds = defaultStepSeconds);
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;
@@ -72,21 +74,21 @@ class Statement {
     Statement& bind(double number);
     Statement& bind(const std::optional<std::string>& text);
     Statement& bind(std::optional<std::int64_t> number);
-    // A value would convert to an optional as readily as to its own type.
+    // Without this a string would convert to a view and to an optional equally well.
     Statement& bind(const std::string& text) { return bind(std::string_view(text)); }
 
-    /// True when there is a row to read, false behind the last one.
+    /// True when there is a row to read, false after the last one.
     bool step();
     /// Steps a statement that gives no rows; throws unless it is done.
     void finish();
-    /// Steps it and looks at no result.
+    /// Steps it once and ignores the result.
     void tryFinish();
 
-    // Columns of the present row. Values are converted as SQLite does it: the text of a number is
+    // Columns of the current row. Values are converted as SQLite does it: the text of a number is
     // its digits, the number of a text its leading digits.
 
-    /// The whole text as the database holds it, also when it holds U+0000; empty for NULL. SQLite's
-    /// own bytes, until the next step or another reading of this column.
+    /// The whole text as the database has it, even with U+0000 inside; empty for NULL. These are
+    /// SQLite's own bytes, valid until the next step or another reading of this column.
     std::string_view rawText(int column) const;
     /// The text as valid UTF-8; empty for NULL.
     std::string text(int column) const;
@@ -112,15 +114,4 @@ class Statement {
     std::unique_ptr<sqlite3_stmt, Finalize> handle_;
     int bound_ = 0;
 };
-
-/// "`columns`, FROM `table`, WHERE `conditions`, ORDER BY id DESC, `tail`", a line each.
-std::string newestFirst(std::string_view columns, std::string_view table,
-                        const std::vector<std::string_view>& conditions, std::string_view tail);
-/// `columns` of the row whose id is bound.
-std::string byId(std::string_view columns, std::string_view table);
-
-/// `number` as it is; throws `std::out_of_range` when it does not fit 32 signed bits, of which
-/// SQLite would take the lower ones and list something that nobody asked for. `name` is for the
-/// text.
-std::int64_t require32Bits(std::int64_t number, std::string_view name);
 }  // namespace ombrix::Sqlite

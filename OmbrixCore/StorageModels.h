@@ -15,7 +15,7 @@ namespace ombrix {
 /// What the notes of a meeting are.
 enum class MeetingNotesState {
     missing,                ///< nothing but white space
-    rawTranscriptFallback,  ///< the transcript stands in for notes that could not be made
+    rawTranscriptFallback,  ///< the transcript in place of notes that could not be made
     structuredNotes,
 };
 constexpr auto rawValues(MeetingNotesState) {
@@ -25,7 +25,7 @@ constexpr auto rawValues(MeetingNotesState) {
         {MeetingNotesState::structuredNotes, "structured_notes"},
     });
 }
-/// Linear; holds a lower-cased copy of the notes while it looks.
+/// Linear; makes a lower-cased copy of the notes while it runs.
 MeetingNotesState notesStateOf(std::string_view formattedNotes);
 
 /// Times are text as the database holds it, ISO 8601 in UTC with seconds unless something else

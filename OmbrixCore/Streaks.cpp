@@ -6,8 +6,8 @@
 namespace ombrix::Streaks {
 namespace {
 
-/// The first instant of the day that is `days` away. A step keeps the wall clock, and where the
-/// clocks change at midnight a day does not begin at the hour its neighbour does.
+/// The first instant of the day that is `days` away. Adding days keeps the time of day, and where
+/// the clocks change at midnight two neighbouring days begin at different times.
 std::optional<Instant> startOfNeighbour(Instant day, std::int64_t days, const Calendar& calendar) {
     const auto moved = calendar.adding(days, Calendar::Unit::day, day);
     if (!moved) return std::nullopt;

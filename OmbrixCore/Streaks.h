@@ -14,8 +14,8 @@ struct Lengths {
     bool operator==(const Lengths&) const = default;
 };
 
-/// The streaks of the days that `dates` fall on, in any order; a day counts once. Days are
-/// `calendar`'s, and today is the one that holds `now`. A date behind today breaks the current
+/// The streaks of the days of `dates`, which come in any order; a day counts once. Days are those
+/// of `calendar`, and today is the day of `now`. With a date after today there is no current
 /// streak.
 Lengths of(const std::vector<Instant>& dates, Instant now, const Calendar& calendar);
 }  // namespace ombrix::Streaks

@@ -32,7 +32,7 @@ struct AnswerModelSpec {
 
 namespace AnswerModels {
 
-/// The id that stands for a choice of ours.
+/// The id of a model that we choose.
 inline constexpr std::string_view automatic = "auto";
 /// What `automatic` resolves to for an answer.
 inline constexpr std::string_view autoDefault = "deepseek-v4-pro";
@@ -65,7 +65,7 @@ std::optional<AnswerModelSpec> spec(std::string_view id);
 std::vector<AnswerModelSpec> offlineSelectable();
 
 /// The rows to show a person who chooses: those of `offlineSelectable` that are listed. The default
-/// is deliberately none of them: "Auto" stands for it.
+/// is deliberately not one of them: "Auto" represents it.
 std::vector<AnswerModelSpec> listed();
 }  // namespace AnswerModels
 }  // namespace ombrix

@@ -1,5 +1,5 @@
-// Whatever can write an answer from numbered sources: the extractive floor, a model the desktop
-// application offers, a mock. One rule binds all: only what the sources say, with their numbers.
+// The interface of what writes an answer from numbered sources: the extractive floor, a model that
+// the desktop application offers, a mock. All write only what the sources say, with their numbers.
 #pragma once
 
 #include <optional>
@@ -20,7 +20,7 @@ struct SynthesizedAnswer {
     bool operator==(const SynthesizedAnswer&) const = default;
 };
 
-/// The one way in which a synthesizer fails.
+/// The one error of a synthesizer.
 class AnswerSynthesisError : public std::runtime_error {
   public:
     enum class Reason {
@@ -52,8 +52,8 @@ class AnswerSynthesizer {
     virtual SynthesizedAnswer synthesize(std::string_view question,
                                          const std::vector<RetrievedCitation>& citations) const = 0;
 
-    /// The answer in a shape. Asks for prose as it is; for another shape puts its format
-    /// instructions behind the question, a blank line between them, and reads the text back, which
+    /// The answer in a shape. Prose is asked for with the question alone; for another shape its
+    /// format instructions follow the question after a blank line, and the text is read back, which
     /// may turn out to be prose. Throws `AnswerSynthesisError`.
     virtual StructuredAnswer synthesize(std::string_view question,
                                         const std::vector<RetrievedCitation>& citations,

@@ -130,7 +130,7 @@ std::vector<Commitment> ExtractiveFloor::commitments(const Citations& citations,
         const auto document = documents_.find(citation.id);
         if (document == documents_.end()) continue;
         const auto found = CommitmentExtractor::find(document->second, citation.id, userAliases_);
-        // What does not get onto its own document's list gets onto no list.
+        // What is cut from its own document's list would be cut from the whole list, too.
         std::ranges::copy(
             CommitmentExtractor::select(found, direction(intent), caps_.commitmentCap),
             std::back_inserter(all));

@@ -1,5 +1,5 @@
 // The answer that always exists: the retrieved sources quoted in a fixed Markdown form, every line
-// with the number of its source. Pure formatting and extraction; waits for nothing.
+// with the number of its source. Only formats and extracts; never blocks.
 #pragma once
 
 #include <cstdint>

@@ -16,7 +16,7 @@ namespace ombrix::GroundedAnswerPrompt {
 extern const std::string_view instructions;
 
 /// The user message: the question, the sources under their numbers with all their snippets, and the
-/// request to cite them. Titles, dates and snippets stand as they are, an empty date as nothing.
+/// request to cite them. Titles, dates and snippets are unchanged; an empty date is empty.
 std::string build(std::string_view question, const std::vector<RetrievedCitation>& citations);
 
 /// How to write a timeline or a list of commitments so that `StructuredAnswerParser` reads it;

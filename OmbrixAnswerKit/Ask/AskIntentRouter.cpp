@@ -82,10 +82,10 @@ static_assert(std::ranges::all_of(rankedCues, [](const RankedCue& each) {
     return isLowerCaseLetter(each.cue.front()) && isLowerCaseLetter(each.cue.back());
 }));
 
-// Whether a cue that begins or ends at a place stands there as whole words is what \b says between
-// its outermost letter and the neighbour. Next to ASCII that is plain. Next to anything else ICU
-// decides, on the neighbour alone, since \b looks back over marks to the nearest other character
-// and ahead one scalar: the whole question need never be searched with an expression.
+// A cue is found as whole words when \b matches between its outermost letter and the neighbour. For
+// an ASCII neighbour that is simple. For any other one ICU decides, from the neighbour alone: \b
+// reads back over marks to the nearest other character, and forward one scalar. So no expression
+// ever has to search the whole question.
 
 bool beginsWord(std::string_view text, std::size_t place) {
     if (place == 0) return true;
@@ -100,13 +100,13 @@ bool beginsWord(std::string_view text, std::size_t place) {
 bool endsWord(std::string_view text, std::size_t place) {
     if (place == text.size()) return true;
     if (Text::isAscii(text[place])) return !Text::isAsciiWordByte(text[place]);
-    static const Regex boundaryBehindFirstLetter("^a\\b");
-    return boundaryBehindFirstLetter.found(
+    static const Regex boundaryAfterFirstLetter("^a\\b");
+    return boundaryAfterFirstLetter.found(
         "a" + std::string(text.substr(place, Utf8::decode(text, place).length)));
 }
 
-/// The place in `rankedCues` of the first cue that stands in `text` as whole words, its size when
-/// none does.
+/// The place in `rankedCues` of the first cue that is in `text` as whole words; the size of
+/// `rankedCues` when none is.
 std::size_t firstCue(std::string_view text) {
     std::size_t best = rankedCues.size();
     for (std::size_t place = 0; place < text.size() && best > 0; ++place) {
@@ -124,7 +124,7 @@ std::size_t firstCue(std::string_view text) {
     return best;
 }
 
-/// What the question still searches for without the words that asked to be caught up.
+/// True when the question has keywords besides the words that ask to be caught up.
 bool hasSubject(std::string_view question, std::string_view cue) {
     std::string rest(question);
     if (const auto range = FoldedText(question).find(cue)) rest.erase(range->begin, range->size());

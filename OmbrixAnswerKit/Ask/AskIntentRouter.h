@@ -66,10 +66,9 @@ struct Classification {
     bool operator==(const Classification&) const = default;
 };
 
-/// The intent of the first cue, in the order of `table`, that stands as whole words in the
-/// question, whatever its case and the slant of its apostrophes; where in the question it stands
-/// does not matter. `freeform` when there is none. One pass over the question, of any size and any
-/// bytes.
+/// The intent of the first cue, in the order of `table`, that is in the question as whole words,
+/// whatever its case and the kind of its apostrophes; its place in the question does not matter.
+/// `freeform` when there is none. One pass over the question, of any size and any bytes.
 Classification classify(std::string_view question);
 
 /// The plan of a question. `horizonDays` is how far back its own time phrase reaches, and steers

@@ -1,25 +1,23 @@
 #include "OmbrixAnswerKit/Commitments/ActionItems.h"
 
+#include <algorithm>
 #include <array>
 
 #include "OmbrixAnswerKit/Commitments/SpokenWords.h"
-#include "OmbrixPlatform/Characters.h"
+#include "OmbrixAnswerKit/Shape/ListItem.h"
 #include "OmbrixPlatform/LineCursor.h"
 #include "OmbrixPlatform/Text.h"
 
 namespace ombrix::ActionItems {
 namespace {
 
-constexpr std::size_t ownerCharactersLimit = 41;  // a part as long as this is no owner
-constexpr std::size_t ownerWordsLimit = 5;
+constexpr std::size_t mostOwnerWords = 4;
 constexpr std::array<std::string_view, 3> separators = {" — ", " – ", ": "};
 constexpr std::string_view openBox = "[ ]";
-
-bool isBullet(std::string_view line) { return line.starts_with("- ") || line.starts_with("* "); }
+constexpr std::array<std::string_view, 4> checkBoxes = {"- [ ]", "* [ ]", "- [x]", "* [x]"};
 
 bool hasCheckBox(std::string_view line) {
-    return isBullet(line) &&
-           (line.substr(2).starts_with(openBox) || line.substr(2).starts_with("[x]"));
+    return std::ranges::any_of(checkBoxes, [&](auto box) { return line.starts_with(box); });
 }
 
 std::string_view withoutOpenBox(std::string_view text) {
@@ -28,8 +26,7 @@ std::string_view withoutOpenBox(std::string_view text) {
 }
 
 bool canBeOwner(std::string_view part) {
-    return !part.empty() && !Characters::hasAtLeast(part, ownerCharactersLimit) &&
-           !SpokenWords(part).hasAtLeast(ownerWordsLimit);
+    return ListItem::canBeOwner(part) && !SpokenWords(part).hasAtLeast(mostOwnerWords + 1);
 }
 }  // namespace
 
@@ -47,11 +44,9 @@ std::vector<std::string_view> lines(const TranscriptDocument& document) {
 }
 
 std::optional<Item> parse(std::string_view line) {
-    line = Text::trimmedBlanks(line);
-    if (!isBullet(line)) return std::nullopt;
-    const std::string_view item = Text::trimmedBlanks(line.substr(2));
-    if (Text::startsWithIgnoringAsciiCase(item, "[x]")) return std::nullopt;
-    const std::string_view rest = withoutOpenBox(item);
+    const auto item = ListItem::afterBullet(Text::trimmedBlanks(line));
+    if (!item || Text::startsWithIgnoringAsciiCase(*item, "[x]")) return std::nullopt;
+    const std::string_view rest = withoutOpenBox(*item);
     if (rest.empty()) return std::nullopt;
     for (const std::string_view separator : separators) {
         const std::size_t at = rest.find(separator);
@@ -65,7 +60,6 @@ std::optional<Item> parse(std::string_view line) {
 
 std::string_view trimmedBullet(std::string_view line) {
     line = Text::trimmedBlanks(line);
-    if (isBullet(line)) line = Text::trimmedBlanks(line.substr(2));
-    return withoutOpenBox(line);
+    return withoutOpenBox(ListItem::afterBullet(line).value_or(line));
 }
 }  // namespace ombrix::ActionItems

@@ -26,9 +26,9 @@ struct Item {
 /// "- [x]", "* [x]"), trimmed, without empty ones; views of the document.
 std::vector<std::string_view> lines(const TranscriptDocument& document);
 
-/// Nothing for a line without a bullet, a ticked item and a bullet without text. What stands before
-/// the first " — ", else " – ", else ": " is the owner, if both sides hold something and the owner
-/// has at most 40 characters and at most 4 words.
+/// Nothing for a line without a bullet, a ticked item and a bullet without text. The part before
+/// the first " — ", else " – ", else ": " is the owner, if neither side is empty and the owner has
+/// at most 40 characters and at most 4 words.
 std::optional<Item> parse(std::string_view line);
 
 /// The line without its bullet and its open check box; a view of it.

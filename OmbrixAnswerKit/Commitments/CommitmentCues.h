@@ -1,5 +1,5 @@
-// The phrases by which a promise, a request, a reply to one and a deadline are known in spoken
-// English. All tests ignore case and take curly apostrophes for straight ones.
+// The phrases that mark a promise, a request, a reply to one and a deadline in spoken English. All
+// tests ignore case and read curly apostrophes as straight ones.
 #pragma once
 
 #include <optional>
@@ -21,8 +21,8 @@ bool hasRequestCue(std::string_view text);
 /// "Sure", "Will do", or a short promise back that points at what was asked ("I'll do that").
 bool isAcknowledgement(std::string_view text);
 
-/// A text with straight apostrophes: a copy only when it may have curly ones. The view is valid as
-/// long as this and the given text are.
+/// A text with straight apostrophes; makes a copy only when it may have curly ones. The view is
+/// valid as long as this object and the given text are.
 class StraightText {
   public:
     explicit StraightText(std::string_view text);

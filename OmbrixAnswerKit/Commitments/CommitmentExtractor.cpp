@@ -111,7 +111,7 @@ class Extraction {
     }
 
   private:
-    /// How many turns it has read: a request takes the reply that accepts it along.
+    /// The number of turns read: a reply that accepts a request is read with it.
     std::size_t readTurn(std::size_t i) {
         const Turn& turn = document_.turns[i];
         const SpokenWords& words = wordsOf(i);
@@ -136,7 +136,7 @@ class Extraction {
                       isAddressedToListener(text) ? Direction::owedToUser : Direction::other);
     }
 
-    /// The turn behind `i` is another speaker's and accepts the request.
+    /// The turn after `i` is another speaker's and accepts the request.
     bool acknowledges(std::size_t i) const {
         return i + 1 < document_.turns.size() && speakers_.of(i + 1).key != speakers_.of(i).key &&
                isAcknowledgement(document_.turns[i + 1].text);
@@ -178,7 +178,7 @@ class Extraction {
         auto person = people.withKeyOf(*item.owner);
         if (!person) person = people.withFirstWordOf(*item.owner);
         if (person) return addListed(debtOf(*person), item.text);
-        // What stands before the separator is no person, so it belongs to the text.
+        // The part before the separator is nobody in the meeting, so it belongs to the text.
         addListed(nobodysDebt(), ActionItems::trimmedBullet(line));
     }
 
@@ -196,7 +196,7 @@ class Extraction {
                           .document = &document_});
     }
 
-    /// Each turn's words are asked for by itself and by the turn behind it.
+    /// The words of a turn are needed for the turn itself and for the one after it.
     const SpokenWords& wordsOf(std::size_t i) {
         Heard& heard = heard_[i % heard_.size()];
         if (heard.turn != i) heard = {.turn = i, .words = SpokenWords(document_.turns[i].text)};
@@ -217,8 +217,8 @@ class Extraction {
     std::vector<Finding> found_;
 };
 
-/// The order of lists, up to the place in the input: the latest meeting, then by direction, then
-/// the surest.
+/// The order of lists, without the place in the input: the latest meeting first, then by direction,
+/// then the highest confidence.
 struct Rank {
     std::string_view date;
     Direction direction;

@@ -58,13 +58,13 @@ using CommitmentCues::isAddressedToListener;
 /// True when the words of `text` are an echo of those of the turn before it; false without one.
 bool isEcho(std::string_view text, const TranscriptDocument::Turn* previous);
 
-/// A promise where it stands: views of its document, of its id and of the user's names, which have
-/// to outlive it. A document may hold a million promises and a title of a megabyte, and a list of
-/// promises shows a dozen; so only those are written down.
+/// A promise as views of its document, of its id and of the user's names, which have to outlive it.
+/// A document may have a million promises and a title of a megabyte, and a list of promises shows a
+/// dozen; only those are copied.
 struct Finding {
     Commitment::Direction direction = Commitment::Direction::other;
     std::optional<std::string_view> owner{};
-    std::string_view text{};  ///< of the turn or the item, as it stands
+    std::string_view text{};  ///< of the turn or the item, unchanged
     bool isListed = false;    ///< an action item, which keeps its curly apostrophes
     double confidence = 0;
     std::string_view meetingID{};
@@ -74,26 +74,28 @@ struct Finding {
 /// The promises of one document: those of its turns, in order, then those of its action items, in
 /// order. `id` becomes their `meetingID`. `userAliases` are the user's names, the display name
 /// first; "you" and "me" always count as the user, and without another name the display name is
-/// "You". Time and memory are linear in the document, but for sorting the words of echoes.
+/// "You". Time and memory are linear in the document, except for sorting the words of echoes.
 std::vector<Finding> find(const TranscriptDocument& document, std::string_view id,
                           std::span<const std::string> userAliases);
 
+/// The finding with copies of its texts, and with its deadline.
 Commitment written(const Finding& finding);
 
-/// What `find` finds, written down: each with its own copy of the title.
+/// What `find` finds as commitments, each with its own copy of the title.
 std::vector<Commitment> extract(const TranscriptDocument& document, std::string_view id,
                                 std::span<const std::string> userAliases);
 
 /// The first `cap` commitments of a direction, or of all when none is given: the latest meeting
-/// first, then by direction, then the surest first, then as given. A negative cap counts as 0.
+/// first, then by direction, then the highest confidence first, then as given. A negative cap
+/// counts as 0.
 std::vector<Commitment> select(std::span<const Commitment> commitments,
                                std::optional<Commitment::Direction> direction, std::int64_t cap);
-/// The same of promises that are not written down yet.
+/// The same for findings.
 std::vector<Finding> select(std::span<const Finding> findings,
                             std::optional<Commitment::Direction> direction, std::int64_t cap);
 
 /// What `select` gives as an answer of the shape `commitments`: one item a commitment, its text
-/// with the number of its meeting behind it ("send the deck [2]"). `citationIDs` are the meetings,
+/// with the number of its meeting after it ("send the deck [2]"). `citationIDs` are the meetings,
 /// each once, in order.
 StructuredAnswer assemble(std::span<const Commitment> commitments,
                           std::optional<Commitment::Direction> direction, std::int64_t cap);

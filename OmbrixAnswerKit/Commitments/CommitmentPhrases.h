@@ -11,7 +11,7 @@ namespace ombrix::CommitmentPhrases {
 
 struct Phrase {
     std::string_view pattern;  ///< with WEEKDAY and MONTH for the names of days and months
-    /// Every match begins with one of these. A digit stands for all digits.
+    /// Every match begins with one of these. A digit means all digits.
     std::span<const std::string_view> openings;
 
     /// The pattern with the names filled in.

@@ -18,7 +18,7 @@ bool Cue::opensWithDigit() const {
     return std::ranges::any_of(openings_, [](auto o) { return Text::isAsciiDigit(o.front()); });
 }
 
-/// The first byte where an opening stands that no ASCII word character precedes.
+/// The first byte of an opening that no ASCII word character precedes.
 std::optional<std::size_t> Cue::firstOpening(std::string_view text) const {
     bool inWord = false;
     for (std::size_t at = 0; at < text.size(); ++at) {
@@ -40,8 +40,8 @@ std::optional<ByteRange> Cue::firstMatch(std::string_view text) const {
         from = *opening;
     } else if (!opensWithDigit() && !firstOpening(Text::caseFolded(text))) {
         // The expression takes the long s for "s", the Kelvin sign for "k" and a ligature for its
-        // letters. In the case fold these are the plain letters, so what matches has its opening
-        // there; places in the fold are none of the text, so the expression starts from the front.
+        // letters. The case fold has the plain letters, so a match has its opening there. A place
+        // in the fold is no place in the text, so the expression starts at the beginning.
         return std::nullopt;
     }
     const auto match = regex_.firstMatch(text, from);

@@ -1,4 +1,4 @@
-// A phrase of spoken language that is searched for in many texts and stands in few of them.
+// The search for a phrase in many texts, few of which have it.
 #pragma once
 
 #include <array>
@@ -12,14 +12,14 @@
 
 namespace ombrix {
 
-/// An expression, ignoring case, that begins with \b and a literal out of a known few. A scan for
-/// those finds out quickly that a text, as nearly all of them, holds no match. The scan never
-/// changes what is found; it spares the expression the text before the first place worth a look.
+/// An expression, ignoring case, that begins with \b and one of a few literals. A scan for these
+/// quickly rules out nearly all texts, and otherwise gives the expression a later place to start
+/// from. It never changes what is found.
 class Cue {
   public:
     /// Every match begins with one of `openings`: lower-case ASCII, the first character a letter or
-    /// a digit. An opening that is a digit stands for all digits, those of other scripts too. Keeps
-    /// a view of them.
+    /// a digit. An opening that is a digit means all digits, those of other scripts too. Keeps a
+    /// view of them.
     Cue(std::string_view pattern, std::span<const std::string_view> openings);
 
     /// The first match in a text with straight apostrophes. Linear.

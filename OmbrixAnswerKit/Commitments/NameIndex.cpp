@@ -6,7 +6,7 @@
 namespace ombrix {
 namespace {
 
-// A short first word says too little in a written owner; in speech a name of two letters is enough.
+// Two letters are too few to know a written owner by; in speech a name of two letters is enough.
 constexpr std::size_t fewestWrittenCharacters = 3;
 constexpr std::size_t fewestSpokenCharacters = 2;
 }  // namespace

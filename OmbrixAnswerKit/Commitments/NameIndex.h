@@ -1,4 +1,4 @@
-// Names of people, found again by how other text writes them.
+// Names of people, looked up by the way another text writes them.
 #pragma once
 
 #include <cstddef>
@@ -11,8 +11,8 @@
 
 namespace ombrix {
 
-/// Lookups cost the same however many names there are; of several names that fit, the one that was
-/// added first is found. Holds views of the names.
+/// A lookup costs the same however many names there are. If several names fit, it gives the one
+/// that was added first. Keeps views of the names.
 class NameIndex {
   public:
     /// What two spellings of one name have in common: its fold, trimmed of white space and

@@ -14,7 +14,7 @@ namespace {
 /// Shorter turns are an echo only when they are equal: "yes, yes" after "yes" is spoken twice.
 constexpr std::size_t fewestEchoWords = 4;
 
-/// The distinct words, sorted. Repeats go before the list has grown to twice what is distinct.
+/// The distinct words, sorted. Repeats are removed before the list is twice as long as that.
 std::vector<std::string_view> distinct(const SpokenWords& words) {
     std::vector<std::string_view> known;
     const auto withoutRepeats = [&] {
@@ -34,12 +34,12 @@ std::vector<std::string_view> distinct(const SpokenWords& words) {
     return known;
 }
 
-/// Four fifths of the distinct words of both texts together stand in both.
+/// True when both texts have four fifths of the distinct words of either.
 bool shareMostWords(const SpokenWords& a, const SpokenWords& b) {
     const bool aIsSmaller = a.joined().size() <= b.joined().size();
     const auto known = distinct(aIsSmaller ? a : b);
-    // As soon as the larger text has brought more than a quarter of new words the share is out of
-    // reach, which for ordinary neighbours is after a few words.
+    // Once the larger text has added more than a quarter of new words the share cannot be reached.
+    // For ordinary neighbours that is after a few words.
     std::vector<bool> isShared(known.size());
     std::set<std::string_view> added;
     SpokenWords::Walk larger(aIsSmaller ? b : a);
@@ -54,7 +54,7 @@ bool shareMostWords(const SpokenWords& a, const SpokenWords& b) {
     return shared * 5 >= (known.size() + added.size()) * 4;
 }
 
-/// One text stands in the other and has seven tenths of its characters.
+/// True when one text contains the other, which has seven tenths of its characters.
 bool holdsMostOf(const SpokenWords& a, const SpokenWords& b) {
     std::size_t shorterCount = Characters::count(a.joined());
     std::size_t longerCount = Characters::count(b.joined());

@@ -10,8 +10,8 @@
 namespace ombrix {
 
 /// The words of a text: its fold cut at every scalar that is no letter, mark or digit. The cut is
-/// by scalar and not by character: a joiner inside a character parts two words. An apostrophe parts
-/// words in either form, so a text has the same words with curly ones and with straight ones.
+/// by scalar and not by character: a joiner inside a character separates two words. So does an
+/// apostrophe of either form: a text has the same words with curly ones and with straight ones.
 class SpokenWords {
   public:
     class Walk;
@@ -20,7 +20,7 @@ class SpokenWords {
     explicit SpokenWords(std::string_view text);
 
     bool isEmpty() const { return joined_.empty(); }
-    /// Looks no farther than the `n`th word.
+    /// Stops at the `n`th word.
     bool hasAtLeast(std::size_t n) const;
     /// True when a recogniser heard the same words on two channels: these repeat `previous`, word
     /// by word or nearly so. False when either side has none. Time n log n in the words, memory
@@ -43,7 +43,7 @@ class SpokenWords {
 class SpokenWords::Walk {
   public:
     explicit Walk(const SpokenWords& words) : rest_(words.joined()) {}
-    /// False behind the last.
+    /// False after the last.
     bool next(std::string_view& word) {
         if (rest_.empty()) return false;
         word = rest_.substr(0, rest_.find(' '));

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "OmbrixPlatform/Characters.h"
+#include "OmbrixAnswerKit/Shape/ListItem.h"
 #include "OmbrixPlatform/LineCursor.h"
 #include "OmbrixPlatform/Text.h"
 
@@ -11,8 +11,6 @@ namespace {
 
 constexpr std::string_view separator = " — ";
 constexpr std::string_view nothingFound = "(none)";
-/// A longer text ahead of a dash is part of the sentence.
-constexpr std::size_t longestOwner = 40;
 
 std::string_view headingOf(AnswerShape shape) {
     return shape == AnswerShape::timeline ? "## Timeline" : "## Commitments";
@@ -42,7 +40,7 @@ bool hasFormOfDay(std::string_view text) {
     return true;
 }
 
-/// Takes the date off the entry of a timeline; false when `left` is none.
+/// Takes the date off an entry of a timeline; false when `left` is no date.
 bool readDate(std::string_view left, StructuredAnswer::Item& item) {
     if (Text::equalsIgnoringCase(left, "undated")) return true;
     if (!hasFormOfDay(left)) return false;
@@ -50,15 +48,15 @@ bool readDate(std::string_view left, StructuredAnswer::Item& item) {
     return true;
 }
 
-/// Takes the owner off a commitment; false when `left` can be nobody.
+/// Takes the owner off a commitment; false when `left` can be no owner.
 bool readOwner(std::string_view left, StructuredAnswer::Item& item) {
     if (Text::equalsIgnoringCase(left, "unowned")) return true;
-    if (left.empty() || Characters::hasAtLeast(left, longestOwner + 1)) return false;
+    if (!ListItem::canBeOwner(left)) return false;
     item.owner = left;
     return true;
 }
 
-/// The item of a bullet's line, without its bullet.
+/// The item of a line whose bullet is already removed.
 StructuredAnswer::Item item(std::string_view line, AnswerShape shape) {
     StructuredAnswer::Item result{.text = std::string(line),
                                   .citationIndices = bracketNumbers(line)};
@@ -72,19 +70,18 @@ StructuredAnswer::Item item(std::string_view line, AnswerShape shape) {
     return result;
 }
 
-/// The items of the lines that are left.
+/// The items of the remaining lines.
 std::vector<StructuredAnswer::Item> items(LineCursor& lines, AnswerShape shape) {
     std::vector<StructuredAnswer::Item> result;
     while (const auto line = lines.next()) {
         const auto text = Text::trimmedBlanks(*line);
         if (text == nothingFound) break;
-        if (text.starts_with("- ") || text.starts_with("* "))
-            result.push_back(item(Text::trimmedBlanks(text.substr(2)), shape));
+        if (const auto bullet = ListItem::afterBullet(text)) result.push_back(item(*bullet, shape));
     }
     return result;
 }
 
-/// Reads past the heading: what stands ahead of it, on one line. Nothing when there is no heading.
+/// Reads past the heading: the text before it, on one line. Nothing when there is no heading.
 std::optional<std::string> overview(LineCursor& lines, AnswerShape shape) {
     std::string result;
     while (const auto line = lines.next()) {

@@ -27,9 +27,9 @@ struct StructuredAnswer {
         bool operator==(const Item&) const = default;
     };
 
-    /// What the text really has; `prose` although another shape was asked for when it has no other.
+    /// The shape that the text has: `prose` when it does not have the one that was asked for.
     AnswerShape shape = AnswerShape::prose;
-    std::optional<std::string> summary{};    ///< what stands ahead of the heading, on one line
+    std::optional<std::string> summary{};    ///< the text before the heading, on one line
     std::vector<Item> items{};               ///< in the order of the text
     std::optional<std::string> proseText{};  ///< the whole trimmed text of a `prose` answer
     std::vector<std::string> citationIDs{};  ///< a bracket "[n]" means the one at position n - 1
@@ -38,7 +38,7 @@ struct StructuredAnswer {
 
 namespace StructuredAnswerParser {
 
-/// The answer that `text` holds in the form of `shape`. Prose when prose is asked for, when no line
+/// `text` read in the form of `shape`. Prose when prose is asked for, when no line
 /// is that shape's heading, and when nothing follows the heading. A list that reads "(none)" is a
 /// structured answer without items. `citationIDs` is passed on. Never throws; linear.
 StructuredAnswer parse(std::string_view text, AnswerShape shape,

@@ -1,4 +1,4 @@
-// Where skills lie: in a folder of the Memory folder. Their Markdown files are no transcripts.
+// The folder of the skills, in the Memory folder. Their Markdown files are no transcripts.
 #pragma once
 
 #include <string_view>
@@ -13,7 +13,7 @@ constexpr std::string_view folderName = "Skills";
 
 namespace SkillsFolder {
 
-/// True when the path's components hold the Memory folder's name directly followed by "Skills".
+/// True when the path has the Memory folder's name as a component, directly followed by "Skills".
 bool holds(std::string_view path, std::string_view memoryFolderName);
 }  // namespace SkillsFolder
 }  // namespace ombrix

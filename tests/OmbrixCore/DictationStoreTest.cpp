@@ -226,7 +226,7 @@ TEST_F(DictationStoreTest, MigratingTwiceOrFromAnOldDatabaseGivesTheSameSchema) 
     EXPECT_THAT(titles({}), ElementsAre("kept"));
 }
 
-TEST(StorageModels, NotesStateLooksBehindWhiteSpaceAndCase) {
+TEST(StorageModels, NotesStateIgnoresWhiteSpaceAroundAndCase) {
     using enum MeetingNotesState;
     const std::pair<const char*, MeetingNotesState> cases[] = {
         {"", missing},

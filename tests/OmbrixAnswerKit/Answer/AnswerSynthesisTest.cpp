@@ -31,44 +31,40 @@ class Echo final : public AnswerSynthesizer {
     }
 };
 
-std::optional<Reason> failure(const AnswerSynthesizer& synthesizer,
-                              const std::vector<RetrievedCitation>& citations) {
+/// How the mock fails; `cancelled`, which it never reports, when it answers.
+Reason failure(bool available, const char* response,
+               const std::vector<RetrievedCitation>& citations) {
+    MockAnswerSynthesizer mock;
+    mock.available = available;
+    if (response != nullptr) mock.response = response;
     try {
-        synthesizer.synthesize("q", citations);
+        mock.synthesize("q", citations);
     } catch (const AnswerSynthesisError& error) {
         return error.reason();
     }
-    return std::nullopt;
+    return Reason::cancelled;
 }
 
 TEST(AnswerSynthesis, TheMockAnswersOnlyWhenItCan) {
-    MockAnswerSynthesizer mock;
-    mock.available = false;
-    EXPECT_FALSE(mock.isAvailable());
-    EXPECT_EQ(failure(mock, {}), Reason::unavailable);
-    mock.available = true;
-    EXPECT_EQ(failure(mock, {}), Reason::emptyInput);
-    EXPECT_EQ(failure(mock, sources), Reason::emptyOutput);
-    mock.response = "";
-    EXPECT_EQ(failure(mock, sources), Reason::emptyOutput);
-    mock.response = "Kept [1].";
-    EXPECT_EQ(failure(mock, {}), Reason::emptyInput);
-    EXPECT_EQ(mock.synthesize("q", sources), (SynthesizedAnswer{"Kept [1].", {"one", "two"}}));
+    EXPECT_EQ(failure(false, nullptr, {}), Reason::unavailable);
+    EXPECT_EQ(failure(true, nullptr, {}), Reason::emptyInput);
+    EXPECT_EQ(failure(true, nullptr, sources), Reason::emptyOutput);
+    EXPECT_EQ(failure(true, "", sources), Reason::emptyOutput);
 }
 
-TEST(AnswerSynthesis, AShapeIsAskedForBehindTheQuestionAndReadBack) {
+TEST(AnswerSynthesis, AShapeIsAskedForAfterTheQuestionAndReadBack) {
     const Echo echo;
     const std::vector<std::string> ids = {"one", "two"};  // what the numbers in the text mean
     EXPECT_EQ(echo.synthesize(" Why? ", sources, AnswerShape::prose),
               (StructuredAnswer{.proseText = "Why?", .citationIDs = ids}));
 
     const auto timeline = echo.synthesize("Why?", sources, AnswerShape::timeline);
-    EXPECT_EQ(timeline.shape, AnswerShape::timeline);
     EXPECT_EQ(timeline.summary, "Why? Format the answer exactly as:");
     EXPECT_EQ(timeline.citationIDs, ids);
 
     MockAnswerSynthesizer mock;
     mock.response = "I cannot say.";
+    EXPECT_EQ(mock.synthesize("Why?", sources), (SynthesizedAnswer{"I cannot say.", ids}));
     EXPECT_EQ(mock.synthesize("Why?", sources, AnswerShape::commitments),
               (StructuredAnswer{.proseText = "I cannot say.", .citationIDs = ids}));
 }
@@ -88,18 +84,17 @@ TEST(GroundedAnswerPrompt, TheMessageNumbersTheSourcesAndKeepsTheirText) {
 }
 
 TEST(GroundedAnswerPrompt, EmbeddedTextsArriveWholeAndWithoutALineFeedAtTheirEnd) {
-    const auto system = GroundedAnswerPrompt::instructions;
-    EXPECT_TRUE(
-        system.starts_with("You answer questions about the user's own meetings using ONLY"));
-    EXPECT_TRUE(system.ends_with("\n- Be concise: 2–4 sentences. Plain, factual, no preamble."));
-    EXPECT_EQ(std::ranges::count(system, '\n'), 4);
-    for (const auto shape : {AnswerShape::timeline, AnswerShape::commitments}) {
-        const auto format = GroundedAnswerPrompt::shapeInstructions(shape);
-        ASSERT_TRUE(format);
-        EXPECT_TRUE(format->ends_with(", write exactly: (none)"));
-        EXPECT_EQ(std::ranges::count(*format, '\n'), 4);
+    using GroundedAnswerPrompt::shapeInstructions;
+    const std::array<std::string_view, 3> texts[] = {
+        {GroundedAnswerPrompt::instructions, "You answer questions about the user's own",
+         "- Be concise: 2–4 sentences. Plain, factual, no preamble."},
+        {*shapeInstructions(AnswerShape::timeline), "Format", ", write exactly: (none)"},
+        {*shapeInstructions(AnswerShape::commitments), "Format", ", write exactly: (none)"}};
+    for (const auto& [text, start, end] : texts) {
+        EXPECT_TRUE(text.starts_with(start) && text.ends_with(end)) << text;
+        EXPECT_EQ(std::ranges::count(text, '\n'), 4) << text;
     }
-    EXPECT_EQ(GroundedAnswerPrompt::shapeInstructions(AnswerShape::prose), std::nullopt);
+    EXPECT_EQ(shapeInstructions(AnswerShape::prose), std::nullopt);
 }
 }  // namespace
 }  // namespace ombrix

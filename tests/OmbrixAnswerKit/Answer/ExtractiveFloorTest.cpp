@@ -41,7 +41,7 @@ TEST(ExtractiveFloor, TheSnippetListTakesTwoSnippetsOfASourceUpToItsCap) {
     std::vector<RetrievedCitation> six;
     for (const auto* id : {"a", "b", "c", "d", "e", "f"})
         six.push_back(source(id, "", {std::string(id) + "1", std::string(id) + "2", "third"}));
-    six[1].snippets.clear();          // no line, but its number stays its own
+    six[1].snippets.clear();          // no line, but it keeps its number
     six[2].snippets = {" c1\n c1 "};  // one line, flattened
     const std::pair<std::int64_t, const char*> cases[] = {
         {8, "- a1 [1]\n- a2 [1]\n- c1 c1 [3]\n- d1 [4]\n- d2 [4]\n- e1 [5]\n- e2 [5]\n- f1 [6]"},
@@ -100,7 +100,7 @@ TEST(ExtractiveFloor, TheCommitmentListFollowsTheDirectionOfTheIntent) {
               "- Sam Reed — I will call the lawyer. [3]");
 }
 
-TEST(ExtractiveFloor, WithoutCommitmentsTheListSaysSoAndWithoutDocumentsSnippetsStandIn) {
+TEST(ExtractiveFloor, WithoutCommitmentsTheListSaysSoAndWithoutDocumentsItHasSnippets) {
     const std::vector gone = {source("gone", "", {"quoted"})};
     const auto shape = AnswerShape::commitments;
     EXPECT_EQ(floorOfTwoMeetings().markdown(gone, shape, AskIntent::plan),
@@ -121,7 +121,7 @@ TEST(ExtractiveFloor, TheQuestionPlansTheAnswerAndEverySourceIsCited) {
             (SynthesizedAnswer{floor.markdown(twoMeetings, shape, intent), {"gone", "old", "new"}}))
             << question;
     }
-    // A given shape replaces the plan's, while the direction stays the question's.
+    // A given shape replaces the plan's; the direction is still the question's.
     const auto owed = floor.synthesize("who owes me what", twoMeetings, AnswerShape::commitments);
     EXPECT_EQ(owed, (StructuredAnswer{
                         .shape = AnswerShape::commitments,

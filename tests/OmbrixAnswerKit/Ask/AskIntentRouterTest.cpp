@@ -19,7 +19,7 @@ using AskIntentRouter::route;
 Classification found(AskIntent intent, std::string_view cue) { return {intent, cue}; }
 const Classification none{};
 
-TEST(AskIntentRouter, TheFirstCueOfTheTableThatStandsAsWholeWordsDecides) {
+TEST(AskIntentRouter, TheFirstCueOfTheTableInWholeWordsDecides) {
     const struct {
         const char* question;
         Classification expected;
@@ -35,7 +35,7 @@ TEST(AskIntentRouter, TheFirstCueOfTheTableThatStandsAsWholeWordsDecides) {
         {"who is undecided", none},
         {"the decision-maker", found(AskIntent::decisions, "decision")},
         {"undecided, then decided", found(AskIntent::decisions, "decided")},
-        // One blank and one hyphen are what they are.
+        // A blank and a hyphen match only themselves.
         {"my to-do list", found(AskIntent::plan, "to-do")},
         {"what to do", none},
         {"my  commitments", none},
@@ -44,7 +44,7 @@ TEST(AskIntentRouter, TheFirstCueOfTheTableThatStandsAsWholeWordsDecides) {
         EXPECT_EQ(classify(question), expected) << question;
 }
 
-/// What the cues mean, written down plainly: each an expression over the whole question.
+/// The plain way: one expression for each cue, over the whole question.
 Classification plainly(const std::string& question) {
     static const auto expressions = [] {
         std::vector<std::pair<Classification, std::unique_ptr<Regex>>> all;
@@ -88,7 +88,7 @@ TEST(AskIntentRouter, OnePassFindsWhatTheExpressionsFindOneByOne) {
         ASSERT_EQ(classify(question), expected) << question;
         hits += expected.cue ? 1 : 0;
     }
-    EXPECT_GT(hits, 500);  // else the texts test little
+    EXPECT_GT(hits, 500);  // otherwise the texts test little
     EXPECT_LT(hits, 3500);
 }
 
@@ -182,7 +182,7 @@ TEST(AnswerShapePlanner, WordsSuggestAShapeOnlyWhereNoIntentHasOne) {
         {"Who’s doing the launch?", AnswerShape::commitments, AnswerShape::commitments},
         {"how has pricing EVOLVED", AnswerShape::timeline, AnswerShape::timeline},
         {"the history of our next steps", AnswerShape::commitments, AnswerShape::commitments},
-        // An intent's own shape goes before the words.
+        // The shape of an intent comes before the words.
         {"what did we decide about the committee", AnswerShape::commitments, AnswerShape::timeline},
         {"what should I focus on", AnswerShape::prose, AnswerShape::commitments},
     };

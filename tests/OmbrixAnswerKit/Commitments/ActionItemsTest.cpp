@@ -19,7 +19,7 @@ TEST(ActionItems, AreTheSectionsLinesAndTheNotesCheckBoxes) {
     EXPECT_TRUE(lines({}).empty());
 }
 
-TEST(ActionItems, ReadAnOwnerAheadOfTheFirstSeparatorThatStands) {
+TEST(ActionItems, ReadAnOwnerBeforeTheFirstSeparatorThatSplits) {
     const std::string owner40(40, 'x');
     using Owner = std::optional<std::string_view>;
     const auto owned = [](Owner owner, std::string_view text) { return Item{owner, text}; };
@@ -33,16 +33,16 @@ TEST(ActionItems, ReadAnOwnerAheadOfTheFirstSeparatorThatStands) {
         std::optional<Item> item;
     } cases[] = {
         {"colon", "- Tomas: send deck", owned("Tomas", "send deck")},
-        {"em dash before a colon that stands earlier", "- Ann: plan — b", owned("Ann: plan", "b")},
-        {"en dash before a colon", "- Ann – see: b", owned("Ann", "see: b")},
-        {"a dash that does not stand gives way", "- one two three four five — a: b",
+        {"an em dash wins over an earlier colon", "- Ann: plan — b", owned("Ann: plan", "b")},
+        {"an en dash wins over a colon", "- Ann – see: b", owned("Ann", "see: b")},
+        {"a dash that does not split is passed over", "- one two three four five — a: b",
          unowned("one two three four five — a: b")},
         {"the next kind is tried", "- Ann: one two three four — go",
          owned("Ann", "one two three four — go")},
         {"the first place alone counts", "- one two three four five: Ann: go",
          unowned("one two three four five: Ann: go")},
         {"a hyphen is no dash", "- Ann - go", unowned("Ann - go")},
-        {"no owner ahead", "- : go", unowned(": go")},
+        {"no owner before it", "- : go", unowned(": go")},
         {"four words", "- one two three four: go", owned("one two three four", "go")},
         {"words are counted as words", "- o'neil, d'arcy & x: go",
          unowned("o'neil, d'arcy & x: go")},

@@ -20,15 +20,15 @@ struct Pair {
 /// A text for a failure's message.
 std::string shown(const std::string& text) { return text.substr(0, 40); }
 
-void expectTold(const std::function<bool(std::string_view)>& test, const std::vector<Pair>& pairs) {
+void expectHits(const std::function<bool(std::string_view)>& test, const std::vector<Pair>& pairs) {
     for (const auto& [hit, nearMiss] : pairs) {
         EXPECT_TRUE(test(hit)) << shown(hit);
         EXPECT_FALSE(test(nearMiss)) << shown(nearMiss);
     }
 }
 
-TEST(CommitmentCues, APromiseInTheFirstPersonIsToldFromItsDenial) {
-    expectTold(hasFirstPersonCue, {{"I'll send it", "I'll not send it"},
+TEST(CommitmentCues, APromiseInTheFirstPersonDiffersFromItsDenial) {
+    expectHits(hasFirstPersonCue, {{"I'll send it", "I'll not send it"},
                                    {"so I’ll send it", "I’ll   never do that"},
                                    {"I'll notify them", "I'll never notify them"},
                                    {"I WILL write", "I will not write"},
@@ -51,7 +51,7 @@ TEST(CommitmentCues, APromiseInTheFirstPersonIsToldFromItsDenial) {
 }
 
 TEST(CommitmentCues, TheListenerIsAddressedByWholePhrases) {
-    expectTold(isAddressedToListener, {{"I'll get you the deck", "I'll get young people"},
+    expectHits(isAddressedToListener, {{"I'll get you the deck", "I'll get young people"},
                                        {"I'll come back to you.", "I'll come back to yours"},
                                        {"you’ll have it", "you’ll haven't"},
                                        {"a note for you", "a note for your team"},
@@ -59,8 +59,8 @@ TEST(CommitmentCues, TheListenerIsAddressedByWholePhrases) {
                                        {"to you", "into you"}});
 }
 
-TEST(CommitmentCues, ARequestIsToldFromAPoliteNotice) {
-    expectTold(hasRequestCue, {{"Can you look at this?", "Can your team look?"},
+TEST(CommitmentCues, ARequestDiffersFromAPoliteNotice) {
+    expectHits(hasRequestCue, {{"Can you look at this?", "Can your team look?"},
                                {"would you mind", "would young"},
                                {"you’ll need to sign", "you’ll need tools"},
                                {"You need to go", "you needn't go"},
@@ -72,8 +72,8 @@ TEST(CommitmentCues, ARequestIsToldFromAPoliteNotice) {
                                {"pleasing, please do", "displease them"}});
 }
 
-TEST(CommitmentCues, AnAcknowledgementStandsAtTheBeginning) {
-    expectTold(isAcknowledgement,
+TEST(CommitmentCues, AnAcknowledgementIsAtTheBeginning) {
+    expectHits(isAcknowledgement,
                {{"Sure, tomorrow", "I am sure"},
                 {"\n Okay.", "Okayish"},
                 {"ok", "oks"},
@@ -105,7 +105,7 @@ TEST(CommitmentCues, ADeadlineIsTheFirstPhraseOfTheFirstKindThatMatches) {
         {"by 3/5", "by 3/5"},
         {"by 3/5/2026", "by 3/5/2026"},
         {"by the\neom", "by the\neom"},
-        {"on Monday or by Tuesday", "by Tuesday"},  // the surer kind, though it stands behind
+        {"on Monday or by Tuesday", "by Tuesday"},  // the earlier kind, although later in the text
         {"tomorrow, or next week", "next week"},
         {"next Thursday", "next Thursday"},
         {"it ships tomorrow", "tomorrow"},
@@ -125,7 +125,7 @@ TEST(CommitmentCues, ADeadlineIsTheFirstPhraseOfTheFirstKindThatMatches) {
     }
 }
 
-/// Openings, half openings and what lies in wait around them.
+/// Openings, half openings, and neighbours that could make or break a match.
 std::string randomText(std::mt19937& random, bool ascii) {
     static const std::vector<std::string> plain = {
         "i'll",       "i will", "I can",      "let me",      "on me",       "i'm gonna", "not",
@@ -171,11 +171,11 @@ TEST(CommitmentCues, TheQuickScanFindsWhatTheExpressionFinds) {
     }
 }
 
-TEST(CommitmentCues, ALongGapHidesNeitherItsOwnCueNorTheOnesBehindIt) {
+TEST(CommitmentCues, ALongGapHidesNeitherItsOwnCueNorLaterOnes) {
     const std::string gap(1'000'000, ' ');
-    expectTold(hasRequestCue, {{"please" + gap + "go", "please" + gap + "note"},
+    expectHits(hasRequestCue, {{"please" + gap + "go", "please" + gap + "note"},
                                {"please" + gap + "note: can you go", "please" + gap + "2"}});
-    expectTold(hasFirstPersonCue, {{"I'll" + gap + "go", "I'll" + gap + "never"},
+    expectHits(hasFirstPersonCue, {{"I'll" + gap + "go", "I'll" + gap + "never"},
                                    {"I can" + gap + "not, but let me", "I can" + gap + "also see"},
                                    {"I will" + gap + "not, I can", "I will" + gap + "not"}});
     for (const std::string& expected :

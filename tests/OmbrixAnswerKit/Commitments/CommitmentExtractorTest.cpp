@@ -90,7 +90,7 @@ TEST(CommitmentExtractor, WithoutANameTheUserIsYou) {
     }
 }
 
-TEST(CommitmentExtractor, EchoesAndSingleWordsArePassedOver) {
+TEST(CommitmentExtractor, EchoesAndSingleWordsAreSkipped) {
     EXPECT_EQ(spoken({{"Tomas", "I'll send it"},
                       {"Me", "I’ll send it!"},
                       {"Ann", "I'll"},  // two words
@@ -115,7 +115,7 @@ TEST(CommitmentExtractor, ARequestBelongsToWhoeverAcceptsIt) {
         {"the user accepts",
          {{"Tomas", ask}, {"Nora Lind", "Yes, I'll do it"}, {"Ann", "fine"}},
          {"userOwes Nora Lind asked: Could you draft it?"}},
-        {"the reply is taken along, the turn behind it is not",
+        {"the reply is read with it, the next turn is not",
          {{"Tomas", ask}, {"Ann", "Sure, could you send me the file?"}, {"Tomas", "Yes I can"}},
          {"other Ann asked: Could you draft it?", "other Tomas said: Yes I can"}},
         {"a reply that only begins like one is read on its own",
@@ -128,7 +128,7 @@ TEST(CommitmentExtractor, ARequestBelongsToWhoeverAcceptsIt) {
         {"a promise before a request in one turn",
          {{"Tomas", "I'll draft it, can you check it?"}, {"Ann", "Sure, let me"}, {"Me", "hm"}},
          {"other Tomas said: I'll draft it, can you check it?", "other Ann said: Sure, let me"}},
-        {"an echo of a reply that was taken along",
+        {"an echo of a reply that was read with it",
          {{"Tomas", ask}, {"Ann", "sure I'll do it"}, {"Me", "Sure, I'll do it."}},
          {"other Ann asked: Could you draft it?"}},
         {"the last turn",
@@ -178,7 +178,7 @@ TEST(CommitmentExtractor, AnItemsOwnerIsThePersonInTheMeeting) {
         {"- nora lind: send", {"userOwes Nora Lind item: send"}},
         {"- [ ] Me — send", {"userOwes Nora Lind item: send"}},
         {"- Nora P.: send", {"userOwes Nora Lind item: send"}},
-        // An equal key goes before an earlier first word, and participants before speakers.
+        // An equal key wins over an earlier first word, and participants win over speakers.
         {"- ann cole: go", {"other Ann Cole item: go"}, {"Ann Dahl"}},
         {"- Ann: go", {"other Ann Dahl item: go"}, {"Ann Dahl"}},
         {"- Tomas: send deck", {"other Tomas Ek item: send deck"}},

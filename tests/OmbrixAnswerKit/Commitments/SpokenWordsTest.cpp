@@ -15,7 +15,7 @@ bool echoes(const std::string& text, const std::string& previous) {
     return SpokenWords(text).isEchoOf(SpokenWords(previous));
 }
 
-TEST(SpokenWords, AreFoldedAndCutAtWhateverIsNoLetterMarkOrDigit) {
+TEST(SpokenWords, AreFoldedAndCutAtAllButLettersMarksAndDigits) {
     const struct {
         const char* why;
         std::string text;
@@ -38,7 +38,7 @@ TEST(SpokenWords, AreFoldedAndCutAtWhateverIsNoLetterMarkOrDigit) {
     EXPECT_FALSE(SpokenWords("a b").hasAtLeast(3));
 }
 
-TEST(SpokenWords, AnEchoSharesFourFifthsOfTheWordsOrHoldsSevenTenthsOfTheText) {
+TEST(SpokenWords, AnEchoSharesFourFifthsOfTheWordsOrSevenTenthsOfTheText) {
     const struct {
         const char* why;
         std::string text, previous;
@@ -67,7 +67,7 @@ TEST(SpokenWords, TheShareOfWordsIsTheOneOfTheWholeSets) {
     std::mt19937 random(3);
     int echoed = 0;
     for (int round = 0; round < 5'000; ++round) {
-        // One text goes up the alphabet and one down, so that neither holds the other.
+        // One text goes up the alphabet and one down, so that neither contains the other.
         std::string a, b;
         for (char c = 'a'; c <= 'k'; ++c) {
             if (random() % 8) a += std::string(1, c) + " ";

@@ -18,7 +18,7 @@ StructuredAnswer prose(std::string text) {
     return {.proseText = std::move(text), .citationIDs = ids};
 }
 
-TEST(StructuredAnswer, AListBehindItsHeadingIsReadWithWhatStandsAheadOfIt) {
+TEST(StructuredAnswer, AListAfterItsHeadingIsReadWithTheTextBeforeIt) {
     const struct {
         const char* text;
         StructuredAnswer expected;
@@ -64,7 +64,7 @@ Item onlyItem(const std::string& bullet, AnswerShape shape) {
     return answer.items.size() == 1 ? answer.items.front() : Item{.text = "not one item"};
 }
 
-TEST(StructuredAnswer, ATimelineEntryHasADayInFrontOfItsDash) {
+TEST(StructuredAnswer, ATimelineEntryHasADayBeforeItsDash) {
     const std::pair<const char*, Item> cases[] = {
         {"2026-03-02 — kept [1]", {"2026-03-02", {}, "kept [1]", {1}}},
         {"2026-13-99 — x", {"2026-13-99", {}, "x", {}}},  // by its form alone
@@ -77,7 +77,7 @@ TEST(StructuredAnswer, ATimelineEntryHasADayInFrontOfItsDash) {
         EXPECT_EQ(onlyItem(bullet, AnswerShape::timeline), item) << bullet;
 }
 
-TEST(StructuredAnswer, ACommitmentHasAnOwnerOfAtMostFortyCharactersInFrontOfItsDash) {
+TEST(StructuredAnswer, ACommitmentHasAnOwnerOfAtMostFortyCharactersBeforeItsDash) {
     std::string forty;
     for (int n = 0; n < 20; ++n) forty += "e\u0301n";
     const std::pair<std::string, Item> cases[] = {
