@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <sstream>
 #include <stdexcept>
 
-#include "ToolProcess.h"
+#include "OmbrixPlatform/Files.h"
+#include "OmbrixPlatform/Text.h"
 
 namespace ombrix::ToolTests {
 namespace {
@@ -14,14 +14,7 @@ namespace fs = std::filesystem;
 
 std::optional<std::string> textOf(const fs::path& path) {
     if (!fs::exists(path)) return std::nullopt;
-    return fileText(path.string());
-}
-
-std::vector<std::string> split(const std::string& text, char separator) {
-    std::vector<std::string> pieces;
-    std::istringstream in(text);
-    for (std::string piece; std::getline(in, piece, separator);) pieces.push_back(piece);
-    return pieces;
+    return Files::bytes(path);
 }
 
 CaseRun runIn(const fs::path& folder) {
@@ -43,8 +36,8 @@ CaseRun runIn(const fs::path& folder) {
     return run;
 }
 
-/// Blanks part the words; single quotes keep them together.
-std::vector<std::string> words(const std::string& text) {
+/// Words are separated by blanks; single quotes keep blanks in a word.
+std::vector<std::string> words(std::string_view text) {
     std::vector<std::string> result;
     bool inWord = false;
     bool quoted = false;
@@ -61,30 +54,29 @@ std::vector<std::string> words(const std::string& text) {
             result.back() += c;
         }
     }
-    if (quoted) throw std::runtime_error("an open quote: " + text);
+    if (quoted) throw std::runtime_error("an open quote: " + std::string(text));
     return result;
 }
 
-std::string trimmed(const std::string& text) {
-    const auto first = text.find_first_not_of(' ');
-    if (first == std::string::npos) return {};
-    return text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
-
 CaseRun runOfLine(const std::string& line) {
-    const auto columns = split(line, '|');
+    const auto columns = Text::split(line, "|");
     if (columns.size() < 3) throw std::runtime_error("a line of three columns expected: " + line);
     CaseRun run;
     run.name = line;
-    run.status = std::stoi(columns[0]);
+    run.status = std::stoi(std::string(columns[0]));
     run.arguments = words(columns[1]);
-    for (std::size_t i = 2; i < columns.size(); ++i) run.anywhere.push_back(trimmed(columns[i]));
+    for (std::size_t i = 2; i < columns.size(); ++i)
+        run.anywhere.emplace_back(Text::trimmedBlanks(columns[i]));
     return run;
 }
 }  // namespace
 
 std::vector<std::string> linesOf(const std::string& path) {
-    return split(textOf(path).value_or(""), '\n');
+    std::string text = textOf(path).value_or("");
+    if (text.empty()) return {};
+    if (text.ends_with('\n')) text.pop_back();
+    const auto lines = Text::split(text, "\n");
+    return {lines.begin(), lines.end()};
 }
 
 std::vector<CaseRun> runsOf(const std::string& caseFolder) {

@@ -1,39 +1,27 @@
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "OmbrixCore/RawDatabase.h"
+#include "OmbrixPlatform/TestFolder.h"
 #include "ToolProcess.h"
 
 namespace ombrix::ToolTests {
 namespace {
 
-TEST(ExampleDatabase, HoldsWhatTheExampleTranscriptsTell) {
-    const TemporaryFolder folder;
-    const std::string database = folder.path() + "/support/ombrix.db";
+TEST(ExampleDatabase, HoldsTheExampleTranscriptsAndIsNeverOverwritten) {
+    const test::TestFolder folder;
+    const std::string database = folder.at("support/ombrix.db");
     const Call make =
         callIn(folder.path(), {OMBRIX_EXAMPLE_MAKER, OMBRIX_EXAMPLES "/library", database});
     ASSERT_EQ(run(make).status, 0);
-
-    const auto count = [&database](const std::string& of) {
-        return std::stoi(test::RawDatabase(database).rows("SELECT count(*) FROM " + of));
-    };
-    EXPECT_GE(count("meetings"), 12);
-    EXPECT_GE(count("dictations"), 1);
-    EXPECT_GE(count("meeting_folders"), 2);
-    EXPECT_EQ(count("meetings WHERE raw_transcript NOT LIKE '%: %' OR duration_seconds = 0"), 0);
-    EXPECT_EQ(count("meetings AS a JOIN meetings AS b ON a.id < b.id "
-                    "WHERE a.start_time > b.start_time"),
-              0)
-        << "the newest meeting has the highest id";
-
-    const Outcome listed = run(callIn(
-        folder.path(), {OMBRIX_TOOL, "meetings", "list", "--limit", "1", "--db-path", database}));
-    EXPECT_EQ(listed.status, 0);
-    EXPECT_THAT(listed.output, testing::HasSubstr("\"wordCount\" : "));
-
-    const int before = count("meetings");
-    EXPECT_EQ(run(make).status, 1) << "a database that is there is left alone";
-    EXPECT_EQ(count("meetings"), before);
+    const char* const faults =
+        "SELECT count(*) < 12, sum(raw_transcript NOT LIKE '%: %' OR duration_seconds = 0),"
+        " (SELECT count(*) = 0 FROM dictations), (SELECT count(*) < 2 FROM meeting_folders),"
+        " (SELECT count(*) FROM meetings AS newer JOIN meetings AS older ON older.id < newer.id"
+        "  WHERE older.start_time > newer.start_time) FROM meetings";
+    EXPECT_EQ(test::RawDatabase(database).rows(faults), "0|0|0|0|0");
+    test::RawDatabase(database).run("UPDATE meetings SET title = 'mine'");
+    EXPECT_EQ(run(make).status, 1);
+    EXPECT_EQ(test::RawDatabase(database).rows("SELECT DISTINCT title FROM meetings"), "mine");
 }
 }  // namespace
 }  // namespace ombrix::ToolTests

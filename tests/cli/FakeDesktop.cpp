@@ -11,13 +11,15 @@
 #include <gio/gio.h>
 
 #include <filesystem>
+#include <fstream>
 #include <iostream>
 #include <map>
 #include <sstream>
 #include <string>
 #include <vector>
 
-#include "ToolProcess.h"
+#include "OmbrixPlatform/Files.h"
+#include "OmbrixPlatform/Text.h"
 
 namespace ombrix::ToolTests {
 namespace {
@@ -36,7 +38,7 @@ struct Desktop {
 
 std::map<std::string, std::vector<Step>> readScript(const std::string& path) {
     std::map<std::string, std::vector<Step>> answers;
-    std::istringstream lines(fileText(path));
+    std::istringstream lines(Files::bytes(path));
     std::string line, heard;
     while (std::getline(lines, line)) {
         std::istringstream words(line);
@@ -51,15 +53,17 @@ std::map<std::string, std::vector<Step>> readScript(const std::string& path) {
 }
 
 void take(const Desktop& desktop, const Step& step, const std::string& id) {
-    const fs::path target = desktop.stateFolder / replacingAll(step.first, "{id}", id);
+    const fs::path target = desktop.stateFolder / Text::replacingAll(step.first, "{id}", id);
     if (step.verb == "wait") {
         g_usleep(std::stoul(step.first) * 1000);
     } else if (step.verb == "remove") {
         fs::remove(target);
     } else if (step.verb == "write") {
         const std::string script = desktop.stateFolder / ("web-eval-" + id + ".js");
-        writeFile(target, replacingAll(fileText(desktop.scriptFolder / step.second), "{script}",
-                                       fs::exists(script) ? fileText(script) : ""));
+        fs::create_directories(desktop.stateFolder);
+        std::ofstream(target, std::ios::binary | std::ios::trunc)
+            << Text::replacingAll(Files::bytes(desktop.scriptFolder / step.second), "{script}",
+                                  fs::exists(script) ? Files::bytes(script) : "");
     } else {
         std::cerr << "FakeDesktop: unknown step " << step.verb << "\n";
         std::exit(2);
@@ -89,7 +93,7 @@ int listen(const char* script, const char* stateFolder) {
     g_dbus_connection_signal_subscribe(bus, nullptr, "com.ombrix.Notifications", "Posted",
                                        "/com/ombrix/Notifications", nullptr,
                                        G_DBUS_SIGNAL_FLAGS_NONE, hear, &desktop, nullptr);
-    // The bus has taken the subscription when it answers a call that was made behind it.
+    // The bus has taken the subscription when it answers a call that was made after it.
     GVariant* const answer = g_dbus_connection_call_sync(
         bus, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "GetId",
         nullptr, nullptr, G_DBUS_CALL_FLAGS_NONE, 5000, nullptr, nullptr);

@@ -1,5 +1,5 @@
 // Runs one case folder (CaseFolder.h) against the real tool: RunCase <tool> <fake desktop> <case>.
-// Status 0 when everything is as the case says; otherwise what differs is told on standard error.
+// Status 0 when everything is as the case says; otherwise standard error says what differs.
 // A case with a running application wants a session bus of its own around this program.
 #include <stdlib.h>
 
@@ -12,7 +12,10 @@
 #include "DesktopProcess.h"
 #include "OmbrixCore/DictationStore.h"
 #include "OmbrixCore/RawDatabase.h"
+#include "OmbrixPlatform/Files.h"
 #include "OmbrixPlatform/Regex.h"
+#include "OmbrixPlatform/TestFolder.h"
+#include "OmbrixPlatform/Text.h"
 #include "ToolProcess.h"
 
 namespace ombrix::ToolTests {
@@ -26,13 +29,13 @@ struct Placeholders {
     std::string tool;
 
     std::string filled(const std::string& text) const {
-        return replacingAll(replacingAll(text, "{folder}", folder), "{tool}", tool);
+        return Text::replacingAll(Text::replacingAll(text, "{folder}", folder), "{tool}", tool);
     }
     std::string normalised(std::string text) const {
         for (const auto& [path, name] :
              {std::pair(tool, "{tool}"), std::pair(folder, "{folder}")}) {
-            text = replacingAll(std::move(text), replacingAll(path, "/", "\\/"), name);
-            text = replacingAll(std::move(text), path, name);
+            text = Text::replacingAll(text, Text::replacingAll(path, "/", "\\/"), name);
+            text = Text::replacingAll(text, path, name);
         }
         static const Regex now(
             R"re("generatedAt" : "[0-9]{4}-[0-9]{2}-[0-9]{2}T[0-9]{2}:[0-9]{2}:[0-9]{2}Z")re");
@@ -52,7 +55,7 @@ Snapshot snapshotOf(const std::string& folder) {
         if (entry.is_symlink())
             result[name] = "link to " + fs::read_symlink(entry.path()).string();
         else if (entry.is_regular_file())
-            result[name] = "file: " + fileText(entry.path().string());
+            result[name] = "file: " + Files::bytes(entry.path().string());
         else
             result[name] = entry.is_directory() ? "folder" : "special";
     }
@@ -85,7 +88,7 @@ class CaseRunner {
         if (fs::exists(case_ + "/database.sql")) {
             const std::string database = folder_.path() + "/support/ombrix.db";
             DictationStore(database).migrateIfNeeded();
-            test::RawDatabase(database).run(fileText(case_ + "/database.sql"));
+            test::RawDatabase(database).run(Files::bytes(case_ + "/database.sql"));
         }
         if (fs::exists(case_ + "/desktop")) {
             linkBus(fs::path(folder_.path()) / "runtime/bus");
@@ -100,7 +103,7 @@ class CaseRunner {
             std::string heard;
             const auto expected = linesOf(case_ + "/heard");
             for (const auto& line : desktop_->heard(expected.size())) heard += line + "\n";
-            expect("what the application heard", heard, fileText(case_ + "/heard"));
+            expect("what the application heard", heard, Files::bytes(case_ + "/heard"));
         }
         return passes_;
     }
@@ -147,14 +150,14 @@ class CaseRunner {
 
     void expectInOrder(const std::string& what, const std::string& text,
                        const std::vector<std::string>& parts) {
-        std::size_t behind = 0;
+        std::size_t end = 0;
         for (const auto& part : parts) {
-            const auto at = text.find(part, behind);
+            const auto at = text.find(part, end);
             if (at == std::string::npos) {
                 return complain(what + " does not contain, in its place: " + part +
                                 "\n---- found\n" + text);
             }
-            behind = at + part.size();
+            end = at + part.size();
         }
     }
 
@@ -175,7 +178,7 @@ class CaseRunner {
     }
 
     std::string case_;
-    TemporaryFolder folder_;
+    test::TestFolder folder_;
     Placeholders names_;
     std::unique_ptr<DesktopProcess> desktop_;
     std::string run_;

@@ -8,10 +8,6 @@
 
 #include <array>
 #include <cerrno>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <stdexcept>
 #include <system_error>
 #include <utility>
 
@@ -29,7 +25,7 @@ std::vector<char*> pointers(const std::vector<std::string>& texts) {
     return result;
 }
 
-/// In the child; only calls that are safe behind a fork.
+/// In the child; only calls that are safe after a fork.
 [[noreturn]] void become(const Call& call, char* const* arguments, char* const* environment,
                          int output, int errors) {
     ::alarm(call.timeoutSeconds);  // outlives the change of program
@@ -59,7 +55,7 @@ std::vector<char*> pointers(const std::vector<std::string>& texts) {
     ::_exit(127);
 }
 
-/// Closes the descriptor behind what it held.
+/// All that the descriptor holds up to its end; closes it.
 std::string drained(int descriptor) {
     std::string text;
     std::array<char, 1 << 16> buffer{};
@@ -106,7 +102,7 @@ Call callIn(const std::string& folder, std::vector<std::string> arguments) {
 std::vector<std::string> cleanEnvironment(const std::string& folder) {
     std::vector<std::string> result{"TZ=UTC", "LANG=C.UTF-8", "LC_ALL=C.UTF-8",
                                     "PATH=/usr/bin:/bin", "HOME=" + folder};
-    // What the sanitizers and the test's own bus are told goes through.
+    // Options of the sanitizers and the bus of this test are passed on.
     for (const char* name : {"ASAN_OPTIONS", "UBSAN_OPTIONS", "OMBRIX_TEST_BUS"}) {
         const char* const value = ::getenv(name);
         if (value == nullptr) continue;
@@ -114,35 +110,5 @@ std::vector<std::string> cleanEnvironment(const std::string& folder) {
         result.push_back(std::string(isBus ? "DBUS_SESSION_BUS_ADDRESS" : name) + "=" + value);
     }
     return result;
-}
-
-TemporaryFolder::TemporaryFolder() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "ombrix-cli-XXXXXX").string();
-    if (::mkdtemp(pattern.data()) == nullptr) fail("mkdtemp");
-    path_ = std::filesystem::canonical(pattern).string();
-}
-
-TemporaryFolder::~TemporaryFolder() {
-    std::error_code ignored;
-    std::filesystem::remove_all(path_, ignored);
-}
-
-std::string replacingAll(std::string text, const std::string& from, const std::string& to) {
-    for (auto at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size()))
-        text.replace(at, from.size(), to);
-    return text;
-}
-
-std::string fileText(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    if (!in) throw std::runtime_error("cannot read " + path);
-    return {std::istreambuf_iterator<char>(in), {}};
-}
-
-void writeFile(const std::string& path, const std::string& text) {
-    std::filesystem::create_directories(std::filesystem::path(path).parent_path());
-    std::ofstream out(path, std::ios::binary | std::ios::trunc);
-    out << text;
-    if (!out.flush()) throw std::runtime_error("cannot write " + path);
 }
 }  // namespace ombrix::ToolTests

@@ -40,21 +40,4 @@ Outcome run(const Call& call);
 /// The environment every tool test starts from: UTC, C.UTF-8, a home inside `folder`, no variable
 /// of ours, and the session bus only when the test itself runs on one.
 std::vector<std::string> cleanEnvironment(const std::string& folder);
-
-/// A new folder under the system's temporary folder, gone with the object.
-class TemporaryFolder {
-  public:
-    TemporaryFolder();
-    ~TemporaryFolder();
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-    const std::string& path() const { return path_; }
-
-  private:
-    std::string path_;
-};
-
-std::string replacingAll(std::string text, const std::string& from, const std::string& to);
-std::string fileText(const std::string& path);
-void writeFile(const std::string& path, const std::string& text);
 }  // namespace ombrix::ToolTests

@@ -9,10 +9,11 @@
 #include <cstring>
 #include <filesystem>
 #include <random>
-#include <thread>
 
 #include "OmbrixCore/DictationStore.h"
 #include "OmbrixCore/RawDatabase.h"
+#include "OmbrixPlatform/Files.h"
+#include "OmbrixPlatform/TestFolder.h"
 #include "ToolProcess.h"
 
 namespace ombrix::ToolTests {
@@ -43,8 +44,8 @@ class Tool : public testing::Test {
 
     std::string notes() const { return value("SELECT formatted_notes FROM meetings WHERE id = 1"); }
 
-    TemporaryFolder folder_;
-    std::string database_ = folder_.path() + "/ombrix.db";
+    test::TestFolder folder_;
+    std::string database_ = folder_.at("ombrix.db");
 };
 
 // ---- standard output --------------------------------------------------------------------------
@@ -69,9 +70,9 @@ TEST_F(Tool, AnOutputThatTakesNothingIsAClearFailure) {
 
 TEST_F(Tool, FiftyMegabytesOfDamagedNotesAreRepairedAndStoredWhole) {
     makeDatabase();
-    const std::string input = folder_.path() + "/notes";
     const std::string head = std::string("\xEF\xBB\xBF first\r\n\0 behind a zero \xFF\xFE\n", 30);
-    writeFile(input, head + std::string(50 << 20, 'n') + "\xE2\x82");
+    const std::string input =
+        folder_.write("notes", head + std::string(50 << 20, 'n') + "\xE2\x82");
     Call call = callOf({"meetings", "update-notes", "1", "--stdin"});
     call.input = input;
     const Outcome outcome = run(call);
@@ -102,7 +103,7 @@ TEST_F(Tool, NotesAreNotReadForAMeetingThatIsNotThere) {
 
 TEST_F(Tool, NotesAreTakenFromARegularFileOnlyAndTheRefusalSaysSo) {
     makeDatabase();
-    const std::string pipe = folder_.path() + "/pipe";
+    const std::string pipe = folder_.at("pipe");
     ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
     for (const std::string& file : {pipe, std::string("/dev/zero"), std::string("/dev/stdin")}) {
         Call call = callOf({"meetings", "update-notes", "1", "--file", file});
@@ -133,7 +134,7 @@ TEST_F(Tool, ADamagedDatabaseIsReportedAndLeftAsItIs) {
         "WITH RECURSIVE n(i) AS (SELECT 2 UNION ALL SELECT i + 1 FROM n WHERE i < 60) "
         "INSERT INTO meetings (title, start_time, raw_transcript) "
         "SELECT 'Meeting ' || i, '2026-03-02T09:00:00Z', hex(zeroblob(3000)) FROM n");
-    const std::string whole = fileText(database_);
+    const std::string whole = Files::bytes(database_);
     std::mt19937 random(7);
     std::vector<std::string> damaged;
     for (const std::size_t size :
@@ -150,49 +151,25 @@ TEST_F(Tool, ADamagedDatabaseIsReportedAndLeftAsItIs) {
     damaged.push_back(noise);
     for (std::size_t i = 0; i < damaged.size(); ++i) {
         for (const char* suffix : {"-wal", "-shm"}) std::filesystem::remove(database_ + suffix);
-        writeFile(database_, damaged[i]);
+        folder_.write("ombrix.db", damaged[i]);
         for (const auto& arguments :
              std::vector<std::vector<std::string>>{{"meetings", "list", "--limit", "100"},
                                                    {"meetings", "get", "30"},
                                                    {"dictations", "list"}}) {
             const Outcome outcome = run(callOf(arguments));
-            // Damage in a place that is not read is not seen; a record may be gone.
+            // Damage is only seen where the command reads; a record may be gone.
             EXPECT_THAT(outcome.status, testing::AnyOf(0, 1, 3)) << i << outcome.errors;
             EXPECT_EQ(outcome.status == 1, !outcome.errors.empty()) << i << outcome.errors;
             EXPECT_EQ(outcome.status == 1, outcome.output.empty()) << i;
         }
-        EXPECT_TRUE(fileText(database_) == damaged[i]) << i;
+        EXPECT_TRUE(Files::bytes(database_) == damaged[i]) << i;
     }
-}
-
-// ---- locks ------------------------------------------------------------------------------------
-
-TEST_F(Tool, ALockIsWaitedForAndThenReported) {
-    makeDatabase();
-    const std::string file = folder_.path() + "/notes.md";
-    writeFile(file, "after");
-    const Call update = callOf({"meetings", "update-notes", "1", "--file", file});
-    test::RawDatabase other(database_);
-    other.run("BEGIN IMMEDIATE; UPDATE meetings SET title = 'held'");
-    EXPECT_EQ(run(callOf({"meetings", "list"})).status, 0) << "a reader needs no lock";
-    const Outcome outcome = run(update);
-    EXPECT_EQ(outcome.status, 1);
-    EXPECT_THAT(outcome.errors, HasSubstr("database is locked"));
-    EXPECT_THAT(outcome.output, IsEmpty());
-    EXPECT_EQ(notes(), "before");
-    std::thread release([&other] {
-        std::this_thread::sleep_for(std::chrono::milliseconds(600));
-        other.run("ROLLBACK");
-    });
-    EXPECT_EQ(run(update).status, 0);
-    release.join();
-    EXPECT_EQ(notes(), "after");
 }
 
 // ---- the line to the application --------------------------------------------------------------
 
 TEST_F(Tool, ABusThatNeverSpeaksHoldsNobodyUp) {
-    const std::string path = folder_.path() + "/bus";
+    const std::string path = folder_.at("bus");
     sockaddr_un address{};
     address.sun_family = AF_UNIX;
     ASSERT_LT(path.size(), sizeof address.sun_path);
@@ -214,10 +191,9 @@ TEST_F(Tool, ABusThatNeverSpeaksHoldsNobodyUp) {
 }
 
 TEST_F(Tool, WhatNobodyAnswersLeavesOtherRequestsAlone) {
-    const std::string state = folder_.path() + "/state";
-    writeFile(state + "/state-OTHER.json", "{}");
-    writeFile(state + "/web-eval-OTHER.js", "1");
-    writeFile(state + "/web-eval-OTHER.json", R"({"ok": true, "json": "1"})");
+    folder_.write("state/state-OTHER.json", "{}");
+    folder_.write("state/web-eval-OTHER.js", "1");
+    folder_.write("state/web-eval-OTHER.json", R"({"ok": true, "json": "1"})");
     for (const auto& arguments :
          {std::vector<std::string>{"app-state", "--timeout", "0.2"},
           std::vector<std::string>{"debug-web-eval", "document.title", "--timeout", "0.2"}}) {
@@ -228,7 +204,9 @@ TEST_F(Tool, WhatNobodyAnswersLeavesOtherRequestsAlone) {
         EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(200));
     }
     int files = 0;
-    for ([[maybe_unused]] const auto& entry : std::filesystem::directory_iterator(state)) ++files;
+    for ([[maybe_unused]] const auto& entry :
+         std::filesystem::directory_iterator(folder_.at("state")))
+        ++files;
     EXPECT_EQ(files, 3);
 }
 }  // namespace
