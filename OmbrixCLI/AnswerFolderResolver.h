@@ -1,4 +1,4 @@
-// The transcripts folder as the support directory's `config.json` tells it.
+// The transcripts folder, as `config.json` of the support directory configures it.
 #pragma once
 
 #include <optional>
@@ -12,7 +12,7 @@
 namespace ombrix::AnswerFolderResolver {
 
 /// `config.json` of a support directory. A file that is missing, unreadable, larger than 1 GiB or
-/// no JSON object reads as one without keys; there is no message.
+/// no JSON object counts as one without keys; nothing is reported.
 class Config {
   public:
     /// Reads the file once.
@@ -31,7 +31,7 @@ std::string resolve(const Config& config, std::string_view home);
 /// The name of the Memory folder inside it: `engine_folder_name`, trimmed, or "Memory".
 std::string memoryFolderName(const Config& config);
 
-/// `user_name` without blanks around it, also when nothing is left; nothing without the key.
+/// `user_name` without blanks around it, which may leave an empty text; nothing without the key.
 std::optional<std::string> userName(const Config& config);
 
 /// The library in `folder`; the skills' folder inside the Memory folder holds no transcripts.

@@ -1,4 +1,4 @@
-// What the commands that wait for an answer of the running application have in common.
+// What the commands that wait for the running application to answer have in common.
 #pragma once
 
 #include <string>
@@ -8,8 +8,8 @@
 
 namespace ombrix::AppRequest {
 
-/// Throws `CLIError` unless `timeoutSeconds` is above zero; NaN is not, infinity is. `example` is a
-/// number that is.
+/// Throws `CLIError` unless `timeoutSeconds` is above zero; NaN is not, infinity is. `example` is
+/// the valid number that the fix suggests.
 void requirePositiveTimeout(double timeoutSeconds, std::string_view example);
 
 /// The failure of a command that got no answer in time. `request` names it: "app-state".

@@ -1,4 +1,4 @@
-// The failures that a command reports to its caller as JSON. Every other failure is text on
+// The failures that a command reports to its caller as JSON. Every other failure becomes text on
 // standard error.
 #pragma once
 

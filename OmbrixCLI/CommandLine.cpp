@@ -19,12 +19,12 @@ struct Command::Registry {
 
 namespace {
 
-// The names under which the help lists an option's value.
+// What the help prints for the value of an option.
 constexpr const char* integerKind = "INT";
 constexpr const char* numberKind = "NUMBER";
 constexpr const char* textKind = "TEXT";
 
-/// The C library reads over white space before a number; on a command line it is a mistake.
+/// The C library skips white space before a number; on a command line it is a mistake.
 std::optional<double> parseNumber(std::string_view text) {
     constexpr std::string_view whiteSpace = " \t\n\v\f\r";
     if (text.find_first_of(whiteSpace) != std::string_view::npos) return std::nullopt;
@@ -72,7 +72,7 @@ Command Command::subcommand(const std::string& name, const std::string& abstract
 
 CLI::Option& Command::addOption(const std::string& name, const std::string& help, const char* kind,
                                 std::function<bool(const std::string&)> store) const {
-    // CLI11 hands over the text of the last occurrence; its own conversions are never asked.
+    // CLI11 passes the text of the last occurrence; its own conversions are not used.
     const auto take = [name, store = std::move(store)](const CLI::results_t& texts) {
         if (store(texts.back())) return true;
         throw UsageError("The value '" + texts.back() + "' is invalid for '" + name + "'");
@@ -148,7 +148,7 @@ void Command::run(std::function<void()> work) const {
 CommandLine::CommandLine(const std::string& name, const std::string& abstract)
     : app_(std::make_unique<CLI::App>(abstract, name)),
       registry_(std::make_unique<Command::Registry>()) {
-    // Read by `readLine`; declared for the help text alone.
+    // `readLine` handles these; CLI11 only lists them in the help.
     app_->set_help_flag("-h,--help", "Show this help.");
 }
 
@@ -163,7 +163,7 @@ CommandLine::Choice CommandLine::parse(const std::vector<std::string>& arguments
     try {
         if (line.problem) throw UsageError(*line.problem);
         if (!actions.work) return {.help = helpOf(*line.command), .work = {}};
-        // CLI11 takes the words from the back.
+        // CLI11 expects the words in reverse order.
         app_->parse(std::vector<std::string>(line.words.rbegin(), line.words.rend()));
         if (actions.check) actions.check();
     } catch (const CLI::ParseError& error) {

@@ -127,7 +127,7 @@ class CommandLine {
 
     Command root() const;
 
-    /// What a line asks for: a text to print, or work to do.
+    /// What a line asks for: help to print, or work to do.
     struct Choice {
         std::optional<std::string> help;  ///< ends in a line feed
         std::function<void()> work;       ///< empty when there is a help text

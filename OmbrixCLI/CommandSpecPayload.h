@@ -1,5 +1,6 @@
-// The tool's own map of itself, by which an agent discovers it. Fixed text: agents have it in their
-// prompts, so it is not made from the parser, and a row stays as it is when a command moves on.
+// The table of commands by which an agent discovers the tool. Fixed text: agents have it in their
+// prompts, so it is not generated from the parser, and a row stays as it is when its command
+// changes.
 #pragma once
 
 #include <string_view>

@@ -8,9 +8,9 @@
 
 namespace ombrix {
 
-/// The present time without a day or with an empty one. Otherwise twelve hours behind the midnight
-/// of exactly "YYYY-MM-DD" in the calendar's zone, clear of the borders of the day. Throws
-/// `CLIError::invalidInput` with the given fix for a text that names no day.
+/// The present time when `day` is missing or empty. Otherwise, for exactly "YYYY-MM-DD", twelve
+/// hours after that day's midnight in the calendar's zone, so that no rounding leaves the day.
+/// Throws `CLIError::invalidInput` with the given fix for any other text.
 Instant evaluatedMoment(const std::optional<std::string>& day, const Calendar& calendar,
                         const std::string& fix);
 }  // namespace ombrix

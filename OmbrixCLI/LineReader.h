@@ -1,7 +1,6 @@
-// The words of a command line, sorted before CLI11 sees them. CLI11 takes the next word for the
-// value of `--name=`, "-5" for an option, a surplus positional for a subcommand, and "-hx" for
-// "-h"; what comes out of here leaves it nothing to guess: command names, then `--name value`
-// pairs, then "--" and the positionals.
+// Sorts the words of a command line for CLI11, which would take the next word for the value of
+// `--name=`, "-5" for an option, a surplus positional for a subcommand, and "-hx" for "-h". The
+// result is unambiguous: command names, then `--name value` pairs, then "--" and the positionals.
 #pragma once
 
 #include <optional>
@@ -18,10 +17,10 @@ struct ReadLine {
     CLI::App* command = nullptr;         ///< the deepest command that the line names
     bool asksForHelp = false;            ///< wins over `problem`
     std::optional<std::string> problem;  ///< the first word that does not fit, as a sentence
-    std::vector<std::string> words;      ///< for CLI11; of use only without a problem
+    std::vector<std::string> words;      ///< for CLI11; valid only without a problem
 };
 
-/// Linear in the bytes of `arguments`; never throws for what they hold.
+/// Never throws, whatever `arguments` hold; linear in their bytes.
 ReadLine readLine(CLI::App& root, const std::vector<std::string>& arguments);
 
 /// "ombrix-cli meetings list": the names that lead to a command, joined by blanks.

@@ -15,7 +15,7 @@
 namespace ombrix::NotesSource {
 namespace {
 
-/// The bytes up to the end of the stream, read straight into a text that doubles.
+/// The bytes up to the end of the stream, read into a text that doubles its size.
 std::string allBytes(int descriptor) {
     constexpr std::size_t firstSize = 1 << 16;
     std::string bytes;

@@ -1,5 +1,5 @@
-// Where a new body of notes comes from. Both ways keep every byte that is text: line ends, U+0000
-// and a leading U+FEFF included.
+// Reads a new body of notes. Valid UTF-8 stays as it is, with line ends, U+0000 and a leading
+// U+FEFF.
 #pragma once
 
 #include <string>
@@ -11,7 +11,7 @@ namespace ombrix::NotesSource {
 std::string fromStandardInput();
 
 /// The text of a regular file. Throws `Files::Error` when it cannot be read and
-/// `std::runtime_error` when it is another kind of file (a pipe would be waited for) or not valid
+/// `std::runtime_error` when it is another kind of file (a pipe would block) or not valid
 /// UTF-8.
 std::string fromFile(const std::string& path);
 }  // namespace ombrix::NotesSource

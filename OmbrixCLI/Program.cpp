@@ -18,7 +18,7 @@ namespace {
 
 constexpr int usageStatus = 64;
 
-/// `what` as a line of its own.
+/// `what` as a line.
 std::string errorLine(const char* what) { return std::string("Error: ") + what + "\n"; }
 
 int runCommand(const std::vector<std::string>& arguments) {
@@ -41,7 +41,7 @@ int runCommand(const std::vector<std::string>& arguments) {
 
 void prepareProcess() {
     std::signal(SIGPIPE, SIG_IGN);
-    // Opened for the wrong direction, so that using it still fails as a closed one does.
+    // Opened for the wrong direction, so that using it fails as on a closed descriptor.
     for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
         if (::fcntl(descriptor, F_GETFD) != -1) continue;
         [[maybe_unused]] const int filler =

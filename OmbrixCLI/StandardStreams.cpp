@@ -15,7 +15,7 @@ int writeAll(int descriptor, std::string_view text) {
         const ssize_t written = ::write(descriptor, text.data(), text.size());
         if (written >= 0) {
             text.remove_prefix(static_cast<std::size_t>(written));
-        } else if (errno == EAGAIN) {  // the reader's end may be non-blocking; it is ours as well
+        } else if (errno == EAGAIN) {  // the reader may have made the shared pipe non-blocking
             pollfd room{.fd = descriptor, .events = POLLOUT, .revents = 0};
             ::poll(&room, 1, -1);
         } else if (errno != EINTR) {

@@ -1,5 +1,5 @@
-// What the tool writes to: programs read standard output, so nothing goes there but a payload or a
-// help text; people read standard error.
+// The two streams the tool writes to. Programs read standard output, so only a payload or a help
+// text goes there; people read standard error.
 #pragma once
 
 #include <stdexcept>

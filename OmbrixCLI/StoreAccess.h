@@ -1,5 +1,5 @@
-// What the commands that read the store have in common. A database that is not there makes a list
-// empty, with a warning, and fails anything that names a record. No command creates one.
+// What the commands that read the store have in common. Without a database a list is empty, with a
+// warning, and a command that names a record fails. No command creates a database.
 #pragma once
 
 #include <cstdint>
@@ -16,10 +16,10 @@ namespace ombrix::StoreAccess {
 /// Throws `CLIError` when there is no database.
 void requireDatabase(const CLIContext& context);
 
-/// The failure of a command that was given the id of no record: `kind` is "meeting" or "dictation".
+/// The failure of a command whose id is no record's: `kind` is "meeting" or "dictation".
 CLIError noSuchRecord(const std::string& kind, std::int64_t id);
 
-/// Prints what `readRows` reads from the store; without a database it is not called. Throws
+/// Prints what `readRows` reads from the store; it is not called without a database. Throws
 /// `CLIError` for a limit below 1.
 void emitList(const CLIContext& context, std::int64_t limit,
               const std::function<Json::Array(const DictationStore&)>& readRows);

@@ -18,7 +18,7 @@ struct AnswerOptions {
     std::string question;
     std::int64_t limit = 5;
     std::optional<std::string> now;
-    bool json = false;  // there is no table yet that it could drop
+    bool json = false;  // no answer prints a table yet
     GlobalOptions global;
 };
 
@@ -37,7 +37,7 @@ Json::Value encodeSource(const RankedTranscriptSearch::AnswerHit& hit) {
                          {"snippets", hit.match.snippets}});
 }
 
-/// Takes the found documents over.
+/// Moves the documents of `found` into the floor.
 Json::Value payload(const std::string& question, const AskUnderstanding& understood,
                     LibrarySearchResult found, std::vector<std::string> userAliases) {
     Json::Array sources;

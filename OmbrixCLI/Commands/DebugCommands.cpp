@@ -1,5 +1,5 @@
-// The one-way commands to the running application: each checks its word, posts it, and says what it
-// posted. Nobody answers, so success means no more than that.
+// The one-way commands to the running application: each checks its argument, posts it, and prints
+// what it posted. The application does not answer, so success means only that it was posted.
 #include <algorithm>
 #include <array>
 #include <optional>
@@ -20,23 +20,23 @@ namespace {
 using Names = std::span<const std::string_view>;
 
 constexpr auto noticeKinds =
-    std::to_array<std::string_view>({"upcoming", "arming", "grace", "clear",  // the countdown's own
+    std::to_array<std::string_view>({"upcoming", "arming", "grace", "clear",  // of the countdown
                                      "silent", "detected", "failed", "missed", "unsaved", "partial",
                                      "notes", "consent", "limited", "still", "ask"});
 constexpr auto pillStates =
     std::to_array<std::string_view>({"recording", "writing", "ended", "idle"});
-/// More than the help of `debug-route` tells: older surfaces still have their names.
+/// More than the help of `debug-route` lists: the names of older surfaces still work.
 constexpr auto routeHeads = std::to_array<std::string_view>(
     {"recent", "meetings", "actions", "settings", "detail", "ask", "search", "pill", "notch",
      "stream", "home", "answers", "dark", "light", "system"});
 
-// ---- checks, each of which throws `CLIError` ---------------------------------------------------
+// ---- checks; each throws `CLIError` ---------------------------------------------------
 
 bool holds(Names names, std::string_view name) {
     return std::ranges::find(names, name) != names.end();
 }
 
-/// `subject` is what `word` was meant to be: "pill state". `aside` stands behind the names.
+/// `subject` is what `word` was meant to be: "pill state". `aside` follows the list of names.
 CLIError notOneOf(Names names, const std::string& subject, const std::string& word,
                   const std::string& aside = {}) {
     const std::vector<std::string_view> list(names.begin(), names.end());
@@ -74,9 +74,9 @@ void checkRoute(const std::string& route) {
 struct WordCommand {
     std::string name;
     std::string abstract;
-    std::string key;  ///< of the positional, and of the payload's one member
+    std::string key;  ///< names the positional and the one member of the payload
     std::string help;
-    std::optional<std::string> defaultWord;  ///< nothing makes the word a required one
+    std::optional<std::string> defaultWord;  ///< without one the word is required
     void (*check)(const std::string& word);
 };
 

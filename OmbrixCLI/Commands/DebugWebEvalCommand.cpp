@@ -18,8 +18,8 @@ struct WebEvalOptions {
     GlobalOptions global;
 };
 
-/// The two files of one request. They are gone when it is answered, given up or failed; a signal
-/// that ends the process leaves them.
+/// The two files of one request. They are removed when it is answered, given up or failed; they
+/// stay when a signal ends the process.
 class RequestFiles {
   public:
     RequestFiles(std::string_view supportDirectory, const std::string& requestId)
@@ -48,8 +48,8 @@ class RequestFiles {
     }
 };
 
-/// The page's reply, or nothing when there is none in time. A file that is no JSON object is one
-/// that is still being written.
+/// The page's reply; nothing when there is none in time. A file that is no JSON object counts as
+/// still being written.
 std::optional<Json::Value> awaitedReply(const std::string& file, double timeoutSeconds) {
     const OmbrixAppStateBus::Surroundings surroundings;
     const OmbrixAppStateBus::Deadline deadline(timeoutSeconds, surroundings);
@@ -66,7 +66,7 @@ std::optional<Json::Value> awaitedReply(const std::string& file, double timeoutS
     return reply;
 }
 
-/// Has the running application evaluate `script`. No file of the request stays behind.
+/// Has the running application evaluate `script`. Leaves no file of the request.
 std::optional<Json::Value> evaluated(const std::string& script, const std::string& supportDirectory,
                                      double timeoutSeconds) {
     const std::string requestId = Process::uniqueString();

@@ -40,7 +40,7 @@ Json::Value meetingListRow(const MeetingSummary& meeting) {
                          {"notesState", meeting.notesState}});
 }
 
-/// Takes the record's texts over: a transcript or a body of notes can be large.
+/// Moves the record's texts: a transcript or a body of notes can be large.
 Json::Value meetingDetailPayload(MeetingRecord meeting) {
     const auto notesState = meeting.notesState();
     return Json::object({{"id", meeting.id},

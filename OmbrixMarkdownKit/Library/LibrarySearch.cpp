@@ -10,10 +10,10 @@
 namespace ombrix {
 namespace {
 
-/// A file on its way through the search.
+/// One file and what the search knows of it.
 struct Entry {
     std::string id;
-    std::string start;  ///< for the library's order; empty until it is known
+    std::string start;  ///< for `LibraryOrder`; empty until known
     DocumentEvidence evidence;
 };
 
@@ -32,7 +32,7 @@ void forgetPlaces(DocumentEvidence& evidence) {
     evidence.terms.shrink_to_fit();
 }
 
-/// The scope without its count, which needs all the others in order.
+/// The scope without `lastN`, which can only be applied once the others are in order.
 AnswerScope withoutCount(AnswerScope scope) {
     scope.lastN.reset();
     return scope;
@@ -72,8 +72,8 @@ bool Search::admitsFacts(const std::string& id, const TranscriptDocument& header
     return filter_.admitsFacts(id, header.date, header.participants) && filter_.admitsFolder(id);
 }
 
-/// The files that may pass. With a scope, a look at the frontmatter spares reading most files
-/// whole; a file whose frontmatter the look does not show stays in.
+/// The files that may pass the scope. Most are judged by their frontmatter without being read
+/// whole; a file that `peek` cannot judge stays in.
 std::vector<Entry> Search::candidates(std::vector<std::string> paths) {
     std::vector<Entry> entries;
     entries.reserve(paths.size());
@@ -84,7 +84,7 @@ std::vector<Entry> Search::candidates(std::vector<std::string> paths) {
                 if (!admitsFacts(entry.id, *header)) continue;
                 entry.start = startOf(*header);
             } else if (scope_.lastN && !read(entry)) {
-                continue;  // its place among the newest has to be known
+                continue;  // only its start tells its place among the newest
             }
         }
         entries.push_back(std::move(entry));
@@ -92,7 +92,7 @@ std::vector<Entry> Search::candidates(std::vector<std::string> paths) {
     return entries;
 }
 
-/// False when the file is no transcript in scope.
+/// Collects the evidence of a file; false when it is no transcript in scope.
 bool Search::read(Entry& entry) {
     const auto view = reader_.view(entry.id);
     if (!view || !admitsFacts(entry.id, view->header)) return false;
@@ -123,7 +123,7 @@ void Search::readNewest(std::vector<Entry>& entries, std::size_t count) {
     entries = std::move(newest);
 }
 
-/// Adds the entry to the hits, unless its file is no transcript any more.
+/// Adds the entry to the hits, unless its file is no longer a transcript.
 void Search::show(const Entry& entry, const RankedTranscriptSearch::ScoredHit& hit,
                   LibrarySearchResult& result) {
     auto document = reader_.document(entry.id);

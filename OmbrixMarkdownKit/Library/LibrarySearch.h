@@ -1,6 +1,6 @@
-// The search of a question's keywords over a folder: reads file after file, keeps what ranking
-// needs of each, and opens again only the few files it shows. Gives what ranking the scanned
-// documents would give, in memory that grows with the hits and not with the library.
+// Searches a folder for the keywords of a question: reads one file at a time, keeps what ranking
+// needs of it, and opens only the few files it shows again. The result is that of ranking the
+// scanned documents, but memory grows with the number of files, not with their bytes.
 #pragma once
 
 #include <cstddef>

@@ -12,8 +12,8 @@
 namespace ombrix {
 namespace {
 
-/// Places in a text are counted in 32 bits where Unicode's boundaries are looked for; and a sparse
-/// file can claim more bytes than any memory holds.
+/// Unicode's boundaries are found at 32-bit positions, and a sparse file can claim to be larger
+/// than any memory.
 constexpr std::size_t largestSize = std::numeric_limits<std::int32_t>::max();
 }  // namespace
 

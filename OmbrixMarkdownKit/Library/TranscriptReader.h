@@ -1,4 +1,4 @@
-// Reads transcript files one after the other through one buffer.
+// Reads transcript files, one at a time, through one buffer: whole, as views, or the front matter.
 #pragma once
 
 #include <optional>
@@ -17,19 +17,19 @@ class TranscriptReader {
     /// UTF-8, does not declare itself ours or has no frontmatter.
     std::optional<TranscriptDocument> document(const std::string& path);
 
-    /// The same file as views, which show the reader's buffer until the next call.
+    /// The same as views into the reader's buffer, valid until the next call.
     struct View {
         TranscriptDocument header;  ///< the frontmatter's fields; the sections' are empty
         TranscriptSections::Sections sections;
     };
     std::optional<View> view(const std::string& path);
 
-    /// The frontmatter's fields from the beginning of the file alone; nothing when that does not
-    /// hold all of it. Says nothing of whether the rest of the file makes it a transcript.
+    /// The frontmatter's fields, from the first 4 KiB of the file alone; nothing when the
+    /// frontmatter does not end there. The rest of the file may still make it no transcript.
     std::optional<TranscriptDocument> peek(const std::string& path);
 
   private:
-    /// The bytes of a transcript of ours, as they stand in the file.
+    /// The bytes of a file that declares itself a transcript of ours, unchanged.
     std::optional<std::string_view> bytes(const std::string& path);
 
     Files::Reader files_;

@@ -32,7 +32,7 @@ class SmallTool {
         render.run([this] { report_ = "render " + id_; });
     }
 
-    /// What a line comes to: the first line of a help text, "wrong: " and the problem, or what ran.
+    /// The result of a line: the first line of a help text, "wrong: " and the problem, or what ran.
     std::string tell(const Words& words) {
         try {
             const auto choice = line_.parse(words);
@@ -121,7 +121,7 @@ TEST(CommandLine, ValuesComeThroughAsTheyWereTyped) {
         {{"--name", "%%", "--all", "--all"}, " name '%%' all"},
         {{"--name=", "--all"}, " name '' all"},
         {{"--name", "x", "--name", "", "--db-path", ""}, " name '' db ''"},
-        // What begins with a hyphen and is yet no option.
+        // Begins with a hyphen, but is no option.
         {{"--name", "-"}, " name '-'"},
         {{"--name", "-3"}, " name '-3'"},
         {{"--name", "- call Tomas"}, " name '- call Tomas'"},
@@ -173,8 +173,8 @@ TEST(CommandLine, HelpIsFoundAnywhereButNotWhereItIsAValue) {
     });
 }
 
-// Words that a reader could trip over, in every order: each line comes to help, to work or to one
-// usage error, and nothing runs by itself.
+// Awkward words in random order: each line results in help, work or one usage error, and parsing
+// runs nothing.
 TEST(CommandLine, NoLineIsBeyondReading) {
     const Words alphabet = {"folders", "list",    "moves",    "render",   "ask",        "help",
                             "--help",  "-h",      "--",       "-",        "-3",         "",

@@ -1,4 +1,4 @@
-// A whole-tool case: a folder that holds a library, command lines, and what must come of them.
+// A whole-tool case: a folder with a library, command lines, and the expected results.
 //
 //   library/, support/   copied into a fresh folder, {folder}; both exist there in any case; may be
 //                        links to folders elsewhere in the sources
@@ -10,11 +10,11 @@
 //     arguments            one a line, without argument 0; no file means no arguments
 //     stdin                bytes; without it standard input is empty
 //     environment          "NAME=value" lines on top of a clean environment
-//     stdout, stderr       exact; a text that is not checked has no file
-//     stdout-contains, stderr-contains   lines that must stand there, in this order
+//     stdout, stderr       exact; without the file that text is not checked
+//     stdout-contains, stderr-contains   lines it must contain, in this order
 //     status               0 when there is no file
 //     changes              what below {folder} the run may make, change or remove: a file, a folder
-//                          without what it holds, or with a "/" behind it all it holds. The rest
+//                          without its contents, or with a "/" at its end all of them. The rest
 //                          must stay as it was. SQLite may leave its -wal and -shm files.
 //   lines                many runs of which only the status and some words of standard output or
 //                          standard error matter, one a line:
@@ -44,9 +44,9 @@ struct CaseRun {
     std::vector<std::string> changes;
 };
 
-/// The runs of a case, in order. Throws `std::runtime_error` for a case that says nothing.
+/// The runs of a case, in order. Throws `std::runtime_error` for a case that expects nothing.
 std::vector<CaseRun> runsOf(const std::string& caseFolder);
 
-/// The lines of a file without its last line feed; none when there is no file.
+/// The lines of a file, without their line feeds; none when there is no file.
 std::vector<std::string> linesOf(const std::string& path);
 }  // namespace ombrix::ToolTests

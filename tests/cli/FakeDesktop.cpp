@@ -1,13 +1,13 @@
-// The desktop application as far as the tool can tell: it listens on the session bus, says on
-// standard output what it hears, and answers as a script says: FakeDesktop <script> <state folder>.
+// The desktop application as the tool sees it: listens on the session bus, prints what it hears and
+// answers as a script says: FakeDesktop <script> <state folder>.
 //
-//   on com.ombrix.app.state-request    what follows is done each time this name is heard
+//   on com.ombrix.app.state-request    each time this name is heard, do the steps below
 //   wait 200                           milliseconds
 //   write state-{id}.json whole.json   in the state folder, from the script's own folder, in place
 //   remove state-{id}.json
 //
-// {id} is the notification's object. A file that is written holds {script}, if anywhere, for the
-// text of "web-eval-{id}.js", so that a case can tell that the script came across.
+// {id} is the notification's object. In a file that is written, {script} becomes the text of
+// "web-eval-{id}.js", so that a case sees whether the script arrived.
 #include <gio/gio.h>
 
 #include <filesystem>

@@ -1,6 +1,6 @@
 // Runs one case folder (CaseFolder.h) against the real tool: RunCase <tool> <fake desktop> <case>.
 // Status 0 when everything is as the case says; otherwise standard error says what differs.
-// A case with a running application wants a session bus of its own around this program.
+// A case with a running application needs a session bus of its own around this program.
 #include <stdlib.h>
 
 #include <filesystem>
@@ -44,7 +44,7 @@ struct Placeholders {
     }
 };
 
-/// Every file below a folder with what it holds; folders and links by their kind.
+/// Every file below a folder with its contents; folders and links by their kind.
 using Snapshot = std::map<std::string, std::string>;
 
 Snapshot snapshotOf(const std::string& folder) {
@@ -117,7 +117,7 @@ class CaseRunner {
         for (const auto& argument : run.arguments)
             call.arguments.push_back(names_.filled(argument));
         for (const auto& line : run.environment) {
-            // Of two variables of one name a program sees the first.
+            // A program sees the first of two variables with one name.
             const std::string name = line.substr(0, line.find('=') + 1);
             std::erase_if(call.environment, [&](const auto& old) { return old.starts_with(name); });
             call.environment.push_back(names_.filled(line));
@@ -192,7 +192,7 @@ int main(int argc, char* argv[]) {
         std::cerr << "usage: RunCase <tool> <fake desktop> <case folder>\n";
         return 2;
     }
-    // The tool is told of the bus by this name, so that only a test that brought a bus has one.
+    // Passed on under this name, so that the tool has a bus only when the case brought one.
     const char* const bus = ::getenv("DBUS_SESSION_BUS_ADDRESS");
     const bool ownBus = std::filesystem::exists(std::string(argv[3]) + "/desktop");
     if (ownBus && bus != nullptr) ::setenv("OMBRIX_TEST_BUS", bus, 1);

@@ -43,7 +43,7 @@ TEST(StoreUnderFire, NothingFailsAndNothingIsLostBesideABusyWriter) {
         return value("SELECT formatted_notes FROM meetings WHERE id = " + id);
     };
     std::map<std::string, std::string> notes;
-    for (int i = 0; i < 300; ++i) {
+    for (int i = 0; i < 200; ++i) {
         const std::string id = std::to_string(1 + i % meetingsAtFirst);
         std::vector<std::string> arguments{OMBRIX_TOOL, "meetings", "list", "--limit", "5"};
         if (i % 3 == 1) arguments = {OMBRIX_TOOL, "meetings", "get", id};

@@ -1,5 +1,5 @@
 // Runs a program the way a script would: with its own environment, standard input from a file,
-// standard output and standard error caught.
+// standard output and standard error captured.
 #pragma once
 
 #include <sys/types.h>
@@ -15,11 +15,11 @@ struct Call {
     static constexpr const char* abandoned = "abandoned";
 
     std::vector<std::string> arguments;    ///< argument 0 included; it is the path that is run
-    std::vector<std::string> environment;  ///< "NAME=value", the whole of it
+    std::vector<std::string> environment;  ///< "NAME=value"; nothing else is inherited
     std::string workingDirectory;
     std::string input = {};  ///< the file that is standard input, or `closed`; "" is empty
-    /// Where standard output goes instead of being caught: a path, `closed`, or `abandoned`, a pipe
-    /// whose reader has gone.
+    /// Where standard output goes instead of being captured: a path, `closed`, or `abandoned`, a
+    /// pipe whose reader has gone.
     std::optional<std::string> outputTo = {};
     unsigned timeoutSeconds = 120;
 };
@@ -37,7 +37,7 @@ Call callIn(const std::string& folder, std::vector<std::string> arguments);
 /// Throws `std::system_error` when the process cannot be started.
 Outcome run(const Call& call);
 
-/// The environment every tool test starts from: UTC, C.UTF-8, a home inside `folder`, no variable
+/// The environment of every tool test: UTC, C.UTF-8, a home inside `folder`, no variable
 /// of ours, and the session bus only when the test itself runs on one.
 std::vector<std::string> cleanEnvironment(const std::string& folder);
 }  // namespace ombrix::ToolTests

@@ -107,7 +107,7 @@ TEST_F(Tool, NotesAreTakenFromARegularFileOnlyAndTheRefusalSaysSo) {
     ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
     for (const std::string& file : {pipe, std::string("/dev/zero"), std::string("/dev/stdin")}) {
         Call call = callOf({"meetings", "update-notes", "1", "--file", file});
-        call.timeoutSeconds = 20;  // nobody ever writes into the pipe
+        call.timeoutSeconds = 20;  // the pipe has no writer
         const Outcome outcome = run(call);
         EXPECT_EQ(outcome.status, 1) << file;
         EXPECT_THAT(outcome.errors, HasSubstr("\"" + file + "\": not a regular file")) << file;
