@@ -2,6 +2,7 @@
 
 #include <sqlite3.h>
 
+#include <cstdint>
 #include <filesystem>
 #include <system_error>
 #include <thread>
@@ -9,6 +10,7 @@
 
 #include "OmbrixCore/DatabaseError.h"
 #include "OmbrixPlatform/Files.h"
+#include "OmbrixPlatform/Numbers.h"
 #include "OmbrixPlatform/Paths.h"
 #include "OmbrixPlatform/Text.h"
 #include "OmbrixPlatform/Utf8.h"
@@ -31,14 +33,13 @@ bool isNewFile(const std::string& path) {
 
 /// The path as a part of a URI: bytes that could end it there are percent-encoded.
 std::string uriPath(const std::string& path) {
-    constexpr std::string_view digits = "0123456789ABCDEF";
     std::string text;
     for (const char c : path) {
         if (Text::isAsciiAlphanumeric(c) || c == '/' || c == '.' || c == '-' || c == '_') {
             text += c;
         } else {
-            const auto byte = static_cast<unsigned char>(c);
-            text += {'%', digits[byte >> 4], digits[byte & 0xF]};
+            Numbers::appendHex(text += '%', static_cast<std::uint8_t>(c),
+                               Numbers::HexDigits::upper);
         }
     }
     return text;

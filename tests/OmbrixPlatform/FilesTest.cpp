@@ -31,23 +31,22 @@ class Nobody {
     uid_t was_;
 };
 
-/// A full disk: during its lifetime no file can grow beyond `bytes`.
-class FullDisk {
+/// Lowers a limit of the process during its lifetime.
+class Limit {
+    using Resource = decltype(RLIMIT_FSIZE);
+
   public:
-    explicit FullDisk(rlim_t bytes) : handler_(std::signal(SIGXFSZ, SIG_IGN)) {
-        ::getrlimit(RLIMIT_FSIZE, &old_);
-        const rlimit small{bytes, old_.rlim_max};
-        ::setrlimit(RLIMIT_FSIZE, &small);
+    Limit(Resource resource, rlim_t value) : resource_(resource) {
+        ::getrlimit(resource, &old_);
+        const rlimit lower{value, old_.rlim_max};
+        ::setrlimit(resource, &lower);
     }
-    ~FullDisk() {
-        ::setrlimit(RLIMIT_FSIZE, &old_);
-        std::signal(SIGXFSZ, handler_);
-    }
-    FullDisk(const FullDisk&) = delete;
-    FullDisk& operator=(const FullDisk&) = delete;
+    ~Limit() { ::setrlimit(resource_, &old_); }
+    Limit(const Limit&) = delete;
+    Limit& operator=(const Limit&) = delete;
 
   private:
-    void (*handler_)(int);
+    Resource resource_;
     rlimit old_{};
 };
 
@@ -161,12 +160,13 @@ TEST(Files, AWalkSeesEveryFileBelowOnce) {
     EXPECT_THAT(walked(folder, folder.at("missing")), testing::IsEmpty());
 }
 
-TEST(Files, AWalkGoesDeep) {
+TEST(Files, AWalkGoesDeeperThanItMayOpenFolders) {
     const test::TestFolder folder;
     std::string path = folder.path();
-    while (path.size() < 2000) path += "/d";
+    for (int depth = 0; depth < 100; ++depth) path += "/d";
     std::filesystem::create_directories(path);
     Files::writeAtomically(path + "/f", "deep");
+    const Limit descriptors(RLIMIT_NOFILE, 50);
     EXPECT_EQ(walked(folder, folder.path()).size(), 1U);
 }
 
@@ -198,8 +198,10 @@ TEST(Files, AFailedWriteLeavesEverythingAsItWas) {
     const test::TestFolder folder;
     const std::string file = folder.write("a.md", "old");
     {
-        const FullDisk full(4096);
+        const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+        const Limit fullDisk(RLIMIT_FSIZE, 4096);
         EXPECT_THROW(Files::writeAtomically(file, std::string(10'000, 'x')), Files::Error);
+        std::signal(SIGXFSZ, handler);
     }
     ::mkdir(folder.at("folder").c_str(), 0777);
     EXPECT_THROW(Files::writeAtomically(folder.at("folder"), "x"), Files::Error);
