@@ -81,7 +81,7 @@ class DictationStore {
     /// Newest id first. Throws `std::out_of_range` for a limit or an offset outside 32 signed bits.
     std::vector<DictationRecord> recentDictations(const DictationQuery& query) const;
     std::optional<DictationRecord> dictation(std::int64_t id) const;
-    /// Deletes one dictation. A deletion that SQLite refuses is passed over.
+    /// Deletes one dictation. A refusal by SQLite is ignored.
     void deleteDictation(std::int64_t id) const;
     void clearDictations() const;
     /// `now` and `calendar` decide what the current streak is; days are the calendar's.
@@ -109,7 +109,7 @@ class DictationStore {
     /// The new folder's id.
     std::int64_t createFolder(std::string_view name) const;
     void renameFolder(std::int64_t id, std::string_view name) const;
-    /// Takes its meetings out of the folder and deletes it. What SQLite refuses is passed over.
+    /// Takes its meetings out of the folder and deletes it. A refusal by SQLite is ignored.
     void deleteFolder(std::int64_t id) const;
     /// By their order, then by id.
     std::vector<MeetingFolder> listFolders() const;
