@@ -8,6 +8,7 @@
 namespace ombrix::NotificationCenter {
 
 /// Posts a notification and returns when it has left this process. Never fails: without a session
-/// bus, or with one that refuses or does not answer, it returns within half a second.
+/// bus, or with one that refuses or does not answer, it returns within half a second; with a slow
+/// one, within a second.
 void post(std::string_view name, std::optional<std::string_view> object = std::nullopt);
 }  // namespace ombrix::NotificationCenter

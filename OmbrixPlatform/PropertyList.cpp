@@ -13,11 +13,12 @@ namespace ombrix::PropertyList {
 namespace {
 
 // libplist builds and frees its tree recursively and copies an object for each reference to it, so
-// a small file can be nested deeper than the stack or unfold to more nodes than there is memory.
+// a small file can be nested deeper than the stack or expand to more nodes than there is memory.
 // The property list of a bundle is far below these limits; libplist never sees one above them.
 constexpr std::size_t maximalContainers = 4096;
 constexpr std::size_t maximalDepth = 512;
-constexpr std::uint64_t maximalCost = std::uint64_t{4} << 20;  // nodes and bytes, unfolded
+constexpr std::uint64_t maximalCost = std::uint64_t{4}
+                                      << 20;  // nodes and bytes, with each reference as a copy
 
 constexpr std::string_view binaryMagic = "bplist00";
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
