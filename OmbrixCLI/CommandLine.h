@@ -5,9 +5,9 @@
 //       Command command = parent.subcommand("get", "Return one folder.");
 //       const auto options = command.options<FolderOptions>();
 //       command.positional("id", options->id, "Folder ID");
-//       command.run(options, getFolder);  // void getFolder(const CLIContext&, const
-//       FolderOptions&)
+//       command.run(options, getFolder);
 //   }
+//   void getFolder(const CLIContext& context, const FolderOptions& options);
 //
 // Declaring runs nothing. The words of a line are read as follows.
 //   - `--name value` and `--name=value` are the same; `--name=` is an empty value. The last of a

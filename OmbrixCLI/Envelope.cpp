@@ -41,14 +41,9 @@ Json::Value encode(const FailureEnvelope& envelope) {
 }
 
 void emitSuccess(const CLIContext& context, Json::Value data, std::vector<std::string> warnings) {
-    emitSuccess(context.command, std::move(data), context.databaseURL, std::move(warnings));
-}
-
-void emitSuccess(std::string_view command, Json::Value data, std::string_view dbPath,
-                 std::vector<std::string> warnings) {
-    emitJSON(encode(SuccessEnvelope{.command = std::string(command),
+    emitJSON(encode(SuccessEnvelope{.command = context.command,
                                     .data = std::move(data),
-                                    .meta = metaNow(dbPath, std::move(warnings))}));
+                                    .meta = metaNow(context.databaseURL, std::move(warnings))}));
 }
 
 void emitFailure(std::string_view command, const ErrorBody& error, std::string_view dbPath) {

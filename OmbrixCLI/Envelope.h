@@ -37,11 +37,9 @@ struct FailureEnvelope {
 Json::Value encode(SuccessEnvelope envelope);
 Json::Value encode(const FailureEnvelope& envelope);
 
-/// Prints a success envelope made now. A command calls it once, at its end.
+/// Prints a success envelope made now, with the name and the database of the context. A command
+/// calls it once, at its end.
 void emitSuccess(const CLIContext& context, Json::Value data,
-                 std::vector<std::string> warnings = {});
-/// The same without a context.
-void emitSuccess(std::string_view command, Json::Value data, std::string_view dbPath,
                  std::vector<std::string> warnings = {});
 
 /// Prints a failure envelope made now. `main` alone calls it.

@@ -10,10 +10,8 @@
 namespace ombrix {
 namespace {
 
-using test::TestFolder;
-
 TEST(AnswerFolderResolver, ConfigIsReadLeniently) {
-    const TestFolder folder;
+    const test::TestFolder folder;
     const auto config = [&](const std::string& text) {
         folder.write("config.json", text);
         return AnswerFolderResolver::Config(folder.path());
@@ -50,6 +48,19 @@ TEST(AnswerFolderResolver, ConfigIsReadLeniently) {
               std::nullopt);
     EXPECT_EQ(AnswerFolderResolver::userName(AnswerFolderResolver::Config("/nowhere/at all")),
               std::nullopt);
+}
+
+TEST(AnswerFolderResolver, OnlyTheSkillsFolderOfTheMemoryFolderHoldsNoTranscripts) {
+    const test::TestFolder folder;
+    for (const char* name : {"Brain/Skills/recap/SKILL.md", "Brain/people.md", "Memory/Skills/a.md",
+                             "Skills/b.md", "Brain/Skills.md", "MyBrain/Skills/c.md"})
+        folder.write(name, "---\ntitle: x\nsource: Ombrix\n---\n");
+    EXPECT_THAT(
+        AnswerFolderResolver::library(folder.path(), "Brain").paths(),
+        testing::UnorderedElementsAre(folder.at("Brain/people.md"), folder.at("Memory/Skills/a.md"),
+                                      folder.at("Skills/b.md"), folder.at("Brain/Skills.md"),
+                                      folder.at("MyBrain/Skills/c.md")));
+    EXPECT_EQ(AnswerFolderResolver::scan(folder.path(), "Brain").size(), 5U);
 }
 }  // namespace
 }  // namespace ombrix

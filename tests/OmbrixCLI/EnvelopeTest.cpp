@@ -26,16 +26,17 @@ TEST(Envelope, KeysAreSortedAndAnAbsentFixHasNone) {
 }
 
 TEST(Envelope, WhatJsonCannotHoldPrintsNothingAndGoesOn) {
+    const CLIContext context("tool", {.dbPath = "/db"});
     testing::internal::CaptureStdout();
     testing::internal::CaptureStderr();
-    emitSuccess("tool", std::numeric_limits<double>::infinity(), "/db");
+    emitSuccess(context, std::numeric_limits<double>::infinity());
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
     const std::string errors = testing::internal::GetCapturedStderr();
     EXPECT_TRUE(errors.starts_with("Failed to encode JSON output: ")) << errors;
     EXPECT_TRUE(errors.ends_with("\n"));
 
     testing::internal::CaptureStdout();
-    emitSuccess("tool", "\xFF", "/db", {"a/b"});
+    emitSuccess(context, "\xFF", {"a/b"});
     const std::string output = testing::internal::GetCapturedStdout();
     EXPECT_TRUE(output.starts_with("{\n  \"command\" : \"tool\",\n  \"data\" : \"\uFFFD\",\n"))
         << output;
