@@ -17,8 +17,8 @@ namespace {
 // The property list of a bundle is far below these limits; libplist never sees one above them.
 constexpr std::size_t maximalContainers = 4096;
 constexpr std::size_t maximalDepth = 512;
-constexpr std::uint64_t maximalCost = std::uint64_t{4}
-                                      << 20;  // nodes and bytes, with each reference as a copy
+/// Nodes and bytes, with each reference counted as a copy.
+constexpr std::uint64_t maximalCost = std::uint64_t{4} << 20;
 
 constexpr std::string_view binaryMagic = "bplist00";
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
