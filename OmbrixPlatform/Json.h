@@ -83,13 +83,19 @@ struct Member {
     mutable std::optional<Value> value;  ///< `object` moves it out of the list it comes in
 
     template <typename T>
-    Member(std::string name, T&& content) : key(std::move(name)) {
+    Member(std::string name, T&& content)
+        : key(std::move(name)), value(valueOf(std::forward<T>(content))) {}
+
+  private:
+    template <typename T>
+    static std::optional<Value> valueOf(T&& content) {
         if constexpr (
             requires { typename std::remove_cvref_t<T>::value_type; } &&
             requires { std::forward<T>(content).has_value(); }) {
-            if (content.has_value()) value.emplace(toValue(*std::forward<T>(content)));
+            if (!content.has_value()) return std::nullopt;
+            return toValue(*std::forward<T>(content));
         } else {
-            value.emplace(toValue(std::forward<T>(content)));
+            return toValue(std::forward<T>(content));
         }
     }
 };
