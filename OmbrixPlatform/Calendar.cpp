@@ -2,6 +2,7 @@
 
 #include <unicode/calendar.h>
 #include <unicode/gregocal.h>
+#include <unicode/smpdtfmt.h>
 #include <unicode/timezone.h>
 
 #include <array>
@@ -9,6 +10,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <limits>
+#include <map>
 
 #include "OmbrixPlatform/Numbers.h"
 #include "OmbrixPlatform/Process.h"
@@ -232,6 +234,25 @@ std::string Calendar::dayString(Instant instant) const {
     const int length =
         std::snprintf(text.data(), text.size(), "%04d-%02d-%02d", year, month, dayOfMonth);
     return std::string(text.data(), static_cast<std::size_t>(length));
+}
+
+std::string Calendar::formatted(Instant instant, std::string_view pattern) const {
+    thread_local std::map<std::string, std::unique_ptr<icu::SimpleDateFormat>, std::less<>> formats;
+    auto format = formats.find(pattern);
+    if (format == formats.end()) {
+        UErrorCode status = U_ZERO_ERROR;
+        auto made = std::make_unique<icu::SimpleDateFormat>(
+            icu::UnicodeString::fromUTF8(
+                icu::StringPiece(pattern.data(), static_cast<std::int32_t>(pattern.size()))),
+            icu::Locale("en_US_POSIX"), status);
+        if (U_FAILURE(status)) std::abort();  // the data is part of the library
+        format = formats.emplace(pattern, std::move(made)).first;
+    }
+    icu::UnicodeString text;
+    icu::FieldPosition ignored(icu::FieldPosition::DONT_CARE);
+    format->second->format(*state_->at(instant), text, ignored);
+    std::string result;
+    return text.toUTF8String(result);
 }
 
 std::optional<Instant> Calendar::parseDay(std::string_view text) const {

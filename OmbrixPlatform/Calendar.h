@@ -62,6 +62,9 @@ class Calendar {
     std::optional<Instant> midnight(std::int64_t year, std::int64_t month, std::int64_t day) const;
     /// "yyyy-MM-dd".
     std::string dayString(Instant instant) const;
+    /// `instant` by a Unicode date pattern ("EEE MMM d, yyyy"), in English, in the calendar's zone.
+    /// Patterns are constants of the program: what one needs is made at its first use and kept.
+    std::string formatted(Instant instant, std::string_view pattern) const;
     /// The first instant of the day "YYYY-MM-DD": four, two and two ASCII digits and nothing else.
     /// Nothing for another form and for a day that does not exist.
     std::optional<Instant> parseDay(std::string_view text) const;

@@ -2,10 +2,13 @@
 
 #include <cmath>
 
+#include "OmbrixPlatform/Calendar.h"
 #include "OmbrixPlatform/Numbers.h"
 #include "OmbrixPlatform/Utf8.h"
 
 namespace ombrix::Json {
+
+Value::Value(std::chrono::sys_seconds instant) : content_(isoInstant(instant)) {}
 
 std::optional<bool> Value::boolean() const {
     if (const bool* b = std::get_if<bool>(&content_)) return *b;

@@ -2,6 +2,7 @@
 // texts, JsonDecoding.h makes records of them.
 #pragma once
 
+#include <chrono>
 #include <concepts>
 #include <cstddef>
 #include <cstdint>
@@ -41,6 +42,8 @@ class Value {
     Value(std::string s) : content_(std::move(s)) {}
     Value(Array a) : content_(std::move(a)) {}
     Value(Members m) : content_(std::move(m)) {}
+    /// An instant is the string that `isoInstant` gives.
+    Value(std::chrono::sys_seconds instant);
 
     bool isNull() const { return std::holds_alternative<std::monostate>(content_); }
     /// The content when it is of that kind, else nothing; the pointers are the value's own.

@@ -2,6 +2,8 @@
 
 #include <ranges>
 
+#include "OmbrixPlatform/Calendar.h"
+
 namespace ombrix::Json {
 
 DecodingError::DecodingError(std::string_view path, std::string_view problem)
@@ -76,6 +78,13 @@ std::string decode(As<std::string>, const Element& in) {
     const auto value = in.node().string();
     if (!value) in.fail("not a string");
     return std::string(*value);
+}
+
+std::chrono::sys_seconds decode(As<std::chrono::sys_seconds>, const Element& in) {
+    const auto text = in.node().string();
+    const auto instant = text ? parseIsoInstant(*text) : std::nullopt;
+    if (!instant) in.fail("not an instant");
+    return *instant;
 }
 
 Value decode(As<Value>, const Element& in) { return in.node().value(); }

@@ -14,6 +14,7 @@
 //   ISODate decode(Json::As<ISODate>, const Json::Element& in);  // uses in.as<std::string>()
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <map>
 #include <optional>
@@ -101,6 +102,9 @@ class Object {
     /// model's answer is.
     template <typename T>
     std::optional<T> optional(std::string_view key) const;
+    /// An empty `T` for a missing key, in a model's answer too; throws for null.
+    template <typename T>
+    T orEmpty(std::string_view key) const;
     /// True when the key is there and not null. It counts as a key that the record knows.
     bool has(std::string_view key) const { return present(key) != nullptr; }
     /// Throws `DecodingError` for a member: "parts[2].kind: ...".
@@ -133,6 +137,8 @@ int decode(As<int>, const Element& in);
 std::int64_t decode(As<std::int64_t>, const Element& in);
 double decode(As<double>, const Element& in);
 std::string decode(As<std::string>, const Element& in);
+/// A string that `parseIsoInstant` reads.
+std::chrono::sys_seconds decode(As<std::chrono::sys_seconds>, const Element& in);
 Value decode(As<Value>, const Element& in);
 
 /// Steps into lists and maps.
@@ -218,6 +224,11 @@ std::optional<T> Object::optional(std::string_view key) const {
     if (member == nullptr && element_.reading_ == Reading::answer) fail(key, "missing");
     if (member == nullptr || member->node.isNull()) return std::nullopt;
     return Element(member->node, element_, key).as<T>();
+}
+
+template <typename T>
+T Object::orEmpty(std::string_view key) const {
+    return find(key) == nullptr ? T() : required<T>(key);
 }
 
 template <typename T>
