@@ -8,6 +8,7 @@
 #include <array>
 #include <cstdlib>
 
+#include "OmbrixPlatform/Numbers.h"
 #include "OmbrixPlatform/Utf8.h"
 
 namespace ombrix::Text {
@@ -182,6 +183,24 @@ std::string flattened(std::string_view text) {
         at += length;
     }
     return flat;
+}
+
+std::string withVisibleControls(std::string_view given) {
+    const std::string text = Utf8::repaired(given);
+    std::string result;
+    for (std::size_t at = 0; at < text.size();) {
+        const auto [scalar, length] = Utf8::decode(text, at);
+        const bool isControl = scalar < 0x20 || (scalar >= 0x7F && scalar < 0xA0);
+        if (isControl && scalar != '\n' && scalar != '\t') {
+            result += "\\x";
+            Numbers::appendHex(result, static_cast<std::uint8_t>(scalar),
+                               Numbers::HexDigits::upper);
+        } else {
+            result.append(text, at, length);
+        }
+        at += length;
+    }
+    return result;
 }
 
 std::string withStraightApostrophes(std::string_view text) {

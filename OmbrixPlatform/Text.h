@@ -62,6 +62,9 @@ std::string withLineFeeds(std::string_view text);
 /// The pieces between white space (line ends included), joined by single blanks; no blank at either
 /// end. Goes scalar by scalar, so combining marks after a blank are kept.
 std::string flattened(std::string_view text);
+/// For a terminal: each control character (C0, DEL and C1) but line feeds and tabs as its number,
+/// "\x1B", and ill-formed bytes repaired.
+std::string withVisibleControls(std::string_view text);
 /// U+2018 and U+2019 replaced by straight apostrophes.
 std::string withStraightApostrophes(std::string_view text);
 

@@ -109,6 +109,11 @@ TEST(Text, SplitsAndJoins) {
     }
 }
 
+TEST(Text, ControlsForATerminalAreMadeVisible) {
+    EXPECT_EQ(Text::withVisibleControls("a\x1b[31m\a\x7f\u0085\tb\r\n\xff\u00e9"),
+              "a\\x1B[31m\\x07\\x7F\\x85\tb\\x0D\n\uFFFD\u00e9");
+}
+
 TEST(Text, Replaces) {
     EXPECT_EQ(Text::replacingAll("aaa", "aa", "a"), "aa") << "a replacement is not replaced again";
     EXPECT_EQ(Text::withLineFeeds("\r\na\r\r\nb\r"), "\na\r\nb\r");
