@@ -219,6 +219,21 @@ std::string lowercased(std::string_view text) {
     });
 }
 
+std::string withUpperCaseFirst(std::string_view text) {
+    if (text.empty()) return {};
+    const auto [scalar, length] = Utf8::decode(text, 0);
+    std::array<UChar, 2> units{};
+    std::int32_t count = 0;
+    U16_APPEND_UNSAFE(units.data(), count, icu(scalar));
+    std::array<UChar, 8> upper{};  // no scalar has an upper case of more than three
+    UErrorCode status = U_ZERO_ERROR;
+    const auto upperCount = u_strToUpper(upper.data(), static_cast<std::int32_t>(upper.size()),
+                                         units.data(), count, "", &status);
+    std::string result;
+    appendUtf16(result, upper.data(), upperCount);
+    return result += text.substr(length);
+}
+
 std::string caseFolded(std::string_view text) { return mapped(text, appendCaseFold); }
 
 void appendFolded(std::string& result, char32_t scalar) {

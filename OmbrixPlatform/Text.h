@@ -72,6 +72,8 @@ std::string withStraightApostrophes(std::string_view text);
 
 /// Full lower-casing scalar by scalar, root locale, no context: a final sigma is "σ".
 std::string lowercased(std::string_view text);
+/// The text with its first scalar in full upper case, root locale: "ana ruiz" is "Ana ruiz".
+std::string withUpperCaseFirst(std::string_view text);
 /// Full case folding, for comparisons that ignore case but not diacritics.
 std::string caseFolded(std::string_view text);
 /// The fold: canonical decomposition, nonspacing marks dropped, full case folding. "Café" is
