@@ -6,8 +6,6 @@
 #include <cerrno>
 #include <system_error>
 
-#include "OmbrixPlatform/Text.h"
-
 namespace ombrix {
 namespace {
 
@@ -35,7 +33,5 @@ void StandardOutput::write(std::string_view text) {
     }
 }
 
-void writeStandardError(std::string_view text) {
-    writeAll(STDERR_FILENO, Text::withVisibleControls(text));
-}
+void writeStandardError(std::string_view text) { writeAll(STDERR_FILENO, text); }
 }  // namespace ombrix

@@ -36,8 +36,7 @@ struct Sources {
     std::function<std::optional<std::string>(const std::string& name)> environment;
     std::optional<std::string> executable = {};  ///< the running executable, if known
     std::string home = {};
-    /// Asked when a path is relative; may throw.
-    std::function<std::string()> workingDirectory;
+    std::string workingDirectory = {};
 };
 
 /// The location that the first of these sources gives:

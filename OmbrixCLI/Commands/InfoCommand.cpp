@@ -14,19 +14,9 @@ struct InfoOptions {
     GlobalOptions global;
 };
 
-std::string workingDirectoryOrRoot() {
-    try {
-        return Files::workingDirectory();
-    } catch (const Files::Error&) {
-        return "/";
-    }
-}
-
 void printInfo(const CLIContext& context, const std::string& argument0) {
     const DictationStore store(context.databaseURL);
-    // The name this process was started by is relative when it was found by PATH; then the working
-    // directory has no part in it, and may be gone.
-    const std::string workingDirectory = workingDirectoryOrRoot();
+    const std::string workingDirectory = Files::workingDirectory();
     emitSuccess(
         context,
         Json::object({{"supportDirectory", context.supportDirectory},

@@ -13,7 +13,7 @@ namespace ombrix {
 
 std::vector<std::string> TranscriptLibrary::paths() const {
     std::vector<std::string> paths;
-    const std::string root = Files::standardised(folder);
+    const std::string root = Paths::standardised(folder, Files::workingDirectory());
     Files::walk(root, [&](std::string path) {
         if (!Text::equalsIgnoringCase(Paths::extension(path), "md")) return;
         if (!excludes || !excludes(path)) paths.push_back(std::move(path));

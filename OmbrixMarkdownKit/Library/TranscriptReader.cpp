@@ -1,5 +1,8 @@
 #include "OmbrixMarkdownKit/Library/TranscriptReader.h"
 
+#include <cstdint>
+#include <limits>
+
 #include "OmbrixMarkdownKit/Transcript/MarkdownTranscript.h"
 #include "OmbrixMarkdownKit/Transcript/OmbrixTranscriptMarker.h"
 #include "OmbrixMarkdownKit/Transcript/TranscriptHeader.h"
@@ -7,8 +10,15 @@
 #include "OmbrixPlatform/Utf8.h"
 
 namespace ombrix {
+namespace {
+
+/// Unicode's boundaries are found at 32-bit positions, and a sparse file can claim to be larger
+/// than any memory.
+constexpr std::size_t largestSize = std::numeric_limits<std::int32_t>::max();
+}  // namespace
+
 std::optional<std::string_view> TranscriptReader::bytes(const std::string& path) {
-    const auto bytes = files_.read(path, largestTranscript);
+    const auto bytes = files_.read(path, largestSize);
     if (!bytes || !Utf8::isValid(*bytes) || !OmbrixTranscriptMarker::declares(*bytes))
         return std::nullopt;
     return bytes;

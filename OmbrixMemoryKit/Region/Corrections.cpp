@@ -28,11 +28,6 @@ constexpr auto keywords = std::to_array<std::pair<Kind, std::string_view>>({
     {Kind::reword, "reword:"},
 });
 
-bool hasFormOfDay(std::string_view text) {
-    static const Regex day(R"(^\d{4}-\d{2}-\d{2}$)");
-    return Characters::count(text) == 10 && day.found(text);
-}
-
 std::optional<Correction> ofID(Kind kind, std::string_view id) {
     if (!CommitmentID::isValid(id)) return std::nullopt;
     return Correction{.kind = kind, .id = std::string(id)};
@@ -48,7 +43,7 @@ std::optional<Correction> done(std::string_view payload) {
     if (pieces.size() != 2) return std::nullopt;
     const auto day = Text::trimmedBlanks(pieces[1]);
     auto correction = ofID(Kind::done, Text::trimmedBlanks(pieces[0]));
-    if (!correction || !hasFormOfDay(day)) return std::nullopt;
+    if (!correction || !isISODate(day)) return std::nullopt;
     correction->on = day;
     return correction;
 }
@@ -111,6 +106,11 @@ std::string line(const Correction& correction) {
     return std::string(privateLine);
 }
 }  // namespace
+
+bool isISODate(std::string_view text) {
+    static const Regex day(R"(^\d{4}-\d{2}-\d{2}$)");
+    return Characters::count(text) == 10 && day.found(text);
+}
 
 std::optional<std::string> section(std::string_view in) {
     const std::string text = Text::withLineFeeds(in);

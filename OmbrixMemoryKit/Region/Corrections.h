@@ -39,6 +39,9 @@ struct Correction {
 
 namespace Corrections {
 
+/// True for the form of a day alone, "2026-09-01"; also for "2026-99-99".
+bool isISODate(std::string_view text);
+
 /// The text under the first heading "## Corrections", up to the next line that begins with "## ";
 /// LF line ends. Nothing without that heading; a blank after it makes it another one.
 std::optional<std::string> section(std::string_view in);

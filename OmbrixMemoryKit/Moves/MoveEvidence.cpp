@@ -1,0 +1,321 @@
+#include "OmbrixMemoryKit/Moves/MoveEvidence.h"
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+#include <set>
+#include <utility>
+
+#include "OmbrixMarkdownKit/Transcript/TranscriptTurnID.h"
+#include "OmbrixMemoryKit/Moves/MoveLifecycle.h"
+
+namespace ombrix {
+
+bool ResolvedExchange::operator==(const ResolvedExchange& other) const {
+    return key == other.key && *source == *other.source && turns == other.turns &&
+           claimIds == other.claimIds && anchors == other.anchors && earlier == other.earlier &&
+           superseded == other.superseded;
+}
+
+std::vector<const ResolvedLine*> ResolvedMove::lines() const {
+    std::vector<const ResolvedLine*> result;
+    for (const auto& block : blocks)
+        for (const auto& line : block.lines) result.push_back(&line);
+    return result;
+}
+
+namespace MoveEvidence {
+namespace {
+
+constexpr double closeInSeconds = 90;
+
+// ---- citations --------------------------------------------------------------------------------
+
+/// What claims cite of one turn.
+struct CitedTurn {
+    std::vector<const Claim*> claims;  // in order, each once
+    bool changed = false;
+};
+
+/// What claims cite of one meeting.
+struct CitedSource {
+    std::shared_ptr<const MoveSource> source;
+    std::map<std::size_t, CitedTurn> turns;  // by index
+};
+
+struct Citations {
+    std::vector<CitedSource> sources;  // in the order in which they are first cited
+    EvidenceStanding standing = EvidenceStanding::verified;
+};
+
+TranscriptTurnID::Match locate(std::string_view id, const MoveSource& source) {
+    if (const auto index = source.turnIndex(id)) return TranscriptTurnID::Match::exact(*index);
+    std::vector<std::string> hashes;
+    hashes.reserve(source.turns.size());
+    for (const auto& turn : source.turns) hashes.push_back(turn.hash());
+    return TranscriptTurnID::locate(id, hashes);
+}
+
+CitedSource& cited(Citations& citations, const std::shared_ptr<const MoveSource>& source) {
+    const auto found = std::ranges::find(citations.sources, source, &CitedSource::source);
+    if (found != citations.sources.end()) return *found;
+    return citations.sources.emplace_back(CitedSource{source, {}});
+}
+
+void cite(const std::string& turnId, const Claim& claim, CitedSource& place, Citations& citations) {
+    using Kind = TranscriptTurnID::Match::Kind;
+    const auto match = locate(turnId, *place.source);
+    if (match.kind == Kind::missing || match.kind == Kind::stale)
+        citations.standing = EvidenceStanding::stale;
+    if (match.kind == Kind::missing) return;
+    CitedTurn& turn = place.turns[match.index];
+    if (match.kind == Kind::stale) turn.changed = true;
+    if (turn.claims.empty() || turn.claims.back() != &claim) turn.claims.push_back(&claim);
+}
+
+Citations citationsOf(std::span<const Claim> claims, const MoveSources& sources) {
+    Citations citations;
+    for (const Claim& claim : claims) {
+        for (const EvidenceRef& ref : claim.refs) {
+            const auto source = sources.find(ref.sourceId);
+            if (source == sources.end()) {
+                citations.standing = EvidenceStanding::stale;
+                continue;
+            }
+            CitedSource& place = cited(citations, source->second);
+            for (const auto& turnId : ref.turnIds) cite(turnId, claim, place, citations);
+        }
+    }
+    return citations;
+}
+
+// ---- exchanges --------------------------------------------------------------------------------
+
+/// Turns of one meeting, the last one included.
+struct TurnRange {
+    std::size_t first = 0, last = 0;
+};
+
+bool isClose(const MoveTurn& a, const MoveTurn& b) {
+    return !a.atSec || !b.atSec || std::abs(*a.atSec - *b.atSec) <= closeInSeconds;
+}
+
+TurnRange withContext(TurnRange range, const std::vector<MoveTurn>& turns) {
+    TurnRange wide = range;
+    if (range.first > 0 && isClose(turns[range.first - 1], turns[range.first])) --wide.first;
+    if (range.last + 1 < turns.size() && isClose(turns[range.last], turns[range.last + 1]))
+        ++wide.last;
+    return wide;
+}
+
+/// Joins ranges that share or touch a turn. They come in the order of their first turns.
+std::vector<TurnRange> merged(const std::vector<TurnRange>& ranges) {
+    std::vector<TurnRange> result;
+    for (const TurnRange& range : ranges) {
+        if (!result.empty() && range.first <= result.back().last + 1)
+            result.back().last = std::max(result.back().last, range.last);
+        else
+            result.push_back(range);
+    }
+    return result;
+}
+
+std::vector<TurnRange> rangesOf(const CitedSource& cited) {
+    std::vector<TurnRange> ranges;
+    for (const auto& [index, turn] : cited.turns) ranges.push_back({index, index});
+    ranges = merged(ranges);
+    for (auto& range : ranges) range = withContext(range, cited.source->turns);
+    return merged(ranges);
+}
+
+ResolvedTurn resolvedTurn(const MoveTurn& turn, const CitedTurn* cited) {
+    ResolvedTurn result{.id = turn.id(),
+                        .atSec = turn.atSec,
+                        .speaker = turn.speaker,
+                        .text = turn.text,
+                        .cited = cited != nullptr,
+                        .claimIds = {},
+                        .changed = cited != nullptr && cited->changed};
+    if (cited != nullptr)
+        for (const Claim* claim : cited->claims) result.claimIds.push_back(claim->id);
+    return result;
+}
+
+ResolvedExchange exchangeOf(const TurnRange& range, const CitedSource& cited,
+                            std::span<const Claim> order) {
+    ResolvedExchange exchange;
+    exchange.source = cited.source;
+    std::set<const Claim*> claims;
+    for (std::size_t i = range.first; i <= range.last; ++i) {
+        const auto found = cited.turns.find(i);
+        const CitedTurn* const turn = found == cited.turns.end() ? nullptr : &found->second;
+        exchange.turns.push_back(resolvedTurn(cited.source->turns[i], turn));
+        if (turn == nullptr) continue;
+        if (exchange.anchors.empty())
+            exchange.key = cited.source->id + "#" + exchange.turns.back().id;
+        exchange.anchors.push_back(i);
+        claims.insert(turn->claims.begin(), turn->claims.end());
+    }
+    for (const Claim& claim : order) {
+        if (!claims.contains(&claim)) continue;
+        exchange.claimIds.push_back(claim.id);
+        exchange.earlier |= claim.earlier;
+        exchange.superseded |= claim.superseded;
+    }
+    return exchange;
+}
+
+/// The indexes of the exchanges that hold any of these claims.
+std::vector<std::size_t> anchorsOf(const std::vector<std::string>& claimIds,
+                                   const std::vector<ResolvedExchange>& exchanges) {
+    std::vector<std::size_t> anchors;
+    for (std::size_t i = 0; i < exchanges.size(); ++i)
+        if (std::ranges::find_first_of(exchanges[i].claimIds, claimIds) !=
+            exchanges[i].claimIds.end())
+            anchors.push_back(i);
+    return anchors;
+}
+
+// ---- lines ------------------------------------------------------------------------------------
+
+ResolvedLine resolvedLine(const MoveLine& line, const MoveState& state,
+                          const std::vector<ResolvedExchange>& exchanges) {
+    ResolvedLine result{.id = line.id,
+                        .text = line.text,
+                        .baseText = line.text,
+                        .edited = false,
+                        .conflict = std::nullopt,
+                        .claimIds = line.claimIds,
+                        .anchors = anchorsOf(line.claimIds, exchanges)};
+    if (const auto edit = state.edits.find(line.id); edit != state.edits.end()) {
+        result.text = edit->second;
+        result.edited = true;
+    }
+    if (const auto conflict = state.conflicts.find(line.id); conflict != state.conflicts.end())
+        result.conflict = conflict->second;
+    return result;
+}
+
+/// A line and the label of its block.
+using Lines = std::vector<std::pair<const MoveLine*, const std::string*>>;
+
+/// The lines of a revision, of those with one id the first.
+Lines linesOf(const Revision& revision) {
+    Lines lines;
+    std::set<std::string_view> seen;
+    for (const auto& block : revision.blocks)
+        for (const auto& line : block.lines)
+            if (seen.insert(line.id).second) lines.emplace_back(&line, &block.label);
+    return lines;
+}
+
+std::map<std::string_view, const MoveLine*> byId(const Lines& lines) {
+    std::map<std::string_view, const MoveLine*> result;
+    for (const auto& [line, label] : lines) result.emplace(line->id, line);
+    return result;
+}
+}  // namespace
+
+std::vector<Claim> claimPool(const PreparedMove& move, const Revision& revision) {
+    std::set<std::string_view> used;
+    for (const auto& block : revision.blocks)
+        for (const auto& line : block.lines)
+            used.insert(line.claimIds.begin(), line.claimIds.end());
+    for (const auto& item : revision.unresolved)
+        used.insert(item.claimIds.begin(), item.claimIds.end());
+
+    std::vector<Claim> pool;
+    std::set<std::string_view> taken;
+    for (const auto& claim : revision.claims)
+        if (taken.insert(claim.id).second) pool.push_back(claim);
+    for (const auto& claim : move.claims)
+        if (used.contains(claim.id) && taken.insert(claim.id).second) pool.push_back(claim);
+    return pool;
+}
+
+Exchanges buildExchanges(std::span<const Claim> claims, const MoveSources& sources,
+                         std::string_view ownMeeting) {
+    Citations citations = citationsOf(claims, sources);
+    std::ranges::stable_partition(citations.sources, [ownMeeting](const CitedSource& cited) {
+        return cited.source->id == ownMeeting;
+    });
+    Exchanges result{.list = {}, .standing = citations.standing};
+    for (const auto& cited : citations.sources)
+        for (const auto& range : rangesOf(cited))
+            result.list.push_back(exchangeOf(range, cited, claims));
+    return result;
+}
+
+std::vector<ResolvedExchange> exchanges(std::span<const Claim> claims, const MoveSources& sources) {
+    return buildExchanges(claims, sources).list;
+}
+
+const ResolvedExchange* exchange(std::string_view claimId,
+                                 std::span<const ResolvedExchange> exchanges) {
+    const auto holds = [claimId](const ResolvedExchange& each) {
+        return std::ranges::find(each.claimIds, claimId) != each.claimIds.end();
+    };
+    const auto found = std::ranges::find_if(exchanges, holds);
+    return found == exchanges.end() ? nullptr : &*found;
+}
+
+EvidenceStanding standing(std::span<const Claim> claims, const MoveSources& sources) {
+    return citationsOf(claims, sources).standing;
+}
+
+std::vector<LineChange> diffRevisions(const Revision& from, const Revision& to) {
+    using enum LineChange::Kind;
+    const Lines before = linesOf(from), after = linesOf(to);
+    const auto old = byId(before), current = byId(after);
+    std::vector<LineChange> changes;
+    for (const auto& [line, label] : after) {
+        const auto match = old.find(line->id);
+        if (match == old.end())
+            changes.push_back({line->id, *label, added, std::nullopt, line->text});
+        else if (match->second->text != line->text)
+            changes.push_back({line->id, *label, changed, match->second->text, line->text});
+    }
+    for (const auto& [line, label] : before)
+        if (!current.contains(line->id))
+            changes.push_back({line->id, *label, removed, line->text, std::nullopt});
+    return changes;
+}
+
+ResolvedMove resolve(PreparedMove move, MoveState state, const MoveSources& sources) {
+    ResolvedMove result;
+    const Revision* const current = state.revision(state.current);
+    result.revision = current != nullptr ? *current : MoveLifecycle::baseRevision(move);
+    const Revision& revision = result.revision;
+
+    const auto pool = claimPool(move, revision);
+    for (const auto& claim : pool) result.claims.push_back({claim, result.claims.size() + 1});
+    auto evidence = buildExchanges(pool, sources, move.sourceId);
+    result.evidence = evidence.standing;
+    result.exchanges = std::move(evidence.list);
+
+    for (const auto& block : revision.blocks) {
+        auto& shown = result.blocks.emplace_back(ResolvedBlock{block.id, block.label, {}});
+        for (const auto& line : block.lines)
+            shown.lines.push_back(resolvedLine(line, state, result.exchanges));
+    }
+    for (const auto& item : revision.unresolved)
+        result.unresolved.push_back(
+            {item.id, item.text, item.claimIds, anchorsOf(item.claimIds, result.exchanges)});
+
+    if (const Revision* const candidate = state.revision(state.candidate)) {
+        result.candidate = *candidate;
+        result.changes = diffRevisions(revision, *candidate);
+    }
+    result.title = revision.title.value_or(move.title);
+    result.recipients = revision.recipients ? revision.recipients : move.recipients;
+    result.due = revision.due ? revision.due : move.due;
+    result.invite = revision.invite ? revision.invite : move.invite;
+    result.email = move.email;
+    if (const auto source = sources.find(move.sourceId); source != sources.end())
+        result.source = source->second;
+    result.move = std::move(move);
+    result.state = std::move(state);
+    return result;
+}
+}  // namespace MoveEvidence
+}  // namespace ombrix
