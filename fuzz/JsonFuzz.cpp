@@ -1,9 +1,10 @@
-// JSON from outside: config.json, the application's state and its replies. What was read and is
-// written reads back the same.
+// JSON from outside: config.json, the application's state and its replies, context packs. What was
+// read and is written reads back the same.
 #include <algorithm>
 #include <string>
 
 #include "Law.h"
+#include "OmbrixAnswerKit/Grounding/AnswerContextPack.h"
 #include "OmbrixCore/AppStateBus.h"
 #include "OmbrixMarkdownKit/Search/AnswerScope.h"
 #include "OmbrixPlatform/JsonDecoding.h"
@@ -60,6 +61,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     for (const auto reading : {Json::Reading::stored, Json::Reading::answer}) {
         checkRecord<AppStateSnapshot>(Fuzz::text(data, size), reading);
         checkRecord<AnswerScope>(Fuzz::text(data, size), reading);
+        checkRecord<AnswerContextPack>(Fuzz::text(data, size), reading);
     }
     return 0;
 }

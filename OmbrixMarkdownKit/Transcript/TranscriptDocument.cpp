@@ -12,6 +12,11 @@ bool TranscriptDocument::hasUserNotes() const {
 Json::Value encode(const TranscriptDocument::Turn& turn) {
     return Json::object({{"speaker", turn.speaker}, {"text", turn.text}});
 }
+
+TranscriptDocument::Turn decode(Json::As<TranscriptDocument::Turn>, const Json::Object& in) {
+    return {.speaker = in.required<std::string>("speaker"),
+            .text = in.required<std::string>("text")};
+}
 }  // namespace ombrix
 
 std::size_t std::hash<ombrix::TranscriptDocument::Turn>::operator()(

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "OmbrixPlatform/Json.h"
+#include "OmbrixPlatform/JsonDecoding.h"
 
 namespace ombrix {
 
@@ -60,8 +60,9 @@ struct TranscriptDocument {
     bool operator==(const TranscriptDocument&) const = default;
 };
 
-/// Under the keys "speaker" and "text".
+/// Under the keys "speaker" and "text", both required. `decode` throws `Json::DecodingError`.
 Json::Value encode(const TranscriptDocument::Turn& turn);
+TranscriptDocument::Turn decode(Json::As<TranscriptDocument::Turn>, const Json::Object& in);
 }  // namespace ombrix
 
 template <>

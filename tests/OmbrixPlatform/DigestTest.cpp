@@ -14,6 +14,12 @@ TEST(Digest, IsTheOnePublishedForTheseTexts) {
               "cdc76e5c9914fb9281a1c7e284d73e67f1809a48a497200e046d39ccc7112cd0");
     const std::uint8_t bytes[] = {0x00, 0x0A, 0xFF};
     EXPECT_EQ(Digest::hex(bytes, 3), "000aff");
+
+    Digest::Fnv1a64 inPieces;
+    EXPECT_EQ(inPieces.value(), 0xcbf29ce484222325U);
+    inPieces.add("foo");
+    inPieces.add("bar");
+    EXPECT_EQ(inPieces.value(), 0x85944171f73967e8U);
 }
 }  // namespace
 }  // namespace ombrix
