@@ -262,6 +262,12 @@ std::optional<Instant> Calendar::parseDay(std::string_view text) const {
                     static_cast<unsigned>(civil->day()));
 }
 
+std::optional<std::chrono::sys_days> parseIsoDay(std::string_view text) {
+    const auto civil = text.size() == 10 ? civilDay(text) : std::nullopt;
+    if (!civil) return std::nullopt;
+    return std::chrono::sys_days(*civil);
+}
+
 std::string isoInstant(Instant instant) {
     const auto days = std::chrono::floor<std::chrono::days>(instant);
     const std::chrono::year_month_day civil(days);

@@ -19,6 +19,9 @@ std::string isoInstant(Instant instant);
 /// ISO 8601 internet date-time, whole seconds, with "Z" or an offset: "2026-03-01T09:30:00+01:00".
 /// Nothing for any other form, for fractions of a second and for a day that does not exist.
 std::optional<Instant> parseIsoInstant(std::string_view text);
+/// The day "YYYY-MM-DD" by itself, in no zone: four, two and two ASCII digits and nothing else.
+/// Nothing for another form and for a day that does not exist. Days subtract to days.
+std::optional<std::chrono::sys_days> parseIsoDay(std::string_view text);
 
 /// The Gregorian calendar in one time zone. Copies share their state, which never changes. Each
 /// operation costs microseconds; the first one in a process loads the zone's rules.

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <memory>
 #include <utility>
@@ -191,6 +192,30 @@ std::optional<std::string> text(const std::string& path, std::size_t largest) {
     } catch (const Error&) {
     }
     return std::nullopt;
+}
+
+void forEachLine(const std::string& path, const std::function<void(std::string_view)>& visit) {
+    constexpr std::size_t piece = std::size_t{1} << 20U;
+    struct stat facts {};
+    const Descriptor file = openRegular(path, unlimited, facts);
+    if (!file.isOpen()) return;
+    std::string buffer(piece, '\0');
+    std::size_t kept = 0;  // bytes of a line that has not ended yet
+    for (;;) {
+        if (buffer.size() == kept) buffer.resize(kept * 2);
+        const auto count = readUpTo(file, buffer.data() + kept, buffer.size() - kept);
+        if (!count || *count == 0) break;
+        const std::string_view filled(buffer.data(), kept + *count);
+        std::size_t begin = 0;
+        for (std::size_t end = filled.find('\n', kept); end != filled.npos;
+             end = filled.find('\n', begin)) {
+            visit(filled.substr(begin, end - begin));
+            begin = end + 1;
+        }
+        kept = filled.size() - begin;
+        std::memmove(buffer.data(), buffer.data() + begin, kept);
+    }
+    if (kept > 0) visit(std::string_view(buffer).substr(0, kept));
 }
 
 void walk(const std::string& folder, const std::function<void(std::string path)>& visit) {

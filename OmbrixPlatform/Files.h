@@ -52,6 +52,11 @@ std::string bytes(const std::string& path, std::size_t largest = unlimited);
 /// is not valid UTF-8.
 std::optional<std::string> text(const std::string& path, std::size_t largest = unlimited);
 
+/// Calls `visit` for each line of a regular file, without its line feed; a file without bytes has
+/// no line, nor is there one after the last line feed. The file is read piece by piece, so only the
+/// longest line needs memory. Nothing for a file that cannot be read.
+void forEachLine(const std::string& path, const std::function<void(std::string_view line)>& visit);
+
 /// Calls `visit` for everything below `folder` that is not a folder, in no particular order, with a
 /// path that starts with `folder`. Hidden files and folders (names that start with ".") are
 /// skipped, and so are links to folders, broken links and folders that cannot be read. Not

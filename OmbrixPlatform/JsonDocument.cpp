@@ -115,10 +115,21 @@ struct Document::Parsed {
     dom::parser parser;
     dom::element root;
 
+    /// `text` has the bytes after it that the parser may touch. Throws `SyntaxError`.
+    void read(std::string_view text) {
+        auto error = readWithinDepth(text);
+        if (error == simdjson::NUMBER_ERROR) {
+            const simdjson::padded_string readable(withLongIntegersAsDoubles(text));
+            error = readWithinDepth(readable);
+        }
+        if (error) throw SyntaxError(simdjson::error_message(error));
+    }
+
+  private:
     /// The parser counts one level more than there are brackets around the innermost value, but
     /// none for an empty pair. What passes with `maximalDepth` of its levels is never too deep; the
     /// rare text between that and the limit is measured.
-    simdjson::error_code read(const simdjson::padded_string& text) {
+    simdjson::error_code readWithinDepth(std::string_view text) {
         auto error = parse(text, maximalDepth);
         if (error != simdjson::DEPTH_ERROR) return error;
         error = parse(text, maximalDepth + 1);
@@ -126,18 +137,18 @@ struct Document::Parsed {
         return error;
     }
 
-  private:
-    simdjson::error_code parse(const simdjson::padded_string& text, std::size_t depth) {
-        if (const auto error = parser.allocate(text.size() + 1, depth)) return error;
-        return parser.parse(text).get(root);
+    simdjson::error_code parse(std::string_view text, std::size_t depth) {
+        const bool hasRoom = parser.capacity() > text.size() && parser.max_depth() == depth;
+        if (!hasRoom) {
+            if (const auto error = parser.allocate(text.size() + 1, depth)) return error;
+        }
+        constexpr bool hasPadding = true;
+        return parser.parse(text.data(), text.size(), !hasPadding).get(root);
     }
 };
 
 Document::Document(std::string_view text) : parsed_(std::make_unique<Parsed>()) {
-    auto error = parsed_->read(simdjson::padded_string(text));
-    if (error == simdjson::NUMBER_ERROR)
-        error = parsed_->read(simdjson::padded_string(withLongIntegersAsDoubles(text)));
-    if (error) throw SyntaxError(simdjson::error_message(error));
+    parsed_->read(simdjson::padded_string(text));
 }
 
 Document::~Document() = default;
@@ -145,6 +156,18 @@ Document::Document(Document&&) noexcept = default;
 Document& Document::operator=(Document&&) noexcept = default;
 
 Node Document::root() const& { return NodeAccess::node(parsed_->root); }
+
+Parser::Parser() : parsed_(std::make_unique<Document::Parsed>()) {}
+Parser::~Parser() = default;
+Parser::Parser(Parser&&) noexcept = default;
+Parser& Parser::operator=(Parser&&) noexcept = default;
+
+Node Parser::parse(std::string_view text) {
+    buffer_.assign(text);
+    buffer_.resize(text.size() + simdjson::SIMDJSON_PADDING);
+    parsed_->read(std::string_view(buffer_).substr(0, text.size()));
+    return NodeAccess::node(parsed_->root);
+}
 
 Value parse(std::string_view text) {
     const Document document(text);

@@ -7,6 +7,7 @@
 #include <memory>
 #include <optional>
 #include <stdexcept>
+#include <string>
 #include <string_view>
 #include <utility>
 
@@ -101,8 +102,25 @@ class Document {
     Node root() const&& = delete;  // it would not outlive the document
 
   private:
+    friend class Parser;
     struct Parsed;
     std::unique_ptr<Parsed> parsed_;
+};
+
+/// Reads one short text after the other with the same memory, which grows to fit the longest.
+class Parser {
+  public:
+    Parser();
+    ~Parser();
+    Parser(Parser&&) noexcept;
+    Parser& operator=(Parser&&) noexcept;
+
+    /// The root of a text, valid until the next call. Throws as `Document`.
+    Node parse(std::string_view text);
+
+  private:
+    std::string buffer_;  // the text and the bytes after it that the parser may touch
+    std::unique_ptr<Document::Parsed> parsed_;
 };
 
 /// The value of a whole text; throws as `Document`. Of a key given twice the last one counts.

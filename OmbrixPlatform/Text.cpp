@@ -106,6 +106,11 @@ bool isLetter(char32_t scalar) {
     return u_isUAlphabetic(icu(scalar)) != 0;
 }
 
+bool isDigit(char32_t scalar) {
+    if (scalar < 0x80) return isAsciiDigit(static_cast<char>(scalar));
+    return (U_GET_GC_MASK(icu(scalar)) & U_GC_N_MASK) != 0;
+}
+
 bool isLetterOrNumber(char32_t scalar) {
     if (scalar < 0x80) return isAsciiAlphanumeric(static_cast<char>(scalar));
     return isLetter(scalar) || u_getIntPropertyValue(icu(scalar), UCHAR_NUMERIC_TYPE) != U_NT_NONE;

@@ -35,6 +35,9 @@ bool isAlphanumeric(char32_t scalar);
 bool isLetterOrNumber(char32_t scalar);
 /// Alphabetic. A character whose first scalar is such is a letter.
 bool isLetter(char32_t scalar);
+/// General category N*: decimal digits, letter-like numbers, fractions; not ideographs such as
+/// "三".
+bool isDigit(char32_t scalar);
 
 // ---- trim -------------------------------------------------------------------------------------
 

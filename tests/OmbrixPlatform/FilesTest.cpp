@@ -139,6 +139,27 @@ TEST(Files, AReaderReadsOneFileAfterTheOther) {
     EXPECT_EQ(reader.read(folder.at("empty")), "");
 }
 
+TEST(Files, LinesAreReadPieceByPiece) {
+    const test::TestFolder folder;
+    const auto linesOf = [](const std::string& path) {
+        std::vector<std::string> lines;
+        Files::forEachLine(path, [&](std::string_view line) { lines.emplace_back(line); });
+        return lines;
+    };
+    EXPECT_THAT(linesOf(folder.path()), testing::IsEmpty());
+    EXPECT_THAT(linesOf(folder.write("empty", "")), testing::IsEmpty());
+    EXPECT_THAT(linesOf(folder.write("short", "a\n\r\n\nb")),
+                testing::ElementsAre("a", "\r", "", "b"));
+    // A piece is a mebibyte: lines that end with it, begin with it, and are longer than it.
+    std::vector<std::string> lines;
+    for (const int size : {1048575, 0, 1048574, 1, 3000000, 5, 1048576, 7}) {
+        lines.emplace_back(static_cast<std::size_t>(size), static_cast<char>('a' + lines.size()));
+    }
+    std::string file;
+    for (const std::string& line : lines) file += line + "\n";
+    EXPECT_TRUE(linesOf(folder.write("long", file)) == lines);
+}
+
 TEST(Files, AWalkSeesEveryFileBelowOnce) {
     const test::TestFolder folder;
     for (const char* name :

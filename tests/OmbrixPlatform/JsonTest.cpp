@@ -49,6 +49,28 @@ TEST(Json, ReadsWholeTextsOnly) {
     }
 }
 
+TEST(Json, AParserReadsOneTextAfterTheOther) {
+    test::RandomText random(11);
+    Json::Parser parser;
+    const auto readWith = [](auto read) -> std::optional<Value> {
+        try {
+            return read();
+        } catch (const Json::SyntaxError&) {
+            return std::nullopt;
+        }
+    };
+    constexpr std::string_view pieces[] = {
+        "[", "]", "{\"a\":", "}", ",", "12345678901234567890", "1", "\"x\"", "null", " ", "\xFF"};
+    for (int round = 0; round < 3000; ++round) {
+        std::string text(random.below(700), '[');
+        for (std::size_t left = random.below(4); left > 0; --left) text += random.from(pieces);
+        text.append(std::count(text.begin(), text.end(), '['), ']');
+        EXPECT_EQ(readWith([&] { return parser.parse(text).value(); }),
+                  readWith([&] { return Json::parse(text); }))
+            << test::visible(text);
+    }
+}
+
 /// Lists and objects by turns, as `choose` says, around the innermost text.
 std::string nested(std::size_t depth, std::string_view innermost, auto choose) {
     std::string open;
