@@ -10,11 +10,29 @@
 #include "OmbrixPlatform/Text.h"
 
 namespace ombrix {
+namespace {
+
+using Read = std::optional<TranscriptDocument> (TranscriptReader::*)(const std::string& path);
+
+std::vector<IdentifiedDocument> read(std::vector<std::string> paths, Read one) {
+    std::vector<IdentifiedDocument> documents;
+    TranscriptReader reader;
+    for (auto& path : paths) {
+        if (auto document = (reader.*one)(path))
+            documents.push_back({std::move(path), std::move(*document)});
+    }
+    sortNewestFirst(documents);
+    return documents;
+}
+}  // namespace
+
+std::string TranscriptLibrary::root() const {
+    return Paths::standardised(folder, Files::workingDirectory());
+}
 
 std::vector<std::string> TranscriptLibrary::paths() const {
     std::vector<std::string> paths;
-    const std::string root = Paths::standardised(folder, Files::workingDirectory());
-    Files::walk(root, [&](std::string path) {
+    Files::walk(root(), [&](std::string path) {
         if (!Text::equalsIgnoringCase(Paths::extension(path), "md")) return;
         if (!excludes || !excludes(path)) paths.push_back(std::move(path));
     });
@@ -22,14 +40,11 @@ std::vector<std::string> TranscriptLibrary::paths() const {
 }
 
 std::vector<IdentifiedDocument> TranscriptLibrary::scan() const {
-    std::vector<IdentifiedDocument> documents;
-    TranscriptReader reader;
-    for (auto& path : paths()) {
-        if (auto document = reader.document(path))
-            documents.push_back({std::move(path), std::move(*document)});
-    }
-    sortNewestFirst(documents);
-    return documents;
+    return read(paths(), &TranscriptReader::document);
+}
+
+std::vector<IdentifiedDocument> TranscriptLibrary::headers() const {
+    return read(paths(), &TranscriptReader::header);
 }
 
 const std::string& startOf(const TranscriptDocument& document) {

@@ -18,6 +18,9 @@ struct TranscriptLibrary {
     /// whatever it says of itself. Empty: every file may count.
     std::function<bool(std::string_view path)> excludes{};
 
+    /// `folder` as the paths below begin: absolute and standardised.
+    std::string root() const;
+
     /// The paths, standardised, of the files below `folder` that may be transcripts: those with the
     /// extension "md" in any case that are not excluded. Opens none. In no particular order.
     std::vector<std::string> paths() const;
@@ -26,6 +29,10 @@ struct TranscriptLibrary {
     /// `TranscriptReader::document` does not read is left out without a message. Holds the whole
     /// library in memory; `LibrarySearch` answers questions without that.
     std::vector<IdentifiedDocument> scan() const;
+
+    /// The same with the frontmatter's fields alone, as `TranscriptReader::header` reads them: a
+    /// small part of what `scan` reads and holds.
+    std::vector<IdentifiedDocument> headers() const;
 };
 
 /// The order of a library: the latest start first, then the greater id. Two entries never tie.

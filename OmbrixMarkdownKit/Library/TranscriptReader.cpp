@@ -15,6 +15,27 @@ namespace {
 /// Unicode's boundaries are found at 32-bit positions, and a sparse file can claim to be larger
 /// than any memory.
 constexpr std::size_t largestSize = std::numeric_limits<std::int32_t>::max();
+constexpr std::size_t enoughForHeaders = 4096;
+
+/// The frontmatter at the beginning of a file, its "---" lines included, with LF line ends; nothing
+/// when it does not end there. A loose closing line counts only when the whole file has no strict
+/// one.
+std::optional<std::string> frontmatterOf(std::string_view beginning) {
+    constexpr std::string_view closing = "\n---\n";
+    std::string text = Text::withLineFeeds(beginning);
+    const std::size_t end = text.find(closing);
+    if (end == text.npos) return std::nullopt;
+    text.resize(end + closing.size());
+    return text;
+}
+
+std::optional<TranscriptDocument> headerOf(std::string_view text) {
+    const auto frame = TranscriptSections::frame(text);
+    if (!frame) return std::nullopt;
+    TranscriptDocument header;
+    TranscriptHeader::read(frame->header, header);
+    return header;
+}
 }  // namespace
 
 std::optional<std::string_view> TranscriptReader::bytes(const std::string& path) {
@@ -44,17 +65,22 @@ std::optional<TranscriptReader::View> TranscriptReader::view(const std::string& 
     return view;
 }
 
-std::optional<TranscriptDocument> TranscriptReader::peek(const std::string& path) {
-    constexpr std::size_t enoughForHeaders = 4096;
+std::optional<TranscriptDocument> TranscriptReader::header(const std::string& path) {
     const auto bytes = files_.beginning(path, enoughForHeaders);
-    if (!bytes) return std::nullopt;
-    const std::string beginning = Text::withLineFeeds(*bytes);
-    // A loose closing line counts only when the whole file has no strict one.
-    if (!Text::contains(beginning, "\n---\n")) return std::nullopt;
-    const auto frame = TranscriptSections::frame(beginning);
-    if (!frame) return std::nullopt;
-    TranscriptDocument header;
-    TranscriptHeader::read(frame->header, header);
-    return header;
+    if (!bytes || !(bytes->starts_with("---\n") || bytes->starts_with("---\r\n")))
+        return std::nullopt;
+    if (const auto text = frontmatterOf(*bytes);
+        text && Utf8::isValid(*text) && OmbrixTranscriptMarker::declares(*text)) {
+        return headerOf(*text);
+    }
+    const auto whole = view(path);
+    if (!whole) return std::nullopt;
+    return whole->header;
+}
+
+std::optional<TranscriptDocument> TranscriptReader::peek(const std::string& path) {
+    const auto bytes = files_.beginning(path, enoughForHeaders);
+    const auto text = bytes ? frontmatterOf(*bytes) : std::nullopt;
+    return text ? headerOf(*text) : std::nullopt;
 }
 }  // namespace ombrix

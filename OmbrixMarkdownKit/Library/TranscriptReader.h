@@ -24,6 +24,11 @@ class TranscriptReader {
     };
     std::optional<View> view(const std::string& path);
 
+    /// The frontmatter's fields of a transcript of ours, without its sections. Reads the beginning
+    /// of the file and goes on only when that does not hold the whole frontmatter with the line
+    /// that makes it ours. What it does not read need not be valid UTF-8; otherwise as `document`.
+    std::optional<TranscriptDocument> header(const std::string& path);
+
     /// The frontmatter's fields, from the first 4 KiB of the file alone; nothing when the
     /// frontmatter does not end there. The rest of the file may still make it no transcript.
     std::optional<TranscriptDocument> peek(const std::string& path);
