@@ -5,6 +5,7 @@
 #include <system_error>
 #include <utility>
 
+#include "OmbrixCLI/CLIError.h"
 #include "OmbrixMemoryKit/EnginePaths.h"
 #include "OmbrixMemoryKit/Skills/SkillPaths.h"
 #include "OmbrixPlatform/Files.h"
@@ -34,6 +35,17 @@ std::string resolve(const Config& config, std::string_view home) {
     const auto path = config.string("output_folder_display_path");
     if (!path || Text::trimmed(*path).empty()) return Paths::joined(home, "Documents/Ombrix");
     return Paths::expandingTilde(*path, home);
+}
+
+std::string existing(const Config& config) {
+    std::string folder = resolve(config, Files::homeDirectory());
+    if (!Files::isDirectory(folder)) {
+        throw CLIError::notFound(
+            "Transcript folder not found at " + folder + ".",
+            "Record a meeting in Ombrix, or pass --support-dir to point at the right data "
+            "directory.");
+    }
+    return folder;
 }
 
 std::string memoryFolderName(const Config& config) {

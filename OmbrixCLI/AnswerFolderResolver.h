@@ -28,6 +28,10 @@ class Config {
 /// or "~/"; "Documents/Ombrix" in `home` when there is none or it is blank.
 std::string resolve(const Config& config, std::string_view home);
 
+/// The transcripts folder in the user's home or wherever `config` says. Throws
+/// `CLIError::notFound` when there is no folder at that place.
+std::string existing(const Config& config);
+
 /// The name of the Memory folder inside it: `engine_folder_name`, trimmed, or "Memory".
 std::string memoryFolderName(const Config& config);
 

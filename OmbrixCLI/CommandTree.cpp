@@ -12,5 +12,6 @@ void declareCommands(const CommandLine& line, const std::string& argument0) {
     declareAppState(root);
     declareOneWayDebugCommands(root);
     declareDebugWebEval(root);
+    declareKey(root);
 }
 }  // namespace ombrix

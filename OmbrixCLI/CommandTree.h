@@ -20,4 +20,5 @@ void declareAnswer(Command root);
 void declareAppState(Command root);
 void declareOneWayDebugCommands(Command root);
 void declareDebugWebEval(Command root);
+void declareKey(Command root);
 }  // namespace ombrix

@@ -6,7 +6,6 @@
 #include "OmbrixCLI/CommandTree.h"
 #include "OmbrixCLI/Envelope.h"
 #include "OmbrixCLI/EvaluatedMoment.h"
-#include "OmbrixPlatform/Files.h"
 #include "OmbrixPlatform/Text.h"
 
 namespace ombrix {
@@ -63,17 +62,6 @@ Json::Value payload(const std::string& question, const AskUnderstanding& underst
 
 // ---- work --------------------------------------------------------------------------------------
 
-std::string transcriptsFolder(const AnswerFolderResolver::Config& config) {
-    const std::string folder = AnswerFolderResolver::resolve(config, Files::homeDirectory());
-    if (!Files::isDirectory(folder)) {
-        throw CLIError::notFound(
-            "Transcript folder not found at " + folder + ".",
-            "Record a meeting in Ombrix, or pass --support-dir to point at the right data "
-            "directory.");
-    }
-    return folder;
-}
-
 void answer(const CLIContext& context, const AnswerOptions& options) {
     const std::string question(Text::trimmed(options.question));
     if (question.empty()) {
@@ -81,7 +69,7 @@ void answer(const CLIContext& context, const AnswerOptions& options) {
                                      "ombrix-cli answer \"what did we decide about pricing\"");
     }
     const AnswerFolderResolver::Config config(context.supportDirectory);
-    const std::string folder = transcriptsFolder(config);
+    const std::string folder = AnswerFolderResolver::existing(config);
     const Calendar calendar = Calendar::current();
     const Instant now =
         evaluatedMoment(options.now, calendar, "ombrix-cli answer \"…\" --now 2026-08-21");
