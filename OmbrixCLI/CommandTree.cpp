@@ -12,6 +12,7 @@ void declareCommands(const CommandLine& line, const std::string& argument0) {
     declareAppState(root);
     declareOneWayDebugCommands(root);
     declareDebugWebEval(root);
+    declareMoves(root);
     declareKey(root);
 }
 }  // namespace ombrix

@@ -20,5 +20,6 @@ void declareAnswer(Command root);
 void declareAppState(Command root);
 void declareOneWayDebugCommands(Command root);
 void declareDebugWebEval(Command root);
+void declareMoves(Command root);
 void declareKey(Command root);
 }  // namespace ombrix

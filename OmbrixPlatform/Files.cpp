@@ -88,15 +88,6 @@ void writeAll(const Descriptor& file, std::string_view bytes, const std::string&
     }
 }
 
-/// The path that a write to `path` replaces: links are resolved, so that a link remains a link.
-std::string destination(const std::string& path) {
-    char* const resolved = ::realpath(path.c_str(), nullptr);
-    if (resolved == nullptr) return path;
-    std::string real(resolved);
-    std::free(resolved);
-    return real;
-}
-
 void flushFolder(const std::string& folder) {
     const Descriptor handle(
         ::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
@@ -236,6 +227,28 @@ void walk(const std::string& folder, const std::function<void(std::string path)>
     }
 }
 
+std::vector<std::string> names(const std::string& folder) {
+    std::vector<std::string> result;
+    if (!isPath(folder)) return result;
+    const Folder open(::opendir(folder.c_str()));
+    if (open == nullptr) return result;
+    while (const dirent* entry = ::readdir(open.get())) {
+        const std::string_view name = entry->d_name;
+        if (name != "." && name != "..") result.emplace_back(name);
+    }
+    std::ranges::sort(result);
+    return result;
+}
+
+std::optional<std::string> realPath(const std::string& path) {
+    if (!isPath(path)) return std::nullopt;
+    char* const resolved = ::realpath(path.c_str(), nullptr);
+    if (resolved == nullptr) return std::nullopt;
+    std::string real(resolved);
+    std::free(resolved);
+    return real;
+}
+
 void createDirectories(const std::string& path) {
     std::error_code failure;
     std::filesystem::create_directories(path, failure);
@@ -244,7 +257,8 @@ void createDirectories(const std::string& path) {
 
 void writeAtomically(const std::string& path, std::string_view content) {
     if (!isPath(path)) throw Error(ENOENT, "Cannot write", path);
-    const std::string target = destination(path);
+    // Links are resolved, so that a link remains a link.
+    const std::string target = realPath(path).value_or(path);
     const std::string folder(Paths::parent(target));
     const std::string temporary =
         Paths::joined(folder, ".ombrix-" + Process::uniqueString() + ".tmp");

@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 #include <system_error>
+#include <vector>
 
 namespace ombrix::Files {
 
@@ -62,6 +63,13 @@ void forEachLine(const std::string& path, const std::function<void(std::string_v
 /// skipped, and so are links to folders, broken links and folders that cannot be read. Not
 /// recursive, so deep trees do not overflow the stack.
 void walk(const std::string& folder, const std::function<void(std::string path)>& visit);
+
+/// The names of everything in `folder`, hidden ones too, in ascending order of their bytes. None
+/// when it cannot be listed.
+std::vector<std::string> names(const std::string& folder);
+
+/// The path without links, "." and "..": absolute, of what exists. Nothing when it does not.
+std::optional<std::string> realPath(const std::string& path);
 
 /// Creates the folder and its missing parents. Throws `Error`.
 void createDirectories(const std::string& path);

@@ -31,9 +31,29 @@ constexpr double closeInSeconds = 90;
 
 // ---- citations --------------------------------------------------------------------------------
 
+using Claims = std::vector<const Claim*>;
+
+/// See `claimPool`.
+Claims poolOf(const PreparedMove& move, const Revision& revision) {
+    std::set<std::string_view> used;
+    for (const auto& block : revision.blocks)
+        for (const auto& line : block.lines)
+            used.insert(line.claimIds.begin(), line.claimIds.end());
+    for (const auto& item : revision.unresolved)
+        used.insert(item.claimIds.begin(), item.claimIds.end());
+
+    Claims pool;
+    std::set<std::string_view> taken;
+    for (const auto& claim : revision.claims)
+        if (taken.insert(claim.id).second) pool.push_back(&claim);
+    for (const auto& claim : move.claims)
+        if (used.contains(claim.id) && taken.insert(claim.id).second) pool.push_back(&claim);
+    return pool;
+}
+
 /// What claims cite of one turn.
 struct CitedTurn {
-    std::vector<const Claim*> claims;  // in order, each once
+    Claims claims;  // in order, each once
     bool changed = false;
 };
 
@@ -73,17 +93,17 @@ void cite(const std::string& turnId, const Claim& claim, CitedSource& place, Cit
     if (turn.claims.empty() || turn.claims.back() != &claim) turn.claims.push_back(&claim);
 }
 
-Citations citationsOf(std::span<const Claim> claims, const MoveSources& sources) {
+Citations citationsOf(const Claims& claims, const MoveSources& sources) {
     Citations citations;
-    for (const Claim& claim : claims) {
-        for (const EvidenceRef& ref : claim.refs) {
+    for (const Claim* claim : claims) {
+        for (const EvidenceRef& ref : claim->refs) {
             const auto source = sources.find(ref.sourceId);
             if (source == sources.end()) {
                 citations.standing = EvidenceStanding::stale;
                 continue;
             }
             CitedSource& place = cited(citations, source->second);
-            for (const auto& turnId : ref.turnIds) cite(turnId, claim, place, citations);
+            for (const auto& turnId : ref.turnIds) cite(turnId, *claim, place, citations);
         }
     }
     return citations;
@@ -141,8 +161,7 @@ ResolvedTurn resolvedTurn(const MoveTurn& turn, const CitedTurn* cited) {
     return result;
 }
 
-ResolvedExchange exchangeOf(const TurnRange& range, const CitedSource& cited,
-                            std::span<const Claim> order) {
+ResolvedExchange exchangeOf(const TurnRange& range, const CitedSource& cited, const Claims& order) {
     ResolvedExchange exchange;
     exchange.source = cited.source;
     std::set<const Claim*> claims;
@@ -156,11 +175,11 @@ ResolvedExchange exchangeOf(const TurnRange& range, const CitedSource& cited,
         exchange.anchors.push_back(i);
         claims.insert(turn->claims.begin(), turn->claims.end());
     }
-    for (const Claim& claim : order) {
-        if (!claims.contains(&claim)) continue;
-        exchange.claimIds.push_back(claim.id);
-        exchange.earlier |= claim.earlier;
-        exchange.superseded |= claim.superseded;
+    for (const Claim* claim : order) {
+        if (!claims.contains(claim)) continue;
+        exchange.claimIds.push_back(claim->id);
+        exchange.earlier |= claim->earlier;
+        exchange.superseded |= claim->superseded;
     }
     return exchange;
 }
@@ -196,6 +215,11 @@ ResolvedLine resolvedLine(const MoveLine& line, const MoveState& state,
     return result;
 }
 
+std::shared_ptr<const MoveSource> sourceOf(const PreparedMove& move, const MoveSources& sources) {
+    const auto found = sources.find(move.sourceId);
+    return found == sources.end() ? nullptr : found->second;
+}
+
 /// A line and the label of its block.
 using Lines = std::vector<std::pair<const MoveLine*, const std::string*>>;
 
@@ -217,32 +241,23 @@ std::map<std::string_view, const MoveLine*> byId(const Lines& lines) {
 }  // namespace
 
 std::vector<Claim> claimPool(const PreparedMove& move, const Revision& revision) {
-    std::set<std::string_view> used;
-    for (const auto& block : revision.blocks)
-        for (const auto& line : block.lines)
-            used.insert(line.claimIds.begin(), line.claimIds.end());
-    for (const auto& item : revision.unresolved)
-        used.insert(item.claimIds.begin(), item.claimIds.end());
-
     std::vector<Claim> pool;
-    std::set<std::string_view> taken;
-    for (const auto& claim : revision.claims)
-        if (taken.insert(claim.id).second) pool.push_back(claim);
-    for (const auto& claim : move.claims)
-        if (used.contains(claim.id) && taken.insert(claim.id).second) pool.push_back(claim);
+    for (const Claim* claim : poolOf(move, revision)) pool.push_back(*claim);
     return pool;
 }
 
 Exchanges buildExchanges(std::span<const Claim> claims, const MoveSources& sources,
                          std::string_view ownMeeting) {
-    Citations citations = citationsOf(claims, sources);
+    Claims order;
+    for (const Claim& claim : claims) order.push_back(&claim);
+    Citations citations = citationsOf(order, sources);
     std::ranges::stable_partition(citations.sources, [ownMeeting](const CitedSource& cited) {
         return cited.source->id == ownMeeting;
     });
     Exchanges result{.list = {}, .standing = citations.standing};
     for (const auto& cited : citations.sources)
         for (const auto& range : rangesOf(cited))
-            result.list.push_back(exchangeOf(range, cited, claims));
+            result.list.push_back(exchangeOf(range, cited, order));
     return result;
 }
 
@@ -257,10 +272,6 @@ const ResolvedExchange* exchange(std::string_view claimId,
     };
     const auto found = std::ranges::find_if(exchanges, holds);
     return found == exchanges.end() ? nullptr : &*found;
-}
-
-EvidenceStanding standing(std::span<const Claim> claims, const MoveSources& sources) {
-    return citationsOf(claims, sources).standing;
 }
 
 std::vector<LineChange> diffRevisions(const Revision& from, const Revision& to) {
@@ -279,6 +290,16 @@ std::vector<LineChange> diffRevisions(const Revision& from, const Revision& to) 
         if (!current.contains(line->id))
             changes.push_back({line->id, *label, removed, line->text, std::nullopt});
     return changes;
+}
+
+Outline outline(const PreparedMove& move, const MoveState& state, const MoveSources& sources) {
+    const Revision* revision = state.revision(state.current);
+    std::optional<Revision> base;
+    if (revision == nullptr) revision = &base.emplace(MoveLifecycle::baseRevision(move));
+    return {.title = revision->title.value_or(move.title),
+            .evidence = citationsOf(poolOf(move, *revision), sources).standing,
+            .hasCandidate = state.revision(state.candidate) != nullptr,
+            .source = sourceOf(move, sources)};
 }
 
 ResolvedMove resolve(PreparedMove move, MoveState state, const MoveSources& sources) {
@@ -311,8 +332,7 @@ ResolvedMove resolve(PreparedMove move, MoveState state, const MoveSources& sour
     result.due = revision.due ? revision.due : move.due;
     result.invite = revision.invite ? revision.invite : move.invite;
     result.email = move.email;
-    if (const auto source = sources.find(move.sourceId); source != sources.end())
-        result.source = source->second;
+    result.source = sourceOf(move, sources);
     result.move = std::move(move);
     result.state = std::move(state);
     return result;

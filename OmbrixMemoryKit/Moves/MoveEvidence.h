@@ -20,6 +20,15 @@ ResolvedMove resolve(PreparedMove move, MoveState state, const MoveSources& sour
 /// unresolved items use. Of claims with one id the first counts.
 std::vector<Claim> claimPool(const PreparedMove& move, const Revision& revision);
 
+/// What a list shows of a move. Costs far less than `resolve`, which gives the same.
+struct Outline {
+    std::string title;
+    EvidenceStanding evidence = EvidenceStanding::verified;
+    bool hasCandidate = false;
+    std::shared_ptr<const MoveSource> source;  ///< the move's own meeting; null when it is gone
+};
+Outline outline(const PreparedMove& move, const MoveState& state, const MoveSources& sources);
+
 struct Exchanges {
     std::vector<ResolvedExchange> list;
     EvidenceStanding standing = EvidenceStanding::verified;
@@ -37,9 +46,6 @@ std::vector<ResolvedExchange> exchanges(std::span<const Claim> claims, const Mov
 /// The first exchange that holds a claim, or null.
 const ResolvedExchange* exchange(std::string_view claimId,
                                  std::span<const ResolvedExchange> exchanges);
-/// The standing of `buildExchanges` alone, without the exchanges.
-EvidenceStanding standing(std::span<const Claim> claims, const MoveSources& sources);
-
 /// What changes from one revision to another, by line id: added and changed lines in the order of
 /// `to`, then removed lines in the order of `from`. Of lines with one id the first counts.
 std::vector<LineChange> diffRevisions(const Revision& from, const Revision& to);
