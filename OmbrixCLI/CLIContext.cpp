@@ -17,7 +17,7 @@ CLIContext::CLIContext(std::string commandName, const GlobalOptions& options)
                               .environment = Process::environment,
                               .executable = Process::executable(),
                               .home = Files::homeDirectory(),
-                              .workingDirectory = Files::workingDirectory()});
+                              .workingDirectory = Files::workingDirectory});
     supportDirectory = std::move(location.supportDirectory);
     databaseURL = std::move(location.databaseURL);
 }

@@ -5,6 +5,7 @@
 
 #include <csignal>
 #include <exception>
+#include <new>
 
 #include "OmbrixCLI/CLIError.h"
 #include "OmbrixCLI/CommandLine.h"
@@ -41,6 +42,7 @@ int runCommand(const std::vector<std::string>& arguments) {
 
 void prepareProcess() {
     std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);  // a write beyond the limit then fails as on a full disk
     // Opened for the wrong direction, so that using it fails as on a closed descriptor.
     for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
         if (::fcntl(descriptor, F_GETFD) != -1) continue;
@@ -56,6 +58,9 @@ int run(const std::vector<std::string>& arguments) {
     } catch (const UsageError& error) {
         writeStandardError(errorLine(error.what()) + error.usage());
         return usageStatus;
+    } catch (const std::bad_alloc&) {
+        writeStandardError("Error: Out of memory.\n");
+        return 1;
     } catch (const std::exception& error) {
         writeStandardError(errorLine(error.what()));
         return 1;

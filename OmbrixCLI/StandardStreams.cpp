@@ -6,6 +6,8 @@
 #include <cerrno>
 #include <system_error>
 
+#include "OmbrixPlatform/Text.h"
+
 namespace ombrix {
 namespace {
 
@@ -33,5 +35,7 @@ void StandardOutput::write(std::string_view text) {
     }
 }
 
-void writeStandardError(std::string_view text) { writeAll(STDERR_FILENO, text); }
+void writeStandardError(std::string_view text) {
+    writeAll(STDERR_FILENO, Text::withVisibleControls(text));
+}
 }  // namespace ombrix

@@ -19,6 +19,7 @@ class Error : public std::runtime_error {
 void write(std::string_view text);
 }  // namespace StandardOutput
 
-/// `text` to standard error; what cannot be written there is dropped.
+/// `text` to standard error, its control characters made visible: a message may quote foreign
+/// bytes, and a terminal obeys them. What cannot be written there is dropped.
 void writeStandardError(std::string_view text);
 }  // namespace ombrix

@@ -114,7 +114,7 @@ void Deadline::sleepUntilNextPoll() const {
 bool awaitReply(const std::string& file, const Deadline& deadline,
                 const std::function<bool(const std::string& text)>& accept) {
     while (true) {
-        if (const auto text = Files::text(file); text && accept(*text)) return true;
+        if (const auto text = Files::text(file, largestReply); text && accept(*text)) return true;
         if (deadline.hasPassed()) return false;
         deadline.sleepUntilNextPoll();
     }

@@ -64,6 +64,8 @@ namespace OmbrixAppStateBus {
 inline constexpr std::string_view requestNotification = "com.ombrix.app.state-request";
 inline constexpr std::string_view snapshotFilePrefix = "state-";
 inline constexpr std::chrono::milliseconds pollInterval{50};
+/// Bytes of a reply; an honest one has a few thousand.
+inline constexpr std::size_t largestReply = std::size_t{16} << 20U;
 
 /// "state" inside the support directory.
 std::string stateDirectory(std::string_view support);
@@ -98,8 +100,9 @@ class Deadline {
 };
 
 /// Reads `file` again and again until `accept` returns true for its text. True then, false when the
-/// deadline passed. A file that is missing, not a regular file or not valid UTF-8 counts as not
-/// written yet; `accept` returns false for a half-written one. The file is read at least once.
+/// deadline passed. A file that is missing, not a regular file, larger than `largestReply` or not
+/// valid UTF-8 counts as not written yet; `accept` returns false for a half-written one. The file
+/// is read at least once.
 bool awaitReply(const std::string& file, const Deadline& deadline,
                 const std::function<bool(const std::string& text)>& accept);
 

@@ -48,7 +48,7 @@ std::string defaultDatabaseURL(std::string_view appName, std::string_view home) 
 
 Location resolve(const Sources& sources) {
     const auto path = [&](const std::string& given) {
-        return Paths::absolute(given, sources.workingDirectory);
+        return Paths::absolute(given, given.starts_with('/') ? "/" : sources.workingDirectory());
     };
     const auto beside = [&](const std::string& database,
                             const std::optional<std::string>& support) -> Location {

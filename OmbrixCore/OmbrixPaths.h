@@ -36,7 +36,8 @@ struct Sources {
     std::function<std::optional<std::string>(const std::string& name)> environment;
     std::optional<std::string> executable = {};  ///< the running executable, if known
     std::string home = {};
-    std::string workingDirectory = {};
+    /// Asked when a path is relative; may throw.
+    std::function<std::string()> workingDirectory;
 };
 
 /// The location that the first of these sources gives:

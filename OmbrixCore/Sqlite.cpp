@@ -21,6 +21,28 @@ namespace {
 /// Rare enough to cost nothing, and soon enough when each instruction makes a large text.
 constexpr int instructionsBetweenChecks = 1000;
 
+/// What one instruction can make of a database with a hostile schema; the time limit is only asked
+/// between instructions.
+constexpr std::pair<int, int> limits[] = {
+    {SQLITE_LIMIT_LENGTH, 128 << 20},  // bytes of a row; a day of speech has two million
+    {SQLITE_LIMIT_COLUMN, 200},
+    {SQLITE_LIMIT_COMPOUND_SELECT, 50},
+    {SQLITE_LIMIT_LIKE_PATTERN_LENGTH, 1000},
+    {SQLITE_LIMIT_TRIGGER_DEPTH, 20},
+    {SQLITE_LIMIT_ATTACHED, 0},
+};
+
+void refuseIrregularCompanions(const std::string& path) {
+    for (const char* const suffix : {"-journal", "-wal", "-shm"}) {
+        const std::string companion = path + suffix;
+        std::error_code error;
+        const auto status = std::filesystem::status(companion, error);
+        if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status))
+            throw DatabaseError(SQLITE_CANTOPEN, companion + " is not a regular file",
+                                "open " + path);
+    }
+}
+
 DatabaseError lastError(sqlite3* handle, std::string_view statement) {
     return {sqlite3_errcode(handle), sqlite3_errmsg(handle), statement};
 }
@@ -54,6 +76,7 @@ Connection::Connection(const std::string& path, Access access, double stepSecond
     : stepSeconds_(stepSeconds) {
     if (const auto folder = Paths::parent(path); !folder.empty())
         Files::createDirectories(std::string(folder));
+    refuseIrregularCompanions(path);
     open(path, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, path);
     if (access == Access::write || !isNewFile(path)) enterWalMode(path);
 }
@@ -69,6 +92,7 @@ void Connection::open(const std::string& name, int flags, const std::string& pat
                              this);
     // A database is foreign bytes: what its schema may call is limited to what does no harm.
     sqlite3_db_config(handle, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+    for (const auto& [limit, value] : limits) sqlite3_limit(handle, limit, value);
 }
 
 /// SQLite's own wait sleeps up to a tenth of a second between two attempts. A writer that locks

@@ -29,10 +29,12 @@ inline constexpr std::chrono::milliseconds busyTimeout{2000};
 /// One connection, in WAL mode. It must outlive its statements.
 class Connection {
   public:
-    /// Makes the folder (throws `Files::Error`) and an empty database when they are missing. A
-    /// database that this user may not write keeps its journal mode and can still be read, even in
-    /// a folder without write access, unless it has a log or a journal that only a writer can open.
-    /// A step that takes more than `stepSeconds` of processor time is interrupted.
+    /// Refuses a database whose journal, log or index is no regular file: opening a pipe never
+    /// ends. A row of more than 128 MiB, or SQL that no honest meeting needs, is an error. Makes
+    /// the folder (throws `Files::Error`) and an empty database when they are missing. A database
+    /// that this user may not write keeps its journal mode and can still be read, even in a folder
+    /// without write access, unless it has a log or a journal that only a writer can open. A step
+    /// that takes more than `stepSeconds` of processor time is interrupted.
     Connection(const std::string& path, Access access, double stepSeconds = defaultStepSeconds);
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;

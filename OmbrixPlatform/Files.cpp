@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <climits>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
@@ -27,7 +28,11 @@ class Descriptor {
     explicit Descriptor(int fd) : fd_(fd) {}
     ~Descriptor() { close(); }
     Descriptor(Descriptor&& other) noexcept : fd_(std::exchange(other.fd_, -1)) {}
-    Descriptor& operator=(Descriptor&&) = delete;
+    Descriptor& operator=(Descriptor&& other) noexcept {
+        close();
+        fd_ = std::exchange(other.fd_, -1);
+        return *this;
+    }
 
     int get() const { return fd_; }
     bool isOpen() const { return fd_ >= 0; }
@@ -44,6 +49,50 @@ class Descriptor {
 /// False for a path that contains a zero byte; the system would cut it there.
 bool isPath(std::string_view path) { return path.find('\0') == std::string_view::npos; }
 
+/// True for errors of the machine and not of one file: what was not read for such a reason may not
+/// be taken for missing.
+bool isShortage(int code) {
+    return code == ENOMEM || code == EMFILE || code == ENFILE || code == EIO;
+}
+
+/// A path as the system takes it: one too long for a call is reached from a folder opened on the
+/// way. Both functions return -1 on failure and `errno` says why.
+class Reached {
+  public:
+    explicit Reached(const std::string& path) : rest_(path) {
+        constexpr std::size_t longestCall = PATH_MAX - 1;
+        while (rest_.size() > longestCall) {
+            const std::size_t cut = rest_.rfind('/', longestCall);
+            if (cut == std::string_view::npos || cut == 0) break;
+            const std::string step(rest_.substr(0, cut));
+            Descriptor next(::openat(folder(), step.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+            if (!next.isOpen()) {
+                error_ = errno;
+                return;
+            }
+            folder_ = std::move(next);
+            rest_.remove_prefix(rest_.find_first_not_of('/', cut));
+        }
+    }
+
+    int open(int flags) const {
+        errno = error_;
+        return error_ != 0 ? -1 : ::openat(folder(), name(), flags | O_CLOEXEC);
+    }
+    int stat(struct stat& facts) const {
+        errno = error_;
+        return error_ != 0 ? -1 : ::fstatat(folder(), name(), &facts, 0);
+    }
+
+  private:
+    int folder() const { return folder_.isOpen() ? folder_.get() : AT_FDCWD; }
+    const char* name() const { return rest_.data(); }  // the end of a string, with its zero
+
+    std::string_view rest_;
+    Descriptor folder_{-1};
+    int error_ = 0;
+};
+
 /// Opens a regular file of at most `largest` bytes. Opening a pipe can block, and opening a device
 /// can have effects, so the kind is checked before opening, and again on what was opened. When the
 /// descriptor is not open, `errno` says why.
@@ -52,9 +101,10 @@ Descriptor openRegular(const std::string& path, std::size_t largest, struct stat
         errno = ENOENT;
         return Descriptor(-1);
     }
-    if (::stat(path.c_str(), &facts) != 0) return Descriptor(-1);
+    const Reached reached(path);
+    if (reached.stat(facts) != 0) return Descriptor(-1);
     if (S_ISREG(facts.st_mode)) {
-        Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+        Descriptor file(reached.open(O_RDONLY | O_NONBLOCK | O_NOCTTY));
         if (!file.isOpen()) return file;
         if (::fstat(file.get(), &facts) == 0 && S_ISREG(facts.st_mode)) {
             if (static_cast<std::size_t>(facts.st_size) <= largest) return file;
@@ -101,15 +151,25 @@ using Folder = std::unique_ptr<DIR, CloseFolder>;
 
 enum class Entry { file, folder, neither };
 
-Entry kindOf(const dirent& entry, const std::string& path) {
+Entry kindOf(const dirent& entry, int folder) {
     if (entry.d_type == DT_DIR) return Entry::folder;
     if (entry.d_type != DT_LNK && entry.d_type != DT_UNKNOWN) return Entry::file;
     struct stat facts {};
-    if (::lstat(path.c_str(), &facts) != 0) return Entry::neither;
+    if (::fstatat(folder, entry.d_name, &facts, AT_SYMLINK_NOFOLLOW) != 0) return Entry::neither;
     if (S_ISDIR(facts.st_mode)) return Entry::folder;
     if (!S_ISLNK(facts.st_mode)) return Entry::file;
-    return ::stat(path.c_str(), &facts) != 0 || S_ISDIR(facts.st_mode) ? Entry::neither
-                                                                       : Entry::file;
+    return ::fstatat(folder, entry.d_name, &facts, 0) != 0 || S_ISDIR(facts.st_mode)
+               ? Entry::neither
+               : Entry::file;
+}
+
+/// An open folder; null, with `errno` set, when it cannot be opened.
+Folder openFolder(const std::string& path) {
+    const int descriptor = Reached(path).open(O_RDONLY | O_DIRECTORY | O_NONBLOCK);
+    if (descriptor < 0) return nullptr;
+    Folder folder(::fdopendir(descriptor));
+    if (folder == nullptr) ::close(descriptor);  // out of memory: closing leaves `errno` alone
+    return folder;
 }
 }  // namespace
 
@@ -117,11 +177,14 @@ Error::Error(int code, std::string_view operation, std::string_view path)
     : std::system_error(code, std::generic_category(),
                         std::string(operation) + " \"" + std::string(path) + "\"") {}
 
-bool exists(const std::string& path) { return isPath(path) && ::access(path.c_str(), F_OK) == 0; }
+bool exists(const std::string& path) {
+    struct stat facts {};
+    return isPath(path) && Reached(path).stat(facts) == 0;
+}
 
 bool isDirectory(const std::string& path) {
     struct stat facts {};
-    return isPath(path) && ::stat(path.c_str(), &facts) == 0 && S_ISDIR(facts.st_mode);
+    return isPath(path) && Reached(path).stat(facts) == 0 && S_ISDIR(facts.st_mode);
 }
 
 std::string homeDirectory() {
@@ -136,10 +199,14 @@ std::string homeDirectory() {
 
 std::string workingDirectory() {
     char* const path = ::getcwd(nullptr, 0);
-    if (path == nullptr) return "/";
+    if (path == nullptr) throw Error(errno, "Cannot find the working directory", ".");
     std::string result(path);
     std::free(path);
     return result;
+}
+
+std::string standardised(std::string_view path) {
+    return Paths::standardised(path, path.starts_with('/') ? "/" : workingDirectory());
 }
 
 std::optional<std::string_view> Reader::read(const std::string& path, std::size_t largest) {
@@ -153,15 +220,19 @@ std::optional<std::string_view> Reader::beginning(const std::string& path, std::
 std::optional<std::string_view> Reader::read(const std::string& path, std::size_t largest,
                                              std::size_t count) {
     struct stat facts {};
+    const auto nothing = [&path]() -> std::optional<std::string_view> {
+        if (isShortage(errno)) throw Error(errno, "Cannot read", path);
+        return std::nullopt;
+    };
     const Descriptor file = openRegular(path, largest, facts);
-    if (!file.isOpen()) return std::nullopt;
+    if (!file.isOpen()) return nothing();
     const std::size_t size = std::min(static_cast<std::size_t>(facts.st_size), count);
     if (size > capacity_) {
         buffer_ = std::make_unique_for_overwrite<char[]>(size);
         capacity_ = size;
     }
     const auto length = readUpTo(file, buffer_.get(), size);
-    if (!length) return std::nullopt;
+    if (!length) return nothing();
     return std::string_view(buffer_.get(), *length);
 }
 
@@ -180,7 +251,8 @@ std::optional<std::string> text(const std::string& path, std::size_t largest) {
     try {
         std::string content = bytes(path, largest);
         if (Utf8::isValid(content)) return content;
-    } catch (const Error&) {
+    } catch (const Error& error) {
+        if (isShortage(error.code().value())) throw;
     }
     return std::nullopt;
 }
@@ -210,20 +282,30 @@ void forEachLine(const std::string& path, const std::function<void(std::string_v
 }
 
 void walk(const std::string& folder, const std::function<void(std::string path)>& visit) {
-    if (!isPath(folder)) return;
+    if (!isPath(folder)) throw Error(ENOENT, "Cannot open", folder);
     std::vector<std::string> waiting{folder};
-    while (!waiting.empty()) {
+    for (bool isRoot = true; !waiting.empty(); isRoot = false) {
         const std::string place = std::move(waiting.back());
         waiting.pop_back();
-        const Folder open(::opendir(place.c_str()));
-        if (open == nullptr) continue;
-        while (const dirent* entry = ::readdir(open.get())) {
+        const auto passOver = [&](const char* operation) {
+            if (isRoot || isShortage(errno)) throw Error(errno, operation, place);
+        };
+        const Folder open = openFolder(place);
+        if (open == nullptr) {
+            passOver("Cannot open");
+            continue;
+        }
+        for (;;) {
+            errno = 0;  // the end of a folder and an error differ in nothing else
+            const dirent* const entry = ::readdir(open.get());
+            if (entry == nullptr) break;
             if (entry->d_name[0] == '.') continue;
             std::string path = Paths::joined(place, entry->d_name);
-            const Entry kind = kindOf(*entry, path);
+            const Entry kind = kindOf(*entry, ::dirfd(open.get()));
             if (kind == Entry::folder) waiting.push_back(std::move(path));
             if (kind == Entry::file) visit(std::move(path));
         }
+        if (errno != 0) passOver("Cannot read");
     }
 }
 

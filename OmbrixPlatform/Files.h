@@ -1,5 +1,8 @@
 // Files: read whole, write atomically, walk a folder. Only regular files are opened for reading; a
-// pipe, a socket or a device is refused without being opened, whatever its name.
+// pipe, a socket or a device is refused without being opened, whatever its name. A file that is
+// missing or forbidden is one thing; a machine that runs out of memory or descriptors, or a disk
+// that fails, is another: then every function here throws, so that no file is passed over for it.
+// Paths for reading may be longer than the system takes in one call.
 #pragma once
 
 #include <cstddef>
@@ -24,8 +27,11 @@ bool isDirectory(const std::string& path);
 
 /// The current user's home from the user database, not `$HOME`; "/" when there is none.
 std::string homeDirectory();
-/// The working directory; "/" when it is unknown.
+/// The working directory. Throws `Error` when it was removed.
 std::string workingDirectory();
+/// `path` absolute, without ".", ".." and repeated "/". Throws `Error` for a relative path in a
+/// working directory that was removed.
+std::string standardised(std::string_view path);
 
 /// No limit for the size of a file.
 inline constexpr std::size_t unlimited = static_cast<std::size_t>(-1);
@@ -34,7 +40,8 @@ inline constexpr std::size_t unlimited = static_cast<std::size_t>(-1);
 class Reader {
   public:
     /// The bytes of a regular file, valid until the next call; nothing when it is another kind of
-    /// file, holds more than `largest` bytes or cannot be read.
+    /// file, holds more than `largest` bytes or cannot be read. Throws `Error` for a shortage of
+    /// memory or descriptors and for a failing disk.
     std::optional<std::string_view> read(const std::string& path, std::size_t largest = unlimited);
     /// The same for the first `count` bytes, or all when the file has fewer.
     std::optional<std::string_view> beginning(const std::string& path, std::size_t count);
@@ -50,7 +57,7 @@ class Reader {
 /// The bytes of a regular file. Throws `Error` when it cannot be read or holds more than `largest`.
 std::string bytes(const std::string& path, std::size_t largest = unlimited);
 /// The text of a regular file; nothing when it cannot be read, holds more than `largest` bytes or
-/// is not valid UTF-8.
+/// is not valid UTF-8. Throws as `Reader::read`.
 std::optional<std::string> text(const std::string& path, std::size_t largest = unlimited);
 
 /// Calls `visit` for each line of a regular file, without its line feed; a file without bytes has
@@ -60,8 +67,9 @@ void forEachLine(const std::string& path, const std::function<void(std::string_v
 
 /// Calls `visit` for everything below `folder` that is not a folder, in no particular order, with a
 /// path that starts with `folder`. Hidden files and folders (names that start with ".") are
-/// skipped, and so are links to folders, broken links and folders that cannot be read. Not
-/// recursive, so deep trees do not overflow the stack.
+/// skipped, and so are links to folders, broken links and folders below that may not be read. Not
+/// recursive, so deep trees do not overflow the stack. Throws `Error` when `folder` itself cannot
+/// be opened, and for a shortage of memory or descriptors or a failing disk anywhere.
 void walk(const std::string& folder, const std::function<void(std::string path)>& visit);
 
 /// The names of everything in `folder`, hidden ones too, in ascending order of their bytes. None

@@ -125,7 +125,6 @@ class Writer {
     void escape(unsigned char c) {
         constexpr std::string_view named = "\b\f\n\r\t";
         constexpr std::string_view names = "bfnrt";
-        constexpr std::string_view hexDigits = "0123456789abcdef";
         text_ += '\\';
         if (const auto at = named.find(static_cast<char>(c)); at != std::string_view::npos) {
             text_ += names[at];
@@ -133,8 +132,7 @@ class Writer {
             text_ += static_cast<char>(c);
         } else {
             text_ += "u00";
-            text_ += hexDigits[c >> 4U];
-            text_ += hexDigits[c & 0xFU];
+            Numbers::appendHex(text_, c);
         }
     }
 

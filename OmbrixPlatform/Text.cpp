@@ -8,6 +8,7 @@
 #include <array>
 #include <cstdlib>
 
+#include "OmbrixPlatform/Numbers.h"
 #include "OmbrixPlatform/Utf8.h"
 
 namespace ombrix::Text {
@@ -189,6 +190,24 @@ std::string flattened(std::string_view text) {
     return flat;
 }
 
+std::string withVisibleControls(std::string_view given) {
+    const std::string text = Utf8::repaired(given);
+    std::string result;
+    for (std::size_t at = 0; at < text.size();) {
+        const auto [scalar, length] = Utf8::decode(text, at);
+        const bool isControl = scalar < 0x20 || (scalar >= 0x7F && scalar < 0xA0);
+        if (isControl && scalar != '\n' && scalar != '\t') {
+            result += "\\x";
+            Numbers::appendHex(result, static_cast<std::uint8_t>(scalar),
+                               Numbers::HexDigits::upper);
+        } else {
+            result.append(text, at, length);
+        }
+        at += length;
+    }
+    return result;
+}
+
 std::string withStraightApostrophes(std::string_view text) {
     constexpr std::string_view quoteLead = "\xE2\x80";  // of U+2018 and U+2019
     if (text.find(quoteLead) == std::string_view::npos) return std::string(text);
@@ -203,6 +222,21 @@ std::string lowercased(std::string_view text) {
         else
             Utf8::append(result, static_cast<char32_t>(u_tolower(icu(scalar))));
     });
+}
+
+std::string withUpperCaseFirst(std::string_view text) {
+    if (text.empty()) return {};
+    const auto [scalar, length] = Utf8::decode(text, 0);
+    std::array<UChar, 2> units{};
+    std::int32_t count = 0;
+    U16_APPEND_UNSAFE(units.data(), count, icu(scalar));
+    std::array<UChar, 8> upper{};  // no scalar has an upper case of more than three
+    UErrorCode status = U_ZERO_ERROR;
+    const auto upperCount = u_strToUpper(upper.data(), static_cast<std::int32_t>(upper.size()),
+                                         units.data(), count, "", &status);
+    std::string result;
+    appendUtf16(result, upper.data(), upperCount);
+    return result += text.substr(length);
 }
 
 std::string caseFolded(std::string_view text) { return mapped(text, appendCaseFold); }

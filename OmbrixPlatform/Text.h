@@ -65,6 +65,9 @@ std::string withLineFeeds(std::string_view text);
 /// The pieces between white space (line ends included), joined by single blanks; no blank at either
 /// end. Goes scalar by scalar, so combining marks after a blank are kept.
 std::string flattened(std::string_view text);
+/// For a terminal: each control character (C0, DEL and C1) but line feeds and tabs as its number,
+/// "\x1B", and ill-formed bytes repaired.
+std::string withVisibleControls(std::string_view text);
 /// U+2018 and U+2019 replaced by straight apostrophes.
 std::string withStraightApostrophes(std::string_view text);
 
@@ -72,6 +75,8 @@ std::string withStraightApostrophes(std::string_view text);
 
 /// Full lower-casing scalar by scalar, root locale, no context: a final sigma is "σ".
 std::string lowercased(std::string_view text);
+/// The text with its first scalar in full upper case, root locale: "ana ruiz" is "Ana ruiz".
+std::string withUpperCaseFirst(std::string_view text);
 /// Full case folding, for comparisons that ignore case but not diacritics.
 std::string caseFolded(std::string_view text);
 /// The fold: canonical decomposition, nonspacing marks dropped, full case folding. "Café" is

@@ -14,9 +14,19 @@ struct InfoOptions {
     GlobalOptions global;
 };
 
+std::string workingDirectoryOrRoot() {
+    try {
+        return Files::workingDirectory();
+    } catch (const Files::Error&) {
+        return "/";
+    }
+}
+
 void printInfo(const CLIContext& context, const std::string& argument0) {
     const DictationStore store(context.databaseURL);
-    const std::string workingDirectory = Files::workingDirectory();
+    // The name this process was started by is relative when it was found by PATH; then the working
+    // directory has no part in it, and may be gone.
+    const std::string workingDirectory = workingDirectoryOrRoot();
     emitSuccess(
         context,
         Json::object({{"supportDirectory", context.supportDirectory},

@@ -27,7 +27,7 @@ std::vector<IdentifiedDocument> read(std::vector<std::string> paths, Read one) {
 }  // namespace
 
 std::string TranscriptLibrary::root() const {
-    return Paths::standardised(folder, Files::workingDirectory());
+    return Files::standardised(folder);
 }
 
 std::vector<std::string> TranscriptLibrary::paths() const {

@@ -1,8 +1,5 @@
 #include "OmbrixMarkdownKit/Library/TranscriptReader.h"
 
-#include <cstdint>
-#include <limits>
-
 #include "OmbrixMarkdownKit/Transcript/MarkdownTranscript.h"
 #include "OmbrixMarkdownKit/Transcript/OmbrixTranscriptMarker.h"
 #include "OmbrixMarkdownKit/Transcript/TranscriptHeader.h"
@@ -12,9 +9,6 @@
 namespace ombrix {
 namespace {
 
-/// Unicode's boundaries are found at 32-bit positions, and a sparse file can claim to be larger
-/// than any memory.
-constexpr std::size_t largestSize = std::numeric_limits<std::int32_t>::max();
 constexpr std::size_t enoughForHeaders = 4096;
 
 /// The frontmatter at the beginning of a file, its "---" lines included, with LF line ends; nothing
@@ -39,7 +33,7 @@ std::optional<TranscriptDocument> headerOf(std::string_view text) {
 }  // namespace
 
 std::optional<std::string_view> TranscriptReader::bytes(const std::string& path) {
-    const auto bytes = files_.read(path, largestSize);
+    const auto bytes = files_.read(path, largestTranscript);
     if (!bytes || !Utf8::isValid(*bytes) || !OmbrixTranscriptMarker::declares(*bytes))
         return std::nullopt;
     return bytes;

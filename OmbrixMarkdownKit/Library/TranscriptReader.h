@@ -1,6 +1,7 @@
 // Reads transcript files, one at a time, through one buffer: whole, as views, or the front matter.
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -11,10 +12,14 @@
 
 namespace ombrix {
 
+/// A day of speech has about two million bytes. Reading takes up to four times the bytes of a file,
+/// so a larger file is passed over: it is no transcript, and could take all memory.
+inline constexpr std::size_t largestTranscript = std::size_t{64} << 20U;
+
 class TranscriptReader {
   public:
-    /// The document of a file; nothing when it cannot be read, has 2 GiB or more, is not valid
-    /// UTF-8, does not declare itself ours or has no frontmatter.
+    /// The document of a file; nothing when it cannot be read, has more than `largestTranscript`
+    /// bytes, is not valid UTF-8, does not declare itself ours or has no frontmatter.
     std::optional<TranscriptDocument> document(const std::string& path);
 
     /// The same as views into the reader's buffer, valid until the next call.

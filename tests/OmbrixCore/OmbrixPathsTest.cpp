@@ -26,7 +26,7 @@ OmbrixPaths::Location resolve(const std::string& given,
                                  .environment = value,
                                  .executable = executable,
                                  .home = "/home/ilse",
-                                 .workingDirectory = "/here"});
+                                 .workingDirectory = [] { return "/here"; }});
 }
 
 const std::string infoPlist =

@@ -1,5 +1,6 @@
 #include "OmbrixPlatform/Files.h"
 
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
@@ -109,6 +110,7 @@ TEST(Files, WhatMayNotBeReadIsNotThere) {
         EXPECT_TRUE(reader.read(folder.at("open.md")));
         EXPECT_THROW(Files::bytes(folder.at("secret.md")), Files::Error);
         EXPECT_THAT(walked(folder, folder.path()), UnorderedElementsAre("secret.md", "open.md"));
+        EXPECT_THROW(walked(folder, folder.at("closed")), Files::Error);
     }
     ::chmod(folder.at("closed").c_str(), 0755);
 }
@@ -178,7 +180,41 @@ TEST(Files, AWalkSeesEveryFileBelowOnce) {
     EXPECT_THAT(walked(folder, folder.at("x/linked-folder")),
                 UnorderedElementsAre("x/linked-folder/z.md"))
         << "the folder asked for may be a link itself";
-    EXPECT_THAT(walked(folder, folder.at("missing")), testing::IsEmpty());
+    for (const char* name : {"missing", "a.md"})
+        EXPECT_THROW(walked(folder, folder.at(name)), Files::Error) << name;
+}
+
+TEST(Files, AShortageIsNoMissingFile) {
+    const test::TestFolder folder;
+    folder.write("a.md", "x");
+    const int opened = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
+    ::close(opened);
+    const Limit descriptors(RLIMIT_NOFILE, static_cast<rlim_t>(opened));  // not one more
+    Files::Reader reader;
+    EXPECT_THROW(reader.read(folder.at("a.md")), Files::Error);
+    EXPECT_THROW(Files::text(folder.at("a.md")), Files::Error);
+    EXPECT_THROW(walked(folder, folder.path()), Files::Error);
+}
+
+TEST(Files, PathsTooLongForOneCallAreWalkedAndRead) {
+    const test::TestFolder folder;
+    const std::string name(250, 'n');
+    std::string path = folder.path();
+    int place = ::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    for (int depth = 0; depth < 100; ++depth) {
+        ::mkdirat(place, name.c_str(), 0755);
+        const int next = ::openat(place, name.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+        ::close(std::exchange(place, next));
+        path += "/" + name;
+    }
+    const int file = ::openat(place, "f.md", O_WRONLY | O_CREAT | O_CLOEXEC, 0644);
+    EXPECT_EQ(::write(file, "deep", 4), 4);
+    ::close(file);
+    ::close(place);
+    EXPECT_THAT(walked(folder, folder.path()).size(), 1U);
+    EXPECT_EQ(Files::text(path + "/f.md"), "deep");
+    EXPECT_FALSE(Files::text(path + "/missing.md"));
+    EXPECT_TRUE(Files::isDirectory(path));
 }
 
 TEST(Files, AWalkGoesDeeperThanItMayOpenFolders) {

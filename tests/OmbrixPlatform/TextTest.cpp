@@ -50,6 +50,7 @@ TEST(Text, FoldingTwiceChangesNothingForAnyScalar) {
 }
 
 TEST(Text, LowerCaseLooksAtNoNeighbour) {
+    EXPECT_EQ(Text::withUpperCaseFirst("\u00DFab\u00DF"), "SSab\u00DF");
     EXPECT_EQ(Text::lowercased("\u039F\u0394\u039F\u03A3 I\u0130 \u1E9E \U00010400 AZ[@`{"),
               "\u03BF\u03B4\u03BF\u03C3 ii\u0307 \u00DF \U00010428 az[@`{");
     for (char32_t scalar = 0x80; scalar <= 0x10FFFF; ++scalar) {
@@ -107,6 +108,11 @@ TEST(Text, SplitsAndJoins) {
         const std::string text = random.any();
         ASSERT_EQ(Text::joined(Text::split(text, "'s"), "'s"), text);
     }
+}
+
+TEST(Text, ControlsForATerminalAreMadeVisible) {
+    EXPECT_EQ(Text::withVisibleControls("a\x1b[31m\a\x7f\u0085\tb\r\n\xff\u00e9"),
+              "a\\x1B[31m\\x07\\x7F\\x85\tb\\x0D\n\uFFFD\u00e9");
 }
 
 TEST(Text, Replaces) {

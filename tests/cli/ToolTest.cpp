@@ -166,6 +166,67 @@ TEST_F(Tool, ADamagedDatabaseIsReportedAndLeftAsItIs) {
     }
 }
 
+TEST_F(Tool, APipeBesideTheDatabaseIsRefused) {
+    makeDatabase();
+    for (const std::string suffix : {"-journal", "-wal", "-shm"}) {
+        std::filesystem::remove(database_ + suffix);
+        ASSERT_EQ(::mkfifo((database_ + suffix).c_str(), 0644), 0);
+        Call call = callOf({"meetings", "list"});
+        call.timeoutSeconds = 10;
+        const Outcome outcome = run(call);
+        EXPECT_EQ(outcome.status, 1);
+        EXPECT_THAT(outcome.errors, HasSubstr(suffix + " is not a regular file"));
+        std::filesystem::remove(database_ + suffix);
+    }
+}
+
+TEST_F(Tool, OneInstructionOfAViewCannotTakeAllMemory) {
+    makeDatabase();
+    test::RawDatabase(database_).run(
+        "ALTER TABLE meetings RENAME TO stored; CREATE VIEW meetings AS SELECT id, title, "
+        "start_time, duration_seconds, raw_transcript, hex(zeroblob(400000000)) AS "
+        "formatted_notes, word_count, folder_id, calendar_event_id, mic_audio_path, "
+        "system_audio_path FROM stored");
+    const Outcome outcome = run(callOf({"meetings", "get", "1"}));
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.errors, HasSubstr("too big"));
+}
+
+TEST_F(Tool, AFileSizeLimitIsAnOrdinaryFailure) {
+    makeDatabase();
+    folder_.write("notes", std::string(200'000, 'n'));
+    const std::string tool = OMBRIX_TOOL;
+    const Outcome outcome =
+        run(callIn(folder_.path(), {"/bin/sh", "-c",
+                                    "ulimit -f 100; exec " + tool +
+                                        " meetings update-notes 1 --file notes --support-dir ."}));
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.errors, HasSubstr("Error: "));
+    EXPECT_EQ(notes(), "before");
+    for (const char* suffix : {"-wal", "-shm", "-journal"})
+        EXPECT_FALSE(Files::exists(database_ + suffix)) << suffix;
+}
+
+TEST_F(Tool, ARelativePathInARemovedFolderIsAnError) {
+    const std::string tool = OMBRIX_TOOL;
+    for (const std::string option : {"--support-dir rel/state", "--db-path rel/ombrix.db"}) {
+        const Outcome outcome =
+            run(callIn(folder_.path(), {"/bin/sh", "-c",
+                                        "mkdir gone && cd gone && rmdir ../gone && exec " + tool +
+                                            " meetings list " + option}));
+        EXPECT_EQ(outcome.status, 1) << option;
+        EXPECT_THAT(outcome.errors, HasSubstr("Cannot find the working directory")) << option;
+        EXPECT_FALSE(Files::exists("/rel")) << option;
+    }
+}
+
+TEST_F(Tool, AMessageCannotSteerATerminal) {
+    const Outcome outcome = run(callOf({"meetings", "get", "\x1b[31mred"}));
+    EXPECT_EQ(outcome.status, 64);
+    EXPECT_THAT(outcome.errors, HasSubstr("\\x1B[31mred"));
+    EXPECT_THAT(outcome.errors, testing::Not(HasSubstr("\x1b")));
+}
+
 // ---- the line to the application --------------------------------------------------------------
 
 TEST_F(Tool, ABusThatNeverSpeaksHoldsNobodyUp) {
@@ -188,6 +249,19 @@ TEST_F(Tool, ABusThatNeverSpeaksHoldsNobodyUp) {
         EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(1500));
     }
     ::close(listener);
+}
+
+TEST_F(Tool, AReplyOfAnySizeKeepsTheDeadline) {
+    // Whoever answers under every name: a sparse file stands where any reply may be written.
+    Call call = callOf({"debug-web-eval", "1", "--timeout", "1"});
+    call.arguments = {"/bin/sh", "-c",
+                      "mkdir -p state; (for i in 1 2 3 4 5 6 7 8; do sleep 0.1; for f in "
+                      "state/web-eval-*.js; do truncate -s 1T \"${f%.js}.json\"; done; done) & "
+                      "exec " OMBRIX_TOOL " debug-web-eval 1 --timeout 1 --support-dir ."};
+    const auto start = std::chrono::steady_clock::now();
+    const Outcome outcome = run(call);
+    EXPECT_EQ(outcome.status, 7) << outcome.errors;
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
 }
 
 TEST_F(Tool, WhatNobodyAnswersLeavesOtherRequestsAlone) {

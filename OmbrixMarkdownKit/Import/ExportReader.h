@@ -1,0 +1,28 @@
+// Finds the format of an export and reads its meetings.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "OmbrixMarkdownKit/Import/ParsedMeeting.h"
+
+namespace ombrix::TranscriptImport {
+
+/// The text as the readers take it: no byte order mark, and LF for CR LF and for CR. Shows `text`,
+/// or `storage` when something had to be changed.
+std::string_view withPlainLineEnds(std::string_view text, std::string& storage);
+
+struct Export {
+    Format format{};  ///< of its first meeting
+    std::vector<ParsedMeeting> meetings;
+};
+
+/// The format of a text with plain line ends; nothing when it has no known shape. Only JSON is
+/// known by its meetings, so that only for JSON they are there already.
+std::optional<Export> recognized(std::string_view text);
+
+/// The same with the meetings in which somebody speaks.
+std::optional<Export> readExport(std::string_view text);
+}  // namespace ombrix::TranscriptImport

@@ -1,0 +1,147 @@
+#include "OmbrixMemoryKit/Land/LandInputBuilder.h"
+
+#include "OmbrixPlatform/Digest.h"
+#include "OmbrixPlatform/RandomText.h"
+
+namespace ombrix {
+namespace {
+
+using LandInputBuilder::Turn;
+using Turns = std::vector<Turn>;
+
+TranscriptDocument meeting() {
+    return {
+        .title = "Pricing",
+        .date = "2026-09-01",
+        .participants = {"Ana Ruiz", "Ben"},
+        .turns = {{"Me", "Hi / hello"}, {"Speaker 2", "Hi"}, {"speaker 2 ", "So"}, {"Ana", "-"}}};
+}
+
+TEST(LandInput, IsTheObjectOfThePromptWithTheHashOfItself) {
+    const auto input = LandInputBuilder::build(
+        meeting(), "Ben", {{"c-0a1b2c3d", "user_owes", "Ana", "Call", std::nullopt}},
+        {{"name:a", "A"}, {"name:b", "B"}, {"name:c", "C"}, {"name:d", "D"}},
+        {{.kind = Correction::Kind::important, .id = "c-0a1b2c3d"},
+         {.kind = Correction::Kind::alias, .text = "Ana R."}},
+        Turns{{"Me", "Hi / hello"}}, LandChunk{1, 2});
+    const std::string head =
+        R"({"attendee_stubs":[{"key":"name:a","one_line":"A"},{"key":"name:b","one_line":"B"},)"
+        R"({"key":"name:c","one_line":"C"}],"chunk":{"i":1,"n":2},"corrections":["alias: Ana R."],)"
+        R"("hash":")";
+    const std::string tail =
+        R"(","meeting":{"date":"2026-09-01","participants":["Ana Ruiz","Ben"],)"
+        R"("remote_label_count":2,"title":"Pricing",)"
+        R"("turns":[{"speaker":"Me","text":"Hi / hello"}]},)"
+        R"("open_follow_ups":[{"direction":"user_owes","id":"c-0a1b2c3d","what":"Call",)"
+        R"("who":"Ana"}],"user_name":"Ben","version":1})";
+    const std::string hash = "sha256:" + Digest::sha256Hex(head + tail);
+    EXPECT_EQ(input.canonical(), (CanonicalInput{head + hash + tail, hash}));
+
+    LandInput again = input;
+    again.hash = hash;
+    EXPECT_EQ(again.canonical(), input.canonical());
+    again.corrections = {"alias: Ana B."};
+    EXPECT_NE(again.canonical().hash, hash);
+
+    const auto whole = LandInputBuilder::build(meeting(), "Ben", {}, {}, {});
+    EXPECT_EQ(whole.meeting.turns, meeting().turns);
+    EXPECT_EQ(whole.canonical().json.find("chunk"), std::string::npos);
+}
+
+TEST(LandInputBuilder, ChunksKeepTheOrderAndTheBudget) {
+    const Turn ten = {"ab", "12345678"}, twenty = {"abcd", "1234567890123456"};  // 42, 52 bytes
+    using Chunks = std::vector<Turns>;
+    EXPECT_EQ(LandInputBuilder::chunks({ten, twenty, ten}, 94), (Chunks{{ten, twenty}, {ten}}));
+    EXPECT_EQ(LandInputBuilder::chunks({ten, twenty}, 93), (Chunks{{ten}, {twenty}}));
+    EXPECT_EQ(LandInputBuilder::chunks({ten, ten, twenty, ten}, 42),
+              (Chunks{{ten}, {ten}, {twenty}, {ten}}));
+    EXPECT_EQ(LandInputBuilder::chunks({}), Chunks{});
+    test::RandomText random(5);
+    for (int round = 0; round < 300; ++round) {
+        Turns turns, joined;
+        for (auto n = random.below(20); n > 0; --n)
+            turns.push_back({"é", std::string(random.below(200), 'x')});
+        const std::size_t budget = random.below(400);
+        const auto chunks = LandInputBuilder::chunks(turns, budget);
+        const auto cost = [](const Turn& turn) { return 34 + turn.text.size(); };
+        for (std::size_t i = 0; i < chunks.size(); ++i) {
+            std::size_t sum = 0;
+            for (const auto& turn : chunks[i]) sum += cost(turn);
+            EXPECT_TRUE(chunks[i].size() == 1 || sum <= budget);
+            if (i > 0) {
+                sum = cost(chunks[i].front());
+                for (const auto& turn : chunks[i - 1]) sum += cost(turn);
+                EXPECT_GT(sum, budget) << "it had room for one more";
+            }
+            joined.insert(joined.end(), chunks[i].begin(), chunks[i].end());
+        }
+        EXPECT_EQ(joined, turns);
+    }
+}
+
+TEST(LandInputBuilder, ARecordBecomesOneTurnWithALineForEachClaim) {
+    const LandOutput full = {
+        .summary = "S.",
+        .decisions = {{"By sensor", "We go.", "Ana"}},
+        .openQuestions = {{"When?", "So when?"}},
+        .commitments = {{CommitmentDirection::owedToUser, "Ana", "name:ana", "Send it", "I will.",
+                         "Ana", "Friday", std::nullopt, Certainty::calendarInferred}},
+        .resolutions = {{"c-1", LandResolution::Status::done, "Sent.", "2026-09-01"}},
+        .memory = {{"thread:launch", LandMemoryFact::Kind::thread, "Is near.", "Soon.",
+                    Certainty::read}},
+        .unresolvedSpeakers = {"Speaker 2", "Speaker 3"},
+        .notSure = {"One.", "Two."}};
+    const std::vector<LandOutput> outputs = {full, LandOutput{}};
+    EXPECT_EQ(LandInputBuilder::reduceTurns(outputs),
+              (Turns{{"Part 1 of 2",
+                      "Summary: S.\n"
+                      "Decision (Ana): By sensor — \"We go.\"\n"
+                      "Open question: When? — \"So when?\"\n"
+                      "Commitment [owed_to_user, calendar-inferred] Ana → Ana (name:ana): Send it; "
+                      "due null (\"Friday\") — \"I will.\"\n"
+                      "Resolution c-1: done new_due 2026-09-01 — \"Sent.\"\n"
+                      "Memory [thread, read] thread:launch: Is near. — \"Soon.\"\n"
+                      "Unresolved speakers: Speaker 2, Speaker 3\n"
+                      "Not sure: One.\n"
+                      "Not sure: Two."},
+                     {"Part 2 of 2", "Summary: "}}));
+}
+
+TEST(LandInputBuilder, CountsTheLabelsThatAreNotTheUser) {
+    const struct {
+        std::vector<std::string> labels;
+        const char* user;
+        std::int64_t expected;
+    } cases[] = {
+        {{}, "Ana", 0},
+        {{"Me", "YOU ", "me"}, "", 0},
+        {{"Speaker 2", "speaker 2", "\tSPEAKER 2"}, "Ana", 1},
+        {{"Ana  Ruiz", "ana ruiz", "Ana"}, "Ana Ruiz", 1},  // the first name alone is a label
+        {{"", " "}, "Ana", 1},
+        {{"", " "}, " ", 0},
+    };
+    for (const auto& [labels, user, expected] : cases) {
+        Turns turns;
+        for (const auto& label : labels) turns.push_back({label, ""});
+        EXPECT_EQ(LandInputBuilder::remoteLabelCount(turns, user), expected) << user;
+    }
+}
+
+TEST(LandInputBuilder, TheUserIsNoRemoteParticipant) {
+    using Names = std::vector<std::string>;
+    const struct {
+        Names participants;
+        const char* user;
+        Names expected;
+    } cases[] = {
+        {{"Ana Ruiz", "Ben"}, "ana", {"Ben"}},
+        {{"Ana Ruiz", "Ana Bo", "Ben"}, "Ana", {"Ana Ruiz", "Ana Bo", "Ben"}},
+        {{"Ana Ruiz", "Ana", "Ben"}, "Ana", {"Ana Ruiz", "Ben"}},  // her own name still is hers
+        {{"Ana Ruiz", "Ana"}, "Ana Ruiz", {"Ana"}},
+        {{"Ben", " ", "Speaker 2", "Them", "Ben"}, "", {"Ben", "Ben"}},
+    };
+    for (const auto& [participants, user, expected] : cases)
+        EXPECT_EQ(LandInputBuilder::remoteParticipants(participants, user), expected) << user;
+}
+}  // namespace
+}  // namespace ombrix
