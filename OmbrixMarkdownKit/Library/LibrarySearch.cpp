@@ -6,6 +6,7 @@
 #include "OmbrixMarkdownKit/Library/TranscriptReader.h"
 #include "OmbrixMarkdownKit/Search/TermEvidence.h"
 #include "OmbrixMarkdownKit/Words/KeywordMatcher.h"
+#include "OmbrixPlatform/ForkJoin.h"
 
 namespace ombrix {
 namespace {
@@ -38,67 +39,59 @@ AnswerScope withoutCount(AnswerScope scope) {
     return scope;
 }
 
-class Search {
+/// What all workers of a search read.
+struct Question {
+    Question(const std::vector<std::string>& keywords, const AnswerScope& given,
+             const RankedTranscriptSearch::AnswerRankOptions& rankOptions)
+        : matcher(keywords), scope(given), filter(withoutCount(given)), options(rankOptions) {}
+
+    bool admitsFacts(const std::string& id, const TranscriptDocument& header) const {
+        return filter.admitsFacts(id, header.date, header.participants) && filter.admitsFolder(id);
+    }
+
+    KeywordMatcher matcher;
+    const AnswerScope& scope;
+    AnswerScope filter;
+    const RankedTranscriptSearch::AnswerRankOptions& options;
+};
+
+/// Reads files one after the other; several work side by side.
+class Worker {
   public:
-    Search(const std::vector<std::string>& keywords, const AnswerScope& scope,
-           const RankedTranscriptSearch::AnswerRankOptions& options)
-        : matcher_(keywords),
-          collector_(matcher_, RankedTranscriptSearch::speakerQuestion(options)),
-          scope_(scope),
-          filter_(withoutCount(scope)),
-          options_(options) {}
+    explicit Worker(const Question& question)
+        : question_(question),
+          collector_(question.matcher, RankedTranscriptSearch::speakerQuestion(question.options)) {}
 
-    LibrarySearchResult run(std::vector<std::string> paths, std::size_t limit,
-                            WithoutHits withoutHits);
-
-  private:
-    std::vector<Entry> candidates(std::vector<std::string> paths);
-    void readAll(std::vector<Entry>& entries);
-    void readNewest(std::vector<Entry>& entries, std::size_t count);
+    bool mayPass(Entry& entry);
     bool read(Entry& entry);
-    bool admitsFacts(const std::string& id, const TranscriptDocument& header) const;
     void show(const Entry& entry, const RankedTranscriptSearch::ScoredHit& hit,
               LibrarySearchResult& result);
 
-    KeywordMatcher matcher_;
+  private:
+    const Question& question_;
     EvidenceCollector collector_;
-    const AnswerScope& scope_;
-    AnswerScope filter_;
-    const RankedTranscriptSearch::AnswerRankOptions& options_;
     TranscriptReader reader_;
 };
 
-bool Search::admitsFacts(const std::string& id, const TranscriptDocument& header) const {
-    return filter_.admitsFacts(id, header.date, header.participants) && filter_.admitsFolder(id);
-}
-
-/// The files that may pass the scope. Most are judged by their frontmatter without being read
+/// False for a file outside the scope. Most are judged by their frontmatter without being read
 /// whole; a file that `peek` cannot judge stays in.
-std::vector<Entry> Search::candidates(std::vector<std::string> paths) {
-    std::vector<Entry> entries;
-    entries.reserve(paths.size());
-    for (auto& path : paths) {
-        Entry entry{.id = std::move(path)};
-        if (!scope_.isAll()) {
-            if (const auto header = reader_.peek(entry.id)) {
-                if (!admitsFacts(entry.id, *header)) continue;
-                entry.start = startOf(*header);
-            } else if (scope_.lastN && !read(entry)) {
-                continue;  // only its start tells its place among the newest
-            }
-        }
-        entries.push_back(std::move(entry));
+bool Worker::mayPass(Entry& entry) {
+    if (const auto header = reader_.peek(entry.id)) {
+        if (!question_.admitsFacts(entry.id, *header)) return false;
+        entry.start = startOf(*header);
+        return true;
     }
-    return entries;
+    // Only its start tells its place among the newest.
+    return !question_.scope.lastN || read(entry);
 }
 
 /// Collects the evidence of a file; false when it is no transcript in scope.
-bool Search::read(Entry& entry) {
+bool Worker::read(Entry& entry) {
     const auto view = reader_.view(entry.id);
-    if (!view || !admitsFacts(entry.id, view->header)) return false;
-    if (filter_.speaker) {
+    if (!view || !question_.admitsFacts(entry.id, view->header)) return false;
+    if (question_.filter.speaker) {
         const auto document = reader_.document(entry.id);
-        if (!document || !filter_.admits(entry.id, *document)) return false;
+        if (!document || !question_.filter.admits(entry.id, *document)) return false;
         entry.evidence = collector_.collect(*document);
     } else {
         entry.evidence = collector_.collect(view->header, view->sections);
@@ -108,30 +101,15 @@ bool Search::read(Entry& entry) {
     return true;
 }
 
-void Search::readAll(std::vector<Entry>& entries) {
-    std::erase_if(entries, [this](Entry& entry) { return !read(entry); });
-    sortNewestFirst(entries);
-}
-
-void Search::readNewest(std::vector<Entry>& entries, std::size_t count) {
-    sortNewestFirst(entries);
-    std::vector<Entry> newest;
-    for (auto& entry : entries) {
-        if (newest.size() == count) break;
-        if (read(entry)) newest.push_back(std::move(entry));
-    }
-    entries = std::move(newest);
-}
-
 /// Adds the entry to the hits, unless its file is no longer a transcript.
-void Search::show(const Entry& entry, const RankedTranscriptSearch::ScoredHit& hit,
+void Worker::show(const Entry& entry, const RankedTranscriptSearch::ScoredHit& hit,
                   LibrarySearchResult& result) {
     auto document = reader_.document(entry.id);
     if (!document) return;
     RankedTranscriptSearch::DocumentMatch match;
     if (hit.matchedKeywords > 0)
         match = RankedTranscriptSearch::matchFromEvidence(*document, collector_.collect(*document),
-                                                          matcher_);
+                                                          question_.matcher);
     result.hits.push_back({.id = entry.id,
                            .document = std::move(*document),
                            .matchedKeywords = hit.matchedKeywords,
@@ -139,28 +117,41 @@ void Search::show(const Entry& entry, const RankedTranscriptSearch::ScoredHit& h
                            .relevance = hit.relevance});
 }
 
-LibrarySearchResult Search::run(std::vector<std::string> paths, std::size_t limit,
-                                WithoutHits withoutHits) {
-    auto entries = candidates(std::move(paths));
-    if (scope_.lastN)
-        readNewest(entries, static_cast<std::size_t>(std::max<std::int64_t>(*scope_.lastN, 0)));
-    else
-        readAll(entries);
+/// Keeps the entries for which a worker's `test` is true, in their order.
+void keep(std::vector<Entry>& entries, const Question& question, bool (Worker::*test)(Entry&)) {
+    constexpr std::size_t filesPerWorker = 32;  // fewer are read sooner than a thread is made
+    std::vector<char> isKept(entries.size());
+    ForkJoin::run(entries.size(), ForkJoin::workersFor(entries.size(), filesPerWorker),
+                  [&](ForkJoin::Places& places) {
+                      Worker worker(question);
+                      places.take([&](std::size_t i) { isKept[i] = (worker.*test)(entries[i]); });
+                  });
+    std::size_t place = 0;
+    std::erase_if(entries, [&](const Entry&) { return isKept[place++] == 0; });
+}
 
-    std::vector<DocumentEvidence> evidence;
-    evidence.reserve(entries.size());
-    for (auto& entry : entries) evidence.push_back(std::move(entry.evidence));
-    auto hits = RankedTranscriptSearch::score(evidence, entries.size(), matcher_.keywords().size(),
-                                              options_);
-    LibrarySearchResult result{.scannedCount = static_cast<std::int64_t>(entries.size()),
-                               .totalMatched = static_cast<std::int64_t>(hits.size())};
-    if (hits.empty() && withoutHits == WithoutHits::showNewest)
-        for (std::size_t i = 0; i < entries.size(); ++i) hits.push_back({.index = i});
-    for (const auto& hit : hits) {
-        if (result.hits.size() == limit) break;
-        show(entries[hit.index], hit, result);
+/// The files that may pass the scope.
+std::vector<Entry> candidates(std::vector<std::string> paths, const Question& question) {
+    std::vector<Entry> entries;
+    entries.reserve(paths.size());
+    for (auto& path : paths) entries.push_back({.id = std::move(path)});
+    if (!question.scope.isAll()) keep(entries, question, &Worker::mayPass);
+    return entries;
+}
+
+void readAll(std::vector<Entry>& entries, const Question& question) {
+    keep(entries, question, &Worker::read);
+    sortNewestFirst(entries);
+}
+
+void readNewest(std::vector<Entry>& entries, std::size_t count, Worker& worker) {
+    sortNewestFirst(entries);
+    std::vector<Entry> newest;
+    for (auto& entry : entries) {
+        if (newest.size() == count) break;
+        if (worker.read(entry)) newest.push_back(std::move(entry));
     }
-    return result;
+    entries = std::move(newest);
 }
 }  // namespace
 
@@ -169,7 +160,28 @@ LibrarySearchResult searchLibrary(const TranscriptLibrary& library,
                                   const AnswerScope& scope,
                                   const RankedTranscriptSearch::AnswerRankOptions& options,
                                   std::size_t limit, WithoutHits withoutHits) {
-    Search search(keywords, scope, options);
-    return search.run(library.paths(), limit, withoutHits);
+    const Question question(keywords, scope, options);
+    Worker worker(question);
+    auto entries = candidates(library.paths(), question);
+    if (scope.lastN)
+        readNewest(entries, static_cast<std::size_t>(std::max<std::int64_t>(*scope.lastN, 0)),
+                   worker);
+    else
+        readAll(entries, question);
+
+    std::vector<DocumentEvidence> evidence;
+    evidence.reserve(entries.size());
+    for (auto& entry : entries) evidence.push_back(std::move(entry.evidence));
+    auto hits = RankedTranscriptSearch::score(evidence, entries.size(),
+                                              question.matcher.keywords().size(), options);
+    LibrarySearchResult result{.scannedCount = static_cast<std::int64_t>(entries.size()),
+                               .totalMatched = static_cast<std::int64_t>(hits.size())};
+    if (hits.empty() && withoutHits == WithoutHits::showNewest)
+        for (std::size_t i = 0; i < entries.size(); ++i) hits.push_back({.index = i});
+    for (const auto& hit : hits) {
+        if (result.hits.size() == limit) break;
+        worker.show(entries[hit.index], hit, result);
+    }
+    return result;
 }
 }  // namespace ombrix
