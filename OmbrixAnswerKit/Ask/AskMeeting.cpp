@@ -17,6 +17,13 @@ AskMeeting AskMeeting::of(const IdentifiedDocument& transcript, std::string_view
             .folder = folderOf(transcript.id, root)};
 }
 
+std::vector<AskMeeting> AskMeeting::all(const TranscriptLibrary& library) {
+    const std::string root = library.root();
+    std::vector<AskMeeting> meetings;
+    for (const auto& transcript : library.headers()) meetings.push_back(of(transcript, root));
+    return meetings;
+}
+
 std::string AskMeeting::folderOf(std::string_view path, std::string_view root) {
     if (root.ends_with('/')) root.remove_suffix(1);
     if (!path.starts_with(root) || !path.substr(root.size()).starts_with('/')) return {};

@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "OmbrixMarkdownKit/Library/TranscriptLibrary.h"
 #include "OmbrixMarkdownKit/Search/AnswerScope.h"
 
 namespace ombrix {
@@ -19,6 +20,8 @@ struct AskMeeting {
 
     /// The meeting of a transcript whose id is its path; `root` is the transcripts folder.
     static AskMeeting of(const IdentifiedDocument& transcript, std::string_view root);
+    /// The meetings of a transcripts folder, in its order; see `TranscriptLibrary::headers`.
+    static std::vector<AskMeeting> all(const TranscriptLibrary& library);
 
     /// The folder of `path` below `root`: "Acme" of "/r/Acme/a.md" in "/r" or "/r/". Empty for a
     /// file in `root` itself and for a path that is not below it. Both are standardised paths.

@@ -93,11 +93,6 @@ KeyPress::World worldOf(const CLIContext& context, const SimulateOptions& option
     const AnswerFolderResolver::Config config(context.supportDirectory);
     const TranscriptLibrary library = AnswerFolderResolver::library(
         AnswerFolderResolver::existing(config), AnswerFolderResolver::memoryFolderName(config));
-    std::vector<AskMeeting> pool;
-    const std::string root = library.root();
-    for (const auto& transcript : library.headers())
-        pool.push_back(AskMeeting::of(transcript, root));
-
     const Calendar calendar = Calendar::current();
     const Instant now =
         evaluatedMoment(options.now, calendar, "ombrix-cli key simulate --now 2026-08-21");
@@ -105,8 +100,9 @@ KeyPress::World worldOf(const CLIContext& context, const SimulateOptions& option
                                       .windowText = options.window,
                                       .fieldText = options.field,
                                       .nearText = options.near.value_or("")};
-    return KeyMatcher::world(surface, pool, {}, AnswerFolderResolver::userName(config).value_or(""),
-                             {}, calendar.dayString(now));
+    return KeyMatcher::world(surface, AskMeeting::all(library), {},
+                             AnswerFolderResolver::userName(config).value_or(""), {},
+                             calendar.dayString(now));
 }
 
 void simulate(const CLIContext& context, const SimulateOptions& options) {
