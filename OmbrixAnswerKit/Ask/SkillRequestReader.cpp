@@ -108,21 +108,26 @@ bool isLongNumber(std::string_view word) {
     return word.size() > 2 && Text::isAsciiDigit(word.front());
 }
 
-/// The groups of `meetingsPhrase`. In "from my latest call" and "for two demos" the expression
-/// takes all words before the noun for a name; those that start it as a phrase would count here.
+/// The groups of `meetingsPhrase`. In "from my latest call", "for two demos" and "Ilse's last two
+/// reviews" the expression takes all words before the noun for a name; words for recent and counts
+/// mean there what they mean elsewhere. The number of "phase 2 calls" is part of the name.
 Before before(const Regex::Match& match, std::string_view text) {
     Before before{.isRecent = match.has(1), .count = number(match.group(2, text))};
-    const auto all = Characters::splitAtWhiteSpace(match.group(3, text));
-    std::span<const std::string_view> words(all);
-    if (!match.has(1) && !match.has(2)) {
-        while (!words.empty() && isQuiet(words.front())) {
-            before.isRecent = before.isRecent || isRecencyWord(words.front());
-            words = words.subspan(1);
+    std::vector<std::string_view> name;
+    bool mayCount = !match.has(2);
+    for (const std::string_view word : Characters::splitAtWhiteSpace(match.group(3, text))) {
+        const bool isRecent = isRecencyWord(word);
+        before.isRecent = before.isRecent || isRecent;
+        if (mayCount && !before.count && !isLongNumber(word)) before.count = number(word);
+        if (before.count && mayCount) {
+            mayCount = false;
+            continue;
         }
-        if (!words.empty() && !isLongNumber(words.front())) before.count = number(words.front());
-        if (before.count) words = words.subspan(1);
+        if (!isQuiet(word)) name.push_back(word);
+        mayCount = !match.has(2) && !before.count &&
+                   (name.empty() || isRecent || withoutPossessive(word).size() < word.size());
     }
-    before.name = nameWords(words);
+    before.name = nameWords(name);
     return before;
 }
 

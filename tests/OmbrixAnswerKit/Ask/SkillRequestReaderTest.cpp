@@ -76,6 +76,9 @@ TEST(SkillRequestReader, ARequestNamesMeetings) {
         {"my latest call", {{"my latest call"}, {"f"}}},
         {"THREE sessions and two calls", {{"THREE sessions", "and two calls"}, {"f", "e"}}},
         {"recap from my latest call", {{"from my latest call"}, {"f"}}},
+        {"Ilse's last two syncs", {{"Ilse's last two syncs"}, {"f", "e"}, "Ilse Aichinger"}},
+        {"Bo’s past sync, the 2 calls", {{"Bo’s past sync", "the 2 calls"}, {"a"}, "Bo"}},
+        {"the Lumen 2 calls", {{"the Lumen 2 calls"}, {}, {}, {"Lumen", "2"}}},
         {"of the calls, about 3 calls", {{"about 3 calls"}, {"f", "e", "d"}}},
         {"0 calls", {{"0 calls"}, {}}},
         // Kinds, alone and as alternatives.
