@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <filesystem>
+
 #include "OmbrixAnswerKit/Semantic/HashedWords.h"
 #include "OmbrixPlatform/TestFolder.h"
 
@@ -94,6 +97,12 @@ TEST(SemanticIndex, AFileIsReadWholeOrNotAtAll) {
     index.update("empty", {.title = "?"}, HashedWords(5));
     index.save(folder.at("made/for/it/index.json"));
     EXPECT_EQ(SemanticIndex::load(folder.at("made/for/it/index.json")), index);
+
+    const auto before = std::filesystem::current_path();
+    std::filesystem::current_path(folder.path());
+    index.save("beside.json");
+    std::filesystem::current_path(before);
+    EXPECT_EQ(SemanticIndex::load(folder.at("beside.json")), index) << "a name without a folder";
 
     const std::string whole = folder.read("made/for/it/index.json");
     for (std::size_t length = 0; length < whole.size(); ++length)
