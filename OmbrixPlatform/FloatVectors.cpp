@@ -29,26 +29,13 @@ float total(const Sums& sums) {
 }
 }  // namespace
 
-float dot(std::span<const float> a, std::span<const float> b) {
-    const std::size_t size = std::min(a.size(), b.size());
-    Sums sums{};
-    std::size_t at = 0;
-    for (; at + step <= size; at += step)
-#pragma GCC unroll 4  // or the sums stay in memory
-        for (std::size_t i = 0; i < sumCount; ++i)
-            sums[i] += load(&a[at + i * laneCount]) * load(&b[at + i * laneCount]);
-    float result = total(sums);
-    for (; at < size; ++at) result += a[at] * b[at];
-    return result;
-}
-
 Products dotAndSquares(std::span<const float> a, std::span<const float> b) {
     const std::size_t size = std::min(a.size(), b.size());
     Sums products{};
     Sums squares{};
     std::size_t at = 0;
     for (; at + step <= size; at += step) {
-#pragma GCC unroll 4
+#pragma GCC unroll 4  // or the sums stay in memory
         for (std::size_t i = 0; i < sumCount; ++i) {
             const Lanes lanes = load(&b[at + i * laneCount]);
             products[i] += load(&a[at + i * laneCount]) * lanes;

@@ -6,15 +6,12 @@
 
 namespace ombrix::FloatVectors {
 
-/// The sum of the products of both; what one has more than the other counts as zeros.
-float dot(std::span<const float> a, std::span<const float> b);
-
 struct Products {
     float dot = 0;      ///< of both vectors
     float squares = 0;  ///< of the second with itself
 };
 
-/// Both in one pass: long lists of vectors are bound by reading them from memory. `b` is as long as
-/// `a`.
+/// Both in one pass: long lists of vectors are bound by reading them from memory. What one vector
+/// has more than the other does not count.
 Products dotAndSquares(std::span<const float> a, std::span<const float> b);
 }  // namespace ombrix::FloatVectors

@@ -142,7 +142,7 @@ SemanticScores SemanticIndex::scores(std::string_view question,
                                      const SentenceEmbedding& embedding) const {
     const auto vector = embedding.vector(question);
     if (!vector) return {};
-    const float norm = std::sqrt(FloatVectors::dot(*vector, *vector));
+    const float norm = std::sqrt(FloatVectors::dotAndSquares(*vector, *vector).squares);
     if (!(norm > 0)) return {};
     SemanticScores scores;
     for (const auto& [id, entry] : entries)

@@ -8,7 +8,6 @@ TEST(FloatVectors, SumsAreExactForWholeNumbersOfEveryLength) {
     std::vector<float> a, b;
     float dot = 0, squares = 0;
     for (int i = 0; i < 70; ++i) {
-        EXPECT_EQ(FloatVectors::dot(a, b), dot) << i;
         const auto both = FloatVectors::dotAndSquares(a, b);
         EXPECT_EQ(both.dot, dot) << i;
         EXPECT_EQ(both.squares, squares) << i;
