@@ -9,11 +9,18 @@
 namespace ombrix::CommitmentID {
 
 std::string make(std::string_view meetingKey, std::string_view what, std::string_view whoKey) {
-    std::string hashed(meetingKey);
+    return makeNormalized(meetingKey, normalize(what), Text::lowercased(whoKey));
+}
+
+std::string makeNormalized(std::string_view meetingKey, std::string_view words,
+                           std::string_view lowercasedKey) {
+    std::string hashed;
+    hashed.reserve(meetingKey.size() + words.size() + lowercasedKey.size() + 2);
+    hashed += meetingKey;
     hashed += '\x1F';
-    hashed += normalize(what);
+    hashed += words;
     hashed += '\x1F';
-    hashed += Text::lowercased(whoKey);
+    hashed += lowercasedKey;
     return "c-" + Digest::hex(Digest::sha256(hashed).data(), 4);
 }
 

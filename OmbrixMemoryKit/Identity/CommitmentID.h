@@ -11,6 +11,9 @@ namespace ombrix::CommitmentID {
 /// "c-" and 8 lower-case hexadecimal digits. The words count as `normalize` gives them, the person
 /// in lower case, the meeting key as it is.
 std::string make(std::string_view meetingKey, std::string_view what, std::string_view whoKey);
+/// The same for words as `normalize` gives them and a key in lower case, where many ids are made.
+std::string makeNormalized(std::string_view meetingKey, std::string_view words,
+                           std::string_view lowercasedKey);
 
 /// The words in lower case without punctuation, single blanks between them: "Send the Q3 deck!" and
 /// "send  the q3 deck" are the same. Letters, marks and numbers stay, scalar by scalar.
