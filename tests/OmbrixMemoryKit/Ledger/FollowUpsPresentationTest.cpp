@@ -106,27 +106,24 @@ TEST(FollowUpsPresentation, APillSaysHowARowStands) {
 
 TEST(FollowUpsPresentation, LabelsAreForPeople) {
     namespace Shown = FollowUpsPresentation;
-    FollowUpRow mine{.who = "Ana",
-                     .whoKey = "name:ana",
-                     .sourceTitle = "Weekly",
-                     .sourceDate = "2025-12-30",
-                     .speaker = "Me"};
-    FollowUpRow theirs = mine;
-    theirs.direction = CommitmentDirection::owedToUser;
-    theirs.speaker = "Ana";
-    theirs.recurrence = {.count = 3, .firstSaid = "2026-06-02"};
+    FollowUpRow theirs{
+        .direction = CommitmentDirection::owedToUser,
+        .who = "Ana",
+        .sourceTitle = "Weekly",
+        .sourceDate = "2025-12-30",
+        .speaker = "Ana",
+        .recurrence = FollowUpRow::Recurrence{.count = 3, .firstSaid = "2026-06-02"}};
+    FollowUpRow mine{.who = "Ana", .speaker = "Me"}, unsure{.status = FollowUpRow::NotSure{}};
     EXPECT_EQ(Shown::counterpart(mine) + Shown::counterpart(theirs), "to Anafrom Ana");
-    EXPECT_EQ(Shown::directionLabel(mine), "You owe");
-    EXPECT_EQ(Shown::directionLabel(theirs), "Owed to you");
-    EXPECT_EQ(Shown::speakerLabel(mine), "You");
-    EXPECT_EQ(Shown::speakerLabel(theirs), "Ana");
-    EXPECT_EQ(Shown::sourceLabel(mine, today), "Weekly · Dec 30, 2025");
-    EXPECT_EQ(Shown::recurrenceLabel(theirs, today), "Came up 3 times since Jun 2");
-    mine.speaker.clear();
-    mine.status = FollowUpRow::NotSure{};
-    EXPECT_EQ(Shown::directionLabel(mine), std::nullopt);
-    EXPECT_EQ(Shown::speakerLabel(mine), std::nullopt);
-    EXPECT_EQ(Shown::recurrenceLabel(mine, today), std::nullopt);
+    EXPECT_EQ(Shown::sourceLabel(theirs, today), "Weekly · Dec 30, 2025");
+    using Texts = std::vector<std::optional<std::string>>;
+    const auto labels = [](const FollowUpRow& row) {
+        return Texts{Shown::directionLabel(row), Shown::speakerLabel(row),
+                     Shown::recurrenceLabel(row, today)};
+    };
+    EXPECT_EQ(labels(theirs), (Texts{"Owed to you", "Ana", "Came up 3 times since Jun 2"}));
+    EXPECT_EQ(labels(mine), (Texts{"You owe", "You", std::nullopt}));
+    EXPECT_EQ(labels(unsure), Texts(3));
     const struct {
         std::string who, key;
         bool shows;
