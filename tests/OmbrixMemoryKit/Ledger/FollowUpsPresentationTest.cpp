@@ -103,38 +103,5 @@ TEST(FollowUpsPresentation, APillSaysHowARowStands) {
     EXPECT_EQ(FollowUpsPresentation::statusPill(said(row("", live)), today),
               (StatusPill{.kind = StatusPill::Kind::saidAs, .payload = "by Friday"}));
 }
-
-TEST(FollowUpsPresentation, LabelsAreForPeople) {
-    namespace Shown = FollowUpsPresentation;
-    FollowUpRow theirs{
-        .direction = CommitmentDirection::owedToUser,
-        .who = "Ana",
-        .sourceTitle = "Weekly",
-        .sourceDate = "2025-12-30",
-        .speaker = "Ana",
-        .recurrence = FollowUpRow::Recurrence{.count = 3, .firstSaid = "2026-06-02"}};
-    FollowUpRow mine{.who = "Ana", .speaker = "Me"}, unsure{.status = FollowUpRow::NotSure{}};
-    EXPECT_EQ(Shown::counterpart(mine) + Shown::counterpart(theirs), "to Anafrom Ana");
-    EXPECT_EQ(Shown::sourceLabel(theirs, today), "Weekly · Dec 30, 2025");
-    using Texts = std::vector<std::optional<std::string>>;
-    const auto labels = [](const FollowUpRow& row) {
-        return Texts{Shown::directionLabel(row), Shown::speakerLabel(row),
-                     Shown::recurrenceLabel(row, today)};
-    };
-    EXPECT_EQ(labels(theirs), (Texts{"Owed to you", "Ana", "Came up 3 times since Jun 2"}));
-    EXPECT_EQ(labels(mine), (Texts{"You owe", "You", std::nullopt}));
-    EXPECT_EQ(labels(unsure), Texts(3));
-    const struct {
-        std::string who, key;
-        bool shows;
-    } avatars[] = {{"Ana", "name:ana", true},        {"Ana", "", false},
-                   {"Ana", "name:speaker 2", false}, {"Someone in this call", "email:a@b", false},
-                   {"Speaker", "thread:x", false},   {"", "email:a@b", true}};
-    for (const auto& [who, key, shows] : avatars) {
-        mine.who = who;
-        mine.whoKey = key;
-        EXPECT_EQ(Shown::showsAvatar(mine), shows) << who << key;
-    }
-}
 }  // namespace
 }  // namespace ombrix
