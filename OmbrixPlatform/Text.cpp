@@ -114,7 +114,22 @@ bool isDigit(char32_t scalar) {
 
 bool isLetterOrNumber(char32_t scalar) {
     if (scalar < 0x80) return isAsciiAlphanumeric(static_cast<char>(scalar));
-    return isLetter(scalar) || u_getIntPropertyValue(icu(scalar), UCHAR_NUMERIC_TYPE) != U_NT_NONE;
+    return isLetter(scalar) || isNumber(scalar);
+}
+
+bool isUppercase(char32_t scalar) {
+    if (scalar < 0x80) return scalar >= 'A' && scalar <= 'Z';
+    return u_isUUppercase(icu(scalar)) != 0;
+}
+
+bool isNumber(char32_t scalar) {
+    if (scalar < 0x80) return isAsciiDigit(static_cast<char>(scalar));
+    return u_getIntPropertyValue(icu(scalar), UCHAR_NUMERIC_TYPE) != U_NT_NONE;
+}
+
+bool isDecimalDigit(char32_t scalar) {
+    if (scalar < 0x80) return isAsciiDigit(static_cast<char>(scalar));
+    return u_isdigit(icu(scalar)) != 0;
 }
 
 std::string_view trimmed(std::string_view text) { return trimmedWhile(text, isWhiteSpace); }

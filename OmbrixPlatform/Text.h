@@ -38,6 +38,12 @@ bool isLetter(char32_t scalar);
 /// General category N*: decimal digits, letter-like numbers, fractions; not ideographs such as
 /// "三".
 bool isDigit(char32_t scalar);
+/// The property Uppercase: "A", "É", not the title case "ǅ" and no letter of a script without case.
+bool isUppercase(char32_t scalar);
+/// With a numeric type: digits of every script, fractions, ideographic numbers.
+bool isNumber(char32_t scalar);
+/// General category Nd: \d of regular expressions.
+bool isDecimalDigit(char32_t scalar);
 
 // ---- trim -------------------------------------------------------------------------------------
 

@@ -2,25 +2,102 @@
 
 #include <algorithm>
 
-namespace ombrix::TranscriptImport {
+#include "OmbrixMarkdownKit/Import/CsvExport.h"
+#include "OmbrixMarkdownKit/Import/CueReader.h"
+#include "OmbrixMarkdownKit/Import/JsonExport.h"
+#include "OmbrixMarkdownKit/Import/MarkdownReader.h"
+#include "OmbrixMarkdownKit/Import/OtterReader.h"
+#include "OmbrixMarkdownKit/Import/SpeakerLines.h"
+#include "OmbrixPlatform/Characters.h"
+#include "OmbrixPlatform/LineCursor.h"
+#include "OmbrixPlatform/Regex.h"
+#include "OmbrixPlatform/Text.h"
 
-std::string_view withPlainLineEnds(std::string_view text, std::string& storage) {
-    constexpr std::string_view byteOrderMark = "\uFEFF";
-    if (text.starts_with(byteOrderMark)) text.remove_prefix(byteOrderMark.size());
-    if (text.find('\r') == text.npos) return text;
-    storage.clear();
-    storage.reserve(text.size());
-    for (std::size_t at = 0; at < text.size();) {
-        const std::size_t end = std::min(text.find('\r', at), text.size());
-        storage.append(text, at, end - at);
-        if (end == text.size()) break;
-        storage += '\n';
-        at = end + (text.substr(end).starts_with("\r\n") ? 2 : 1);
-    }
-    return storage;
+namespace ombrix::TranscriptImport {
+namespace {
+
+constexpr std::string_view arrow = "-->";
+
+/// The beginning of a text, by which the text formats are told apart.
+std::string_view headOf(std::string_view text) {
+    constexpr std::size_t characters = 4000;
+    return Characters::prefix(text, characters);
 }
 
-std::optional<Export> recognized(std::string_view) { return std::nullopt; }
+/// True when `holds` of a trimmed line of the text.
+template <typename Holds>
+bool anyLine(std::string_view text, Holds holds) {
+    LineCursor lines(text);
+    while (const auto line = lines.next())
+        if (holds(Text::trimmed(*line))) return true;
+    return false;
+}
 
-std::optional<Export> readExport(std::string_view text) { return recognized(text); }
+bool holdsSrtCue(std::string_view head) {
+    static const Regex pattern(R"((?m)^\s*\d+\s*$\n\s*\d{2}:\d{2}:\d{2},\d{3}\s*-->)");
+    return Text::contains(head, arrow) && pattern.found(head);
+}
+
+bool givesSpeaker(std::string_view line) {
+    std::string storage;
+    return markdownSpeakerLine(line, storage) || inlineSpeaker(line, storage) ||
+           exportSpeechLine(line, storage);
+}
+
+Format markdownFormat(std::string_view head) {
+    const std::string lower = Text::lowercased(head);
+    if (Text::contains(lower, "granola")) return Format::granolaMarkdown;
+    if (Text::contains(lower, "limitless")) return Format::limitlessMarkdown;
+    return Format::speakerMarkdown;
+}
+
+std::optional<Format> textFormat(std::string_view head) {
+    if (head.starts_with("WEBVTT") || Text::contains(head, "\nWEBVTT")) return Format::webVTT;
+    if (holdsSrtCue(head)) return Format::srt;
+    if (Text::contains(head, arrow)) return Format::webVTT;
+    if (anyLine(head, [](auto line) { return otterSpeaker(line).has_value(); }))
+        return Format::otterText;
+    if (anyLine(head, givesSpeaker)) return markdownFormat(head);
+    return std::nullopt;
+}
+
+std::vector<ParsedMeeting> readMeetings(Format format, std::string_view text) {
+    switch (format) {
+        case Format::webVTT:
+        case Format::srt:
+            return {{.turns = readCues(text)}};
+        case Format::otterText:
+            return {{.turns = readOtter(text)}};
+        case Format::granolaMarkdown:
+        case Format::limitlessMarkdown:
+        case Format::speakerMarkdown:
+            return {readMarkdown(text)};
+        case Format::granolaCSV:
+            return parseCSVExport(text);
+        default:
+            return {};  // JSON, which was read to be recognized
+    }
+}
+}  // namespace
+
+std::optional<Export> recognized(std::string_view text) {
+    if (beginsLikeJSON(text)) {
+        auto meetings = parseJSONExport(text);
+        if (!meetings.empty()) {
+            const Format format = meetings.front().format.value_or(Format::genericJSON);
+            return Export{format, std::move(meetings)};
+        }
+    }
+    if (looksLikeCSVExport(text)) return Export{Format::granolaCSV, {}};
+    const auto format = textFormat(headOf(text));
+    return format ? std::optional(Export{*format, {}}) : std::nullopt;
+}
+
+std::optional<Export> readExport(std::string_view text) {
+    auto found = recognized(text);
+    if (!found || !found->meetings.empty()) return found;
+    found->meetings = readMeetings(found->format, text);
+    std::erase_if(found->meetings, [](const auto& meeting) { return meeting.turns.empty(); });
+    return found;
+}
 }  // namespace ombrix::TranscriptImport

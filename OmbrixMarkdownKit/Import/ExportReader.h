@@ -10,10 +10,6 @@
 
 namespace ombrix::TranscriptImport {
 
-/// The text as the readers take it: no byte order mark, and LF for CR LF and for CR. Shows `text`,
-/// or `storage` when something had to be changed.
-std::string_view withPlainLineEnds(std::string_view text, std::string& storage);
-
 struct Export {
     Format format{};  ///< of its first meeting
     std::vector<ParsedMeeting> meetings;

@@ -1,6 +1,7 @@
 #include "OmbrixMarkdownKit/Import/TranscriptImport.h"
 
 #include "OmbrixMarkdownKit/Import/ExportReader.h"
+#include "OmbrixMarkdownKit/Import/LineEnds.h"
 #include "OmbrixMarkdownKit/Transcript/OmbrixTranscriptMarker.h"
 #include "OmbrixPlatform/Text.h"
 
