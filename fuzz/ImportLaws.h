@@ -5,9 +5,11 @@
 #include <vector>
 
 #include "Law.h"
+#include "OmbrixMarkdownKit/Import/LineEnds.h"
 #include "OmbrixMarkdownKit/Import/ParsedMeeting.h"
 #include "OmbrixMarkdownKit/Import/TranscriptImport.h"
 #include "OmbrixMarkdownKit/Transcript/MarkdownTranscript.h"
+#include "OmbrixPlatform/Utf8.h"
 
 namespace ombrix::Fuzz {
 
@@ -41,5 +43,19 @@ inline void convertsOrSaysWhyNot(std::string_view text) {
         }
     } catch (const TranscriptImport::Failure&) {
     }
+}
+inline void turnsReadBack(const std::vector<TranscriptImport::ParsedMeeting>& meetings) {
+    for (const auto& meeting : meetings) turnsReadBack(meeting.turns);
+}
+
+/// All laws, for any bytes. `read` is one reader; it takes a text with plain line ends and returns
+/// turns or meetings.
+template <typename Read>
+int importLaws(const std::uint8_t* data, std::size_t size, Read read) {
+    const std::string bytes = Utf8::repaired(text(data, size));
+    convertsOrSaysWhyNot(bytes);
+    std::string storage;
+    turnsReadBack(read(TranscriptImport::withPlainLineEnds(bytes, storage)));
+    return 0;
 }
 }  // namespace ombrix::Fuzz
