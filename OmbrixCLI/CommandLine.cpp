@@ -103,8 +103,9 @@ void Command::option(const std::string& name, double& target, const std::string&
         .default_str(Numbers::shortest(target));
 }
 
-void Command::option(const std::string& name, std::string& target, const std::string& help) const {
-    addOption(name, help, textKind, storingText(target)).default_str(target);
+void Command::option(const std::string& name, std::string& target, const std::string& help,
+                     Presence presence) const {
+    storeText(name, target, help, presence);
 }
 
 void Command::option(const std::string& name, std::optional<std::string>& target,
@@ -120,6 +121,11 @@ void Command::positional(const std::string& name, std::int64_t& target,
 
 void Command::positional(const std::string& name, std::string& target, const std::string& help,
                          Presence presence) const {
+    storeText(name, target, help, presence);
+}
+
+void Command::storeText(const std::string& name, std::string& target, const std::string& help,
+                        Presence presence) const {
     CLI::Option& option = addOption(name, help, textKind, storingText(target));
     if (presence == Presence::required)
         option.required();

@@ -81,7 +81,8 @@ class Command {
     void option(const std::string& name, std::optional<std::int64_t>& target,
                 const std::string& help) const;
     void option(const std::string& name, double& target, const std::string& help) const;
-    void option(const std::string& name, std::string& target, const std::string& help) const;
+    void option(const std::string& name, std::string& target, const std::string& help,
+                Presence presence = Presence::optional) const;
     void option(const std::string& name, std::optional<std::string>& target,
                 const std::string& help) const;
 
@@ -111,6 +112,8 @@ class Command {
     struct Registry;
     Command(CLI::App& app, Registry& registry) : app_(&app), registry_(&registry) {}
     void globalOptions(GlobalOptions& target) const;
+    void storeText(const std::string& name, std::string& target, const std::string& help,
+                   Presence presence) const;
     CLI::Option& addOption(const std::string& name, const std::string& help, const char* kind,
                            std::function<bool(const std::string&)> store) const;
 

@@ -12,6 +12,8 @@ void declareCommands(const CommandLine& line, const std::string& argument0) {
     declareAppState(root);
     declareOneWayDebugCommands(root);
     declareDebugWebEval(root);
+    declareTidyTxt(root);
+    declareImport(root);
     declareMoves(root);
     declareKey(root);
 }

@@ -20,6 +20,8 @@ void declareAnswer(Command root);
 void declareAppState(Command root);
 void declareOneWayDebugCommands(Command root);
 void declareDebugWebEval(Command root);
+void declareTidyTxt(Command root);
+void declareImport(Command root);
 void declareMoves(Command root);
 void declareKey(Command root);
 }  // namespace ombrix

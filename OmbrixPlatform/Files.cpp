@@ -187,6 +187,17 @@ bool isDirectory(const std::string& path) {
     return isPath(path) && Reached(path).stat(facts) == 0 && S_ISDIR(facts.st_mode);
 }
 
+bool isRegular(const std::string& path) {
+    struct stat facts {};
+    return isPath(path) && Reached(path).stat(facts) == 0 && S_ISREG(facts.st_mode);
+}
+
+std::optional<std::chrono::sys_seconds> modified(const std::string& path) {
+    struct stat facts {};
+    if (!isPath(path) || Reached(path).stat(facts) != 0) return std::nullopt;
+    return std::chrono::sys_seconds(std::chrono::seconds(facts.st_mtim.tv_sec));
+}
+
 std::string homeDirectory() {
     std::vector<char> space(1024);
     passwd record{};

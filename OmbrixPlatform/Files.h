@@ -5,6 +5,7 @@
 // Paths for reading may be longer than the system takes in one call.
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <functional>
 #include <memory>
@@ -24,6 +25,10 @@ class Error : public std::system_error {
 
 bool exists(const std::string& path);
 bool isDirectory(const std::string& path);
+/// True also for a link to a regular file.
+bool isRegular(const std::string& path);
+/// When the content was last changed; nothing when there is nothing at `path`.
+std::optional<std::chrono::sys_seconds> modified(const std::string& path);
 
 /// The current user's home from the user database, not `$HOME`; "/" when there is none.
 std::string homeDirectory();

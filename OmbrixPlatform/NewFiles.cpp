@@ -1,0 +1,119 @@
+#include "OmbrixPlatform/NewFiles.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <set>
+
+#include "OmbrixPlatform/Paths.h"
+#include "OmbrixPlatform/Process.h"
+
+namespace ombrix {
+namespace {
+
+constexpr mode_t readWriteByUmask = 0666;
+
+std::string folderOf(const std::string& path) {
+    const std::string folder(Paths::parent(path));
+    return folder.empty() ? "." : folder;
+}
+
+/// 0, or the system's error.
+int writeAll(int descriptor, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t put = ::write(descriptor, bytes.data(), bytes.size());
+        if (put < 0 && errno == EINTR) continue;
+        if (put < 0) return errno;
+        bytes.remove_prefix(static_cast<std::size_t>(put));
+    }
+    return 0;
+}
+
+/// Names a file that has no name. The magic link is the way that needs no privilege.
+int nameUnnamed(int descriptor, const std::string& path) {
+    const std::string magic = "/proc/self/fd/" + std::to_string(descriptor);
+    return ::linkat(AT_FDCWD, magic.c_str(), AT_FDCWD, path.c_str(), AT_SYMLINK_FOLLOW) == 0
+               ? 0
+               : errno;
+}
+
+/// Renames without replacing. File systems that cannot do that in one step may know hard links.
+int nameTemporary(const std::string& temporary, const std::string& path) {
+    if (::renameat2(AT_FDCWD, temporary.c_str(), AT_FDCWD, path.c_str(), RENAME_NOREPLACE) == 0)
+        return 0;
+    if (errno != EINVAL && errno != ENOSYS) return errno;
+    if (::link(temporary.c_str(), path.c_str()) != 0) return errno;
+    ::unlink(temporary.c_str());
+    return 0;
+}
+
+void flushFolder(const std::string& folder) {
+    const int handle = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (handle < 0) return;
+    ::fsync(handle);
+    ::close(handle);
+}
+}  // namespace
+
+NewFiles::~NewFiles() { discardLast(files_.size()); }
+
+void NewFiles::add(const std::string& path, std::string_view bytes) {
+    if (path.find('\0') != std::string::npos) throw Files::Error(ENOENT, "Cannot write", path);
+    Waiting file{.path = path};
+    file.descriptor =
+        ::open(folderOf(path).c_str(), O_WRONLY | O_TMPFILE | O_CLOEXEC, readWriteByUmask);
+    if (file.descriptor < 0 && (errno == EOPNOTSUPP || errno == EISDIR || errno == EINVAL)) {
+        file.temporary =
+            Paths::joined(folderOf(path), ".ombrix-" + Process::uniqueString() + ".tmp");
+        file.descriptor = ::open(file.temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC,
+                                 readWriteByUmask);
+    }
+    if (file.descriptor < 0) throw Files::Error(errno, "Cannot write", path);
+    if (const int error = writeAll(file.descriptor, bytes); error != 0) {
+        discard(file);
+        throw Files::Error(error, "Cannot write", path);
+    }
+    files_.push_back(std::move(file));
+}
+
+void NewFiles::discardLast(std::size_t count) {
+    for (; count > 0 && !files_.empty(); --count) {
+        discard(files_.back());
+        files_.pop_back();
+    }
+}
+
+void NewFiles::discard(const Waiting& file) {
+    ::close(file.descriptor);
+    if (!file.temporary.empty()) ::unlink(file.temporary.c_str());
+}
+
+std::vector<NewFiles::Failure> NewFiles::commit() {
+    // All writes start before the first one is waited for, so that the file system can put them,
+    // and what it keeps in its journal, to disk together.
+    for (const Waiting& file : files_)
+        ::sync_file_range(file.descriptor, 0, 0, SYNC_FILE_RANGE_WRITE);
+    for (Waiting& file : files_) file.error = ::fsync(file.descriptor) == 0 ? 0 : errno;
+    std::vector<Failure> failures;
+    std::set<std::string> folders;
+    for (Waiting& file : files_) {
+        if (file.error == 0) {
+            file.error = file.temporary.empty() ? nameUnnamed(file.descriptor, file.path)
+                                                : nameTemporary(file.temporary, file.path);
+        }
+        if (file.error == 0) {
+            file.temporary.clear();
+            folders.insert(folderOf(file.path));
+        } else {
+            failures.push_back({file.path, Files::Error(file.error, "Cannot write", file.path)});
+        }
+        discard(file);
+    }
+    files_.clear();
+    for (const auto& folder : folders) flushFolder(folder);
+    return failures;
+}
+}  // namespace ombrix

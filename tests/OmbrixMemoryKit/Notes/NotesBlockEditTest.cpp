@@ -1,0 +1,82 @@
+#include "OmbrixMemoryKit/Notes/NotesBlockEdit.h"
+
+#include <gtest/gtest.h>
+
+#include "OmbrixMarkdownKit/Transcript/TranscriptEditor.h"
+#include "OmbrixPlatform/RandomText.h"
+#include "OmbrixPlatform/Text.h"
+
+namespace ombrix {
+namespace {
+
+using NotesBlockEdit::Section;
+
+const Instant written(std::chrono::sys_days(std::chrono::year(2026) / 9 / 1));
+const Instant later = written + std::chrono::hours(26);
+const EngineProvenance author{.model = "claude-sonnet-4-5", .at = written};
+const std::string head = "---\ntitle: x\n---\n\n## Transcript\n\n**Ann:** hi\n\n_Written by me_\n";
+const std::string human =
+    "_Written by Claude Sonnet 4.5 through Ombrix on Sep 1, 2026. Regenerate or delete any "
+    "time._\n";
+
+std::string transcript(const LandOutput& output) {
+    return TranscriptEditor::setEnhancedSections(
+               head, NotesBlockRenderer::payload(output, author, Calendar::gregorianUtc())) +
+           "\ntheirs\n";
+}
+
+std::string edited() {
+    EngineProvenance stamped = author;
+    stamped.edited = later;
+    return stamped.machineLine();
+}
+
+TEST(NotesBlockEdit, ARecordBecomesItsBlock) {
+    LandOutput output{.summary = " We agreed.\n"};
+    EXPECT_EQ(NotesBlockRenderer::payload(output, author, Calendar::gregorianUtc()),
+              "## Summary\nWe agreed.\n\n" + human + author.machineLine());
+    output.notes = {{" Price ", {"stays ", "is 5"}}, {"Team", {}}};
+    EXPECT_EQ(NotesBlockRenderer::payload(output, author, Calendar::gregorianUtc()),
+              "## Summary\nWe agreed.\n\n## Meeting Notes\n\n### Price\n- stays\n- is 5\n\n### "
+              "Team\n\n" +
+                  human + author.machineLine());
+}
+
+TEST(NotesBlockEdit, AnEditIsStampedAndTheProvenanceStaysLast) {
+    const std::string before = transcript({.summary = "old"});
+    const std::string end = "\n<!-- /ombrix:ai -->\n\ntheirs\n";
+    const auto summary = NotesBlockEdit::replace(Section::summary, "new", before, later);
+    EXPECT_EQ(summary, head + "\n## Summary\nnew\n\n" + human + edited() + "\n" + end);
+    const auto items = NotesBlockEdit::replace(Section::actionItems, "- a", *summary, later);
+    EXPECT_EQ(items, head + "\n## Summary\nnew\n\n## Action Items\n- a\n\n" + human + edited() +
+                         "\n" + end);
+    EXPECT_EQ(NotesBlockEdit::replace(Section::summary, "old", before, later), before)
+        << "nothing changed, no stamp";
+    EXPECT_EQ(NotesBlockEdit::replace(Section::summary, "x", head, later), std::nullopt);
+    const std::string foreign = Text::replacingAll(before, author.machineLine() + "\n", "");
+    EXPECT_EQ(NotesBlockEdit::replace(Section::summary, "new", foreign, later),
+              head + "\n## Summary\nnew\n\n" + human + end);
+}
+
+TEST(NotesBlockEdit, RandomEditsKeepTheProvenanceAndEverythingAround) {
+    test::RandomText random(12);
+    for (int round = 0; round < 300; ++round) {
+        std::string text = transcript({.summary = "s", .notes = {{"t", {"b"}}}});
+        for (int edit = 0; edit < 8; ++edit) {
+            const auto section = random.below(2) == 0 ? Section::summary : Section::actionItems;
+            const std::string body = random.below(4) == 0 ? "" : "- " + random.mixed(12, 20);
+            const std::string before = text;
+            text = NotesBlockEdit::replace(section, body, text, later).value();
+            ASSERT_TRUE(text.starts_with(head) && text.ends_with("\n\ntheirs\n")) << text;
+            const auto block = TranscriptEditor::enhancedSections(text).value();
+            const std::string machine =
+                text == transcript({.summary = "s", .notes = {{"t", {"b"}}}}) ? author.machineLine()
+                                                                              : edited();
+            ASSERT_TRUE(block.ends_with("\n\n" + human + machine)) << text;
+            ASSERT_EQ(Text::split(text, EngineProvenance::machinePrefix).size(), 2U) << text;
+            ASSERT_EQ(NotesBlockEdit::replace(section, body, text, later), text);
+        }
+    }
+}
+}  // namespace
+}  // namespace ombrix
