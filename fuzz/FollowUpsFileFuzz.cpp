@@ -15,6 +15,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     ledger.youOweLive = {{.what = std::string(quote), .who = "Ana", .quote = std::string(quote)}};
     const Instant updated = *parseIsoInstant("2026-09-01T14:03:22Z");
 
+    if (Text::contains(existing, "\r\r\n")) return 0;  // becomes CR LF, which becomes LF next time
     const auto read = FollowUpsFile::parseFrontmatter(existing);
     law(!read || FollowUpsFile::declares(existing), "only its own frontmatter is read");
     const auto parsed = EngineRegion::parse(existing);
@@ -30,7 +31,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     law(FollowUpsFile::parseFrontmatter(*rendered) ==
             FollowUpsFile::Frontmatter{.updated = updated, .meetingsRead = 3},
         "the frontmatter reads back");
-    if (Text::contains(*rendered, "\r\n")) return 0;  // CR CR LF becomes LF in two renderings
     law(FollowUpsFile::render(ledger, "Claude", updated, rendered) == rendered,
         "rendering again changes nothing");
     return 0;
