@@ -8,16 +8,18 @@
 namespace ombrix::MeetingKey {
 namespace {
 
+bool stays(std::string_view character) {
+    return character == "-" || character == "_" || character == "." ||
+           Text::isLetterOrNumber(Utf8::decode(character, 0).scalar);
+}
+
 std::string sanitized(std::string_view id) {
     std::string key;
     Characters::Cursor cursor(id);
     for (std::size_t at = 0; at < id.size();) {
-        const std::size_t end = cursor.after(at);
-        const char32_t first = Utf8::decode(id, at).scalar;
-        const bool stays =
-            first == '-' || first == '_' || first == '.' || Text::isLetterOrNumber(first);
-        key += stays ? id.substr(at, end - at) : "_";
-        at = end;
+        const auto character = id.substr(at, cursor.after(at) - at);
+        key += stays(character) ? character : "_";
+        at += character.size();
     }
     return key;
 }

@@ -9,7 +9,8 @@ namespace ombrix {
 namespace {
 
 TEST(MeetingKey, IsTheSpendIDOrAHashOfStartAndTitle) {
-    EXPECT_EQ(MeetingKey::make(" rec/7 é:a.b-c_2\r\nx\n", "s", "d", "t"), "rec_7_é_a.b-c_2_x");
+    EXPECT_EQ(MeetingKey::make(" rec/7 e\u0301:a.b-c_2-\u0301\r\nx\n", "s", "d", "t"),
+              "rec_7_e\u0301_a.b-c_2__x");
     EXPECT_EQ(MeetingKey::make(" \n", "2026-09-01T10:00:00Z", "2026-09-01", "Pricing"),
               "m-745d413a5d768168");
     EXPECT_EQ(MeetingKey::make("", "", "2026-09-01", "Pricing"), "m-5e6d7d580b781c56");

@@ -150,30 +150,14 @@ TEST(LandOutput, TalkAboutTheProcessIsRefusedInProseAlone) {
     for (const auto* other : {"We go by the sensor.", "When do we start?", "I'll send it.",
                               "Friday", "Next week.", "Pricing is mine.", "Speaker 2", "name:ana"})
         EXPECT_EQ(refusal(with(other, talk)), std::nullopt) << other;
-    const struct {
-        const char* text;
-        bool refused;
-    } cases[] = {
-        {"The transcript is in", true},
-        {"the Transcript is in", false},
-        {"this transcript labels", true},
-        {"a transcript isolated", false},
-        {"the transcript is, in", false},
-        {"Speaker labels", false},
-        {"turn label", true},
-        {"speaker-identity", true},
-        {"transcription errors", true},
-        {"speaker 12 might be Ana", true},
-        {"speaker 12 might say", false},
-        {"the model’s reasoning", true},
-        {"my reasonings", false},
-        {"<\\/think>", true},
-        {"<thinking>", false},
-        {"I concluded", true},
-        {"Alibi think tank", false},
-    };
-    for (const auto& [text, refused] : cases)
-        EXPECT_EQ(refusal(with("A joke?", text)).has_value(), refused) << text;
+    for (const auto* refused : {"The transcript is in", "this transcript labels", "turn label",
+                                "speaker-identity", "transcription errors", "I concluded",
+                                "speaker 12 might be Ana", "the model’s reasoning", "<\\/think>"})
+        EXPECT_EQ(refusal(with("A joke?", refused)), Error::notesCommentary()) << refused;
+    for (const auto* passed : {"the Transcript is in", "a transcript isolated",
+                               "the transcript is, in", "Speaker labels", "my reasonings",
+                               "speaker 12 might say", "<thinking>", "Alibi think tank"})
+        EXPECT_EQ(refusal(with("A joke?", passed)), std::nullopt) << passed;
 }
 }  // namespace
 }  // namespace ombrix
