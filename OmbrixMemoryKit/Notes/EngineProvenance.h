@@ -12,6 +12,7 @@
 #include <string>
 #include <string_view>
 
+#include "OmbrixMarkdownKit/Transcript/TranscriptEditor.h"
 #include "OmbrixPlatform/Calendar.h"
 #include "OmbrixPlatform/EnumNames.h"
 
@@ -24,7 +25,7 @@ struct EngineProvenance {
         ownKey,
         claudeCode,
     };
-    static constexpr std::string_view machinePrefix = "<!-- ombrix:written-by ";
+    static constexpr std::string_view machinePrefix = TranscriptEditor::provenancePrefix;
 
     Route route = Route::ombrix;
     std::string model{};  ///< the model's name; written as it is
