@@ -92,6 +92,20 @@ void answers(const std::string& cli, const std::string& library, int rounds) {
     printRow("answer, three keywords in June 2026", costs[2], costs[0]);
 }
 
+/// `key simulate` reads the frontmatters alone.
+void presses(const std::string& cli, const std::string& library, int rounds) {
+    const SupportDirectory support(library);
+    const auto costs = ProcessRun::sideBySide(
+        {{cli, "answer", question, "--support-dir", support.path(), "--now", "2026-07-31"},
+         {cli, "key", "simulate", "--title", "Osterby pricing (DM)", "--support-dir",
+          support.path(), "--now", "2026-07-31"}},
+        rounds);
+    std::printf("\nkey simulate, warm, median of %d rounds; the goal is a ratio of at most 0.2\n",
+                rounds);
+    printRow("answer, three keywords", costs[0], costs[0]);
+    printRow("key simulate", costs[1], costs[0]);
+}
+
 void starts(const std::string& cli, int rounds) {
     const auto costs = ProcessRun::sideBySide(
         {{"git", "--version"}, {cli, "spec"}, {cli, "info", "--support-dir", "/nonexistent"}},
@@ -114,5 +128,6 @@ int main(int argc, char** argv) {
     const std::string library = std::filesystem::absolute(arguments[1]);
     printWords(library);
     answers(arguments[0], library, rounds);
+    presses(arguments[0], library, rounds);
     starts(arguments[0], 20 * rounds);
 }

@@ -91,7 +91,7 @@ bool isScheme(std::string_view text) {
 }
 
 bool standsInNoHost(std::string_view host) {
-    constexpr std::string_view refused = "\"<>\\^`{|}";
+    constexpr std::string_view refused = "\"<>[\\]^`{|}";
     for (std::size_t at = 0; at < host.size();) {
         const auto [scalar, length] = Utf8::decode(host, at);
         if (scalar < 0x20 || scalar == 0x7F || Text::isWhiteSpace(scalar)) return true;

@@ -76,6 +76,7 @@ TEST(KeyExclusions, TheHostIsThatOfTheAddress) {
         {"1http://x.com", {}},
         {"see https://x.com", {}},
         {"https://[::1", {}},
+        {"https://www.[:2", {}},
         {"https://:80", {}},
         {"", {}},
         {"//", {}},
