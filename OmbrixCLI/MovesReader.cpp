@@ -29,11 +29,12 @@ std::vector<std::string> filesIn(const std::string& folder, std::string_view ext
 /// The records of the `.json` files in a folder that can be read.
 template <typename Record, typename Take>
 void readRecordsIn(const std::string& folder, Files::Reader& files, Take take) {
+    Json::Parser parser;
     for (const auto& path : filesIn(folder, ".json")) {
         const auto bytes = files.read(path, largestFile);
         if (!bytes) continue;
         try {
-            take(Record::decode(*bytes));
+            take(Json::decode<Record>(parser.parse(*bytes)));
         } catch (const Json::SyntaxError&) {
         } catch (const Json::DecodingError&) {
         } catch (const UnsupportedSchema&) {
@@ -91,10 +92,11 @@ void MovesReader::readCorrections(std::string_view memoryFolder) {
 }
 
 void MovesReader::eachMove(
+    MoveLibrary::Detail detail,
     const std::function<bool(MoveLibrary::MoveInState move, const MoveSources&)>& visit) {
     for (auto& sidecar : std::exchange(sidecars_, {})) {
         if (sources_.size() > mostSourcesKept) sources_.clear();
-        auto moves = MoveLibrary::movesOf(std::move(sidecar), known_);
+        auto moves = MoveLibrary::movesOf(std::move(sidecar), known_, detail);
         for (const auto& key : meetingsOf(moves)) load(key);
         for (auto& each : moves)
             if (!visit(std::move(each), sources_)) return;
@@ -131,11 +133,12 @@ std::shared_ptr<const MoveSource> MovesReader::source(const std::string& meeting
 std::vector<ResolvedMove> MovesReader::resolved(std::string folder, std::string_view memoryFolder) {
     std::vector<ResolvedMove> moves;
     MovesReader reader(std::move(folder), memoryFolder);
-    reader.eachMove([&moves](MoveLibrary::MoveInState each, const MoveSources& sources) {
+    const auto resolve = [&moves](MoveLibrary::MoveInState each, const MoveSources& sources) {
         moves.push_back(
             MoveEvidence::resolve(std::move(each.move), std::move(each.state), sources));
         return true;
-    });
+    };
+    reader.eachMove(MoveLibrary::Detail::whole, resolve);
     return moves;
 }
 }  // namespace ombrix

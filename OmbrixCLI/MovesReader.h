@@ -24,6 +24,7 @@ class MovesReader {
     /// Reads a meeting's transcript when its moves come, so that memory holds a few transcripts and
     /// not the library. A reader gives its moves once.
     void eachMove(
+        MoveLibrary::Detail detail,
         const std::function<bool(MoveLibrary::MoveInState move, const MoveSources&)>& visit);
 
     /// All moves of a folder, in that order.

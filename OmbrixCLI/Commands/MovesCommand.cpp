@@ -147,11 +147,11 @@ std::string table(const std::vector<MoveRow>& rows, const std::string& folder) {
 void listMoves(const CLIContext& context, const MovesOptions& options) {
     const std::string folder = folderURL(options.place);
     std::vector<MoveRow> rows;
-    MovesReader(folder, options.place.memoryFolder)
-        .eachMove([&rows](MoveLibrary::MoveInState each, const MoveSources& sources) {
-            rows.push_back(rowOf(std::move(each), sources));
-            return true;
-        });
+    const auto addRow = [&rows](MoveLibrary::MoveInState each, const MoveSources& sources) {
+        rows.push_back(rowOf(std::move(each), sources));
+        return true;
+    };
+    MovesReader(folder, options.place.memoryFolder).eachMove(MoveLibrary::Detail::outline, addRow);
     if (!options.json) StandardOutput::write(table(rows, folder));
     const auto count = static_cast<std::int64_t>(rows.size());
     emitSuccess(context, Json::object({{"folder", folder},
@@ -164,14 +164,13 @@ void renderMove(const CLIContext&, const RenderOptions& options) {
     const MoveMarkdown::Context reader{.userName = options.user.value_or(""),
                                        .today = Calendar::current().dayString(presentTime())};
     std::optional<std::string> payload;
-    MovesReader(folder, options.place.memoryFolder)
-        .eachMove([&](MoveLibrary::MoveInState each, const MoveSources& sources) {
-            if (each.move.id != options.id) return true;
-            payload = MoveMarkdown::work(
-                MoveEvidence::resolve(std::move(each.move), std::move(each.state), sources),
-                reader);
-            return false;
-        });
+    const auto renderIt = [&](MoveLibrary::MoveInState each, const MoveSources& sources) {
+        if (each.move.id != options.id) return true;
+        payload = MoveMarkdown::work(
+            MoveEvidence::resolve(std::move(each.move), std::move(each.state), sources), reader);
+        return false;
+    };
+    MovesReader(folder, options.place.memoryFolder).eachMove(MoveLibrary::Detail::whole, renderIt);
     if (!payload) {
         throw CLIError::invalidInput("No move '" + options.id + "' in " + folder + ".",
                                      "Run `ombrix-cli moves` to list the ids.");

@@ -4,25 +4,33 @@
 #include "OmbrixPlatform/Utf8.h"
 
 namespace ombrix::TextNormalize {
+namespace {
+
+struct Character {
+    std::size_t length = 1;
+    bool belongs = false;  ///< to a run
+};
+
+Character characterAt(std::string_view text, std::size_t at) {
+    if (Text::isAscii(text[at])) return {1, Text::isAsciiAlphanumeric(text[at])};
+    const Utf8::Decoded decoded = Utf8::decode(text, at);
+    return {decoded.length, Text::isAlphanumeric(decoded.scalar)};
+}
+}  // namespace
 
 std::string runs(std::string_view text) {
     std::string joined;
     joined.reserve(text.size());
-    bool inGap = false;
     for (std::size_t at = 0; at < text.size();) {
-        std::size_t length = 1;
-        bool belongs = Text::isAsciiAlphanumeric(text[at]);
-        if (!Text::isAscii(text[at])) {
-            const Utf8::Decoded decoded = Utf8::decode(text, at);
-            length = decoded.length;
-            belongs = Text::isAlphanumeric(decoded.scalar);
+        const std::size_t begin = at;
+        Character character;
+        while (at < text.size() && (character = characterAt(text, at)).belongs)
+            at += character.length;
+        if (at > begin) {
+            if (!joined.empty()) joined += ' ';
+            joined.append(text, begin, at - begin);
         }
-        if (belongs) {
-            if (inGap && !joined.empty()) joined.push_back(' ');
-            joined += text.substr(at, length);
-        }
-        inGap = !belongs;
-        at += length;
+        at += character.length;  // the one that ends the run; nothing is left to do at the end
     }
     return joined;
 }

@@ -33,21 +33,28 @@ constexpr double closeInSeconds = 90;
 
 using Claims = std::vector<const Claim*>;
 
+/// Of those with one id the first.
+Claims distinct(const std::vector<Claim>& claims) {
+    Claims result;
+    std::set<std::string_view> taken;
+    for (const auto& claim : claims)
+        if (taken.insert(claim.id).second) result.push_back(&claim);
+    return result;
+}
+
 /// See `claimPool`.
 Claims poolOf(const PreparedMove& move, const Revision& revision) {
-    std::set<std::string_view> used;
+    std::set<std::string_view> wanted;
     for (const auto& block : revision.blocks)
         for (const auto& line : block.lines)
-            used.insert(line.claimIds.begin(), line.claimIds.end());
+            wanted.insert(line.claimIds.begin(), line.claimIds.end());
     for (const auto& item : revision.unresolved)
-        used.insert(item.claimIds.begin(), item.claimIds.end());
+        wanted.insert(item.claimIds.begin(), item.claimIds.end());
 
-    Claims pool;
-    std::set<std::string_view> taken;
-    for (const auto& claim : revision.claims)
-        if (taken.insert(claim.id).second) pool.push_back(&claim);
+    Claims pool = distinct(revision.claims);
+    for (const Claim* claim : pool) wanted.erase(claim->id);
     for (const auto& claim : move.claims)
-        if (used.contains(claim.id) && taken.insert(claim.id).second) pool.push_back(&claim);
+        if (wanted.erase(claim.id) > 0) pool.push_back(&claim);
     return pool;
 }
 
@@ -293,11 +300,10 @@ std::vector<LineChange> diffRevisions(const Revision& from, const Revision& to) 
 }
 
 Outline outline(const PreparedMove& move, const MoveState& state, const MoveSources& sources) {
-    const Revision* revision = state.revision(state.current);
-    std::optional<Revision> base;
-    if (revision == nullptr) revision = &base.emplace(MoveLifecycle::baseRevision(move));
-    return {.title = revision->title.value_or(move.title),
-            .evidence = citationsOf(poolOf(move, *revision), sources).standing,
+    const Revision* const revision = state.revision(state.current);
+    const Claims pool = revision == nullptr ? distinct(move.claims) : poolOf(move, *revision);
+    return {.title = revision != nullptr && revision->title ? *revision->title : move.title,
+            .evidence = citationsOf(pool, sources).standing,
             .hasCandidate = state.revision(state.candidate) != nullptr,
             .source = sourceOf(move, sources)};
 }

@@ -26,11 +26,19 @@ MoveAction actionOf(const MoveCorrection& correction, std::string_view preparedA
     }
 }
 
-MoveState stateOf(const PreparedMove& move, const Knowledge& known) {
+MoveState withoutRecord(const PreparedMove& move, const Knowledge& known, Detail detail) {
+    if (detail == Detail::whole) return MoveLifecycle::initial(move, known.preparation);
+    // Copying the work of every move into its first revision would take longer than reading it.
+    MoveState state;
+    state.moveId = move.id;
+    state.preparation = known.preparation;
+    return state;
+}
+
+MoveState stateOf(const PreparedMove& move, const Knowledge& known, Detail detail) {
     const auto record = known.records.find(move.id);
-    MoveState state = record == known.records.end()
-                          ? MoveLifecycle::initial(move, known.preparation)
-                          : record->second.state(Preparation::ready);
+    MoveState state = record == known.records.end() ? withoutRecord(move, known, detail)
+                                                    : record->second.state(Preparation::ready);
     const auto corrections = known.corrections.find(move.id);
     if (corrections == known.corrections.end()) return state;
     return apply(corrections->second, std::move(state), move.preparedAt);
@@ -53,7 +61,7 @@ void sortNewestFirst(std::vector<PrepareSidecar>& sidecars) {
     });
 }
 
-std::vector<MoveInState> movesOf(PrepareSidecar sidecar, const Knowledge& known) {
+std::vector<MoveInState> movesOf(PrepareSidecar sidecar, const Knowledge& known, Detail detail) {
     auto moves = PrepareMapping::moves(std::move(sidecar.output), sidecar.meetingKey,
                                        isoInstant(sidecar.preparedAt));
     std::ranges::stable_partition(
@@ -61,7 +69,7 @@ std::vector<MoveInState> movesOf(PrepareSidecar sidecar, const Knowledge& known)
     std::vector<MoveInState> result;
     result.reserve(moves.size());
     for (auto& move : moves) {
-        MoveState state = stateOf(move, known);
+        MoveState state = stateOf(move, known, detail);
         result.push_back({std::move(move), std::move(state)});
     }
     return result;

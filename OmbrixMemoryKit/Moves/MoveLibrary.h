@@ -42,8 +42,13 @@ struct MoveInState {
     PreparedMove move;
     MoveState state;
 };
+enum class Detail {
+    whole,
+    outline,  ///< enough for `MoveEvidence::outline`: a move without a record has no revisions
+};
 /// The moves of one sidecar in the order of `resolve`, each with its state, corrections applied.
-std::vector<MoveInState> movesOf(PrepareSidecar sidecar, const Knowledge& known);
+std::vector<MoveInState> movesOf(PrepareSidecar sidecar, const Knowledge& known,
+                                 Detail detail = Detail::whole);
 
 /// Applies those of the corrections that name the state's move, in order: the last one wins.
 /// `preparedAt` becomes the time of a discard and a restore, which carry none. Corrections are
