@@ -1,12 +1,13 @@
 #include "OmbrixPlatform/NewFiles.h"
 
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
-#include <set>
 
 #include "OmbrixPlatform/Paths.h"
 #include "OmbrixPlatform/Process.h"
@@ -58,7 +59,17 @@ void flushFolder(const std::string& folder) {
 }
 }  // namespace
 
-NewFiles::~NewFiles() { discardLast(files_.size()); }
+NewFiles::~NewFiles() {
+    discardLast(files_.size());
+    for (const auto& folder : folders_) flushFolder(folder);
+}
+
+std::size_t NewFiles::mostWaiting() {
+    constexpr rlim_t enough = 512;
+    rlimit limit{};
+    if (::getrlimit(RLIMIT_NOFILE, &limit) != 0) return 1;
+    return static_cast<std::size_t>(std::clamp<rlim_t>(limit.rlim_cur / 2, 1, enough));
+}
 
 void NewFiles::add(const std::string& path, std::string_view bytes) {
     if (path.find('\0') != std::string::npos) throw Files::Error(ENOENT, "Cannot write", path);
@@ -98,7 +109,6 @@ std::vector<NewFiles::Failure> NewFiles::commit() {
         ::sync_file_range(file.descriptor, 0, 0, SYNC_FILE_RANGE_WRITE);
     for (Waiting& file : files_) file.error = ::fsync(file.descriptor) == 0 ? 0 : errno;
     std::vector<Failure> failures;
-    std::set<std::string> folders;
     for (Waiting& file : files_) {
         if (file.error == 0) {
             file.error = file.temporary.empty() ? nameUnnamed(file.descriptor, file.path)
@@ -106,14 +116,13 @@ std::vector<NewFiles::Failure> NewFiles::commit() {
         }
         if (file.error == 0) {
             file.temporary.clear();
-            folders.insert(folderOf(file.path));
+            folders_.insert(folderOf(file.path));
         } else {
             failures.push_back({file.path, Files::Error(file.error, "Cannot write", file.path)});
         }
         discard(file);
     }
     files_.clear();
-    for (const auto& folder : folders) flushFolder(folder);
     return failures;
 }
 }  // namespace ombrix

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstddef>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,8 +16,9 @@ namespace ombrix {
 
 class NewFiles {
   public:
-    /// How many files should be waiting at most; each keeps a descriptor open.
-    static constexpr std::size_t mostWaiting = 128;
+    /// How many files should be waiting at most. Each keeps a descriptor open, so it is at most
+    /// half of what the process may open.
+    static std::size_t mostWaiting();
 
     struct Failure {
         std::string path;
@@ -26,7 +28,7 @@ class NewFiles {
     NewFiles() = default;
     NewFiles(const NewFiles&) = delete;
     NewFiles& operator=(const NewFiles&) = delete;
-    /// What has not been committed is discarded.
+    /// What has not been committed is discarded. The names that were given are flushed to disk.
     ~NewFiles();
 
     /// Writes the bytes of a file that will be at `path`, whose folder exists. Throws
@@ -50,5 +52,6 @@ class NewFiles {
     static void discard(const Waiting& file);
 
     std::vector<Waiting> files_;
+    std::set<std::string> folders_;  ///< those that have new names
 };
 }  // namespace ombrix

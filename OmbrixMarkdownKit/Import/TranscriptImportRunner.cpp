@@ -146,7 +146,7 @@ class Run {
             const auto place = destinations_.place(source, folder, number(i, meetings.size()));
             if (place.isTaken) return false;
             if (!place.exists) {  // else it is from the run that was interrupted
-                if (files_.waiting() == NewFiles::mostWaiting) {
+                if (files_.waiting() == NewFiles::mostWaiting()) {
                     commit();
                     pending.named += std::exchange(pending.waiting, 0);
                 }
