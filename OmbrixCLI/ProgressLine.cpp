@@ -21,7 +21,7 @@ ProgressLine::ProgressLine(std::string verb)
       next_(Clock::now() + quietTime) {}
 
 ProgressLine::~ProgressLine() {
-    if (isShown_) writeStandardError(clearLine);
+    if (isShown_) writeTerminal(clearLine);
 }
 
 void ProgressLine::show(std::size_t done, std::size_t all) {
@@ -30,7 +30,6 @@ void ProgressLine::show(std::size_t done, std::size_t all) {
     if (now < next_) return;
     next_ = now + pause;
     isShown_ = true;
-    writeStandardError(clearLine + verb_ + " " + std::to_string(done) + " of " +
-                       std::to_string(all));
+    writeTerminal(clearLine + verb_ + " " + std::to_string(done) + " of " + std::to_string(all));
 }
 }  // namespace ombrix

@@ -38,4 +38,6 @@ void StandardOutput::write(std::string_view text) {
 void writeStandardError(std::string_view text) {
     writeAll(STDERR_FILENO, Text::withVisibleControls(text));
 }
+
+void writeTerminal(std::string_view text) { writeAll(STDERR_FILENO, text); }
 }  // namespace ombrix

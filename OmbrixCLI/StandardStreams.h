@@ -22,4 +22,7 @@ void write(std::string_view text);
 /// `text` to standard error, its control characters made visible: a message may quote foreign
 /// bytes, and a terminal obeys them. What cannot be written there is dropped.
 void writeStandardError(std::string_view text);
+
+/// `text`, of this program alone, to the terminal that standard error is; it may steer it.
+void writeTerminal(std::string_view text);
 }  // namespace ombrix
