@@ -1,9 +1,17 @@
 #include "OmbrixMemoryKit/Skills/SkillPaths.h"
 
+#include "OmbrixMemoryKit/Skills/SkillFile.h"
 #include "OmbrixPlatform/Paths.h"
 #include "OmbrixPlatform/Text.h"
 
 namespace ombrix {
+
+std::string SkillPaths::relativeFile(std::string_view memoryFolderName, std::string_view name) {
+    std::string path(memoryFolderName);
+    for (const std::string_view component : {folderName, name, SkillFile::fileName})
+        (path += '/') += component;
+    return path;
+}
 
 bool SkillsFolder::holds(std::string_view path, std::string_view memoryFolderName) {
     if (!Text::contains(path, SkillPaths::folderName)) return false;
