@@ -6,7 +6,6 @@
 #include "OmbrixMemoryKit/Skills/SkillFile.h"
 #include "OmbrixMemoryKit/Skills/SkillPaths.h"
 #include "OmbrixMemoryKit/Skills/SkillTitle.h"
-#include "OmbrixPlatform/Digest.h"
 #include "OmbrixPlatform/RandomText.h"
 
 namespace ombrix {
