@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <chrono>
 
+#include "OmbrixAnswerKit/Ask/ShortDate.h"
 #include "OmbrixPlatform/Text.h"
 
 namespace ombrix::AskContext {
@@ -21,10 +22,6 @@ bool hasSelection(const AskViewContext& context) {
 
 std::string_view folderOf(const AskViewContext& context) {
     return context.folder ? std::string_view(*context.folder) : std::string_view();
-}
-
-std::optional<Instant> parsedDay(std::string_view day) {
-    return Calendar::gregorianUtc().parseDay(day);
 }
 
 std::vector<std::string> idsOf(std::span<const AskMeeting> meetings) {
@@ -67,12 +64,8 @@ std::string_view labelOf(AskPlace place) {
 
 /// " (Aug 3)"; empty without a day.
 std::string dateTail(const std::optional<std::string>& date) {
-    static constexpr std::string_view months[] = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
-                                                  "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
-    const auto instant = date ? parsedDay(*date) : std::nullopt;
-    if (!instant) return {};
-    const auto day = Calendar::gregorianUtc().day(*instant);
-    return " (" + std::string(months[day.month - 1]) + " " + std::to_string(day.day) + ")";
+    const auto day = date ? shortDate(*date) : std::nullopt;
+    return day ? " (" + *day + ")" : "";
 }
 
 std::string placeSentence(const AskViewContext& context, const std::optional<std::string>& title) {
@@ -124,7 +117,7 @@ std::string statement(const AskViewContext& context, const std::optional<std::st
 }
 
 std::string recentSince(std::string_view today) {
-    const auto start = parsedDay(today);
+    const auto start = Calendar::gregorianUtc().parseDay(today);
     if (!start) return std::string(today);
     auto day = std::chrono::floor<std::chrono::days>(*start);
     for (std::size_t weekdays = 0;; day -= std::chrono::days(1)) {
