@@ -8,7 +8,8 @@
 #include "OmbrixMemoryKit/Ledger/FollowUpsMerger.h"
 #include "OmbrixMemoryKit/Ledger/FollowUpsPresentation.h"
 #include "OmbrixMemoryKit/Region/EngineRegion.h"
-#include "OmbrixPlatform/Characters.h"
+#include "OmbrixMemoryKit/Region/EngineText.h"
+#include "OmbrixMemoryKit/Region/QuoteClip.h"
 #include "OmbrixPlatform/LineCursor.h"
 #include "OmbrixPlatform/Numbers.h"
 #include "OmbrixPlatform/Text.h"
@@ -16,10 +17,9 @@
 namespace ombrix::FollowUpsFile {
 namespace {
 
-constexpr std::size_t mostQuoted = 240;  // characters
 constexpr std::string_view dot = " · ";
 constexpr std::string_view noDate = "no date";
-constexpr std::string_view fence = "---\n", closingFence = "\n---\n";
+constexpr std::string_view fence = "---\n";
 constexpr std::string_view layout = "laid out by Ombrix";
 constexpr std::string_view updatedKey = "updated:", meetingsReadKey = "meetings_read:";
 
@@ -100,21 +100,6 @@ struct RowPieces {
     }
 };
 
-std::string onOneLine(std::string_view text) {
-    std::string line = Text::withLineFeeds(text);
-    for (char& c : line)
-        if (c == '\n' || c == '\r') c = ' ';
-    return line;
-}
-
-/// A marker that somebody quoted would end the region, and the file could not be read any more.
-/// Markdown shows "&lt;" as "<".
-std::string withoutMarkers(std::string text) {
-    for (const auto marker : {EngineRegion::openPrefix, EngineRegion::closeMarker})
-        text = Text::replacingAll(text, marker, joined({"&lt;", marker.substr(1)}));
-    return text;
-}
-
 void appendSection(std::string& text, std::string_view heading, std::string_view lead,
                    const FollowUpRows& rows, std::string_view today) {
     text += joined({"\n## ", heading, "\n", rows.empty() ? "(none)\n" : lead});
@@ -122,13 +107,6 @@ void appendSection(std::string& text, std::string_view heading, std::string_view
         text += rowLine(row, today);
         text += '\n';
     }
-}
-
-/// What the user wrote above the region: all but the old frontmatter.
-std::string_view withoutFrontmatter(std::string_view before) {
-    if (!before.starts_with(fence)) return before;
-    const auto end = before.find(closingFence, fence.size());
-    return end == before.npos ? before : before.substr(end + closingFence.size());
 }
 }  // namespace
 
@@ -142,8 +120,8 @@ std::optional<std::string> render(const FollowUpsLedger& ledger, std::string_vie
         return EngineRegion::compose(head, openLine, content, humanTail);
     const auto parsed = EngineRegion::parse(*existing);
     if (!parsed) return std::nullopt;
-    return joined({head, "\n", withoutFrontmatter(parsed->before), openLine, "\n", content,
-                   EngineRegion::closeMarker, parsed->after});
+    return joined({head, "\n", EngineText::withoutFrontmatter(parsed->before), openLine, "\n",
+                   content, EngineRegion::closeMarker, parsed->after});
 }
 
 std::string frontmatter(Instant updated, std::int64_t meetingsRead) {
@@ -169,22 +147,16 @@ std::string regionContent(const FollowUpsLedger& ledger, std::string_view writer
         {"Not sure", {}, ledger.notSure},
         {"Older", olderLead, ledger.older},
     };
-    std::string text = joined({"Rows are what ", onOneLine(writer), " found in your meetings, ",
-                               layout, ". Every row quotes its source.\n"});
+    std::string text =
+        joined({"Rows are what ", EngineText::onOneLine(writer), " found in your meetings, ",
+                layout, ". Every row quotes its source.\n"});
     for (const auto& [heading, lead, rows] : sections)
         appendSection(text, heading, lead, rows, ledger.today);
-    return withoutMarkers(std::move(text));
+    return EngineRegion::withoutMarkers(std::move(text));
 }
 
 std::string rowLine(const FollowUpRow& row, std::string_view today) {
-    return onOneLine(std::visit(RowPieces{row, today}, row.status));
-}
-
-std::string clipQuote(std::string_view text) {
-    if (!Characters::hasAtLeast(text, mostQuoted + 1)) return std::string(text);
-    auto clipped = Characters::prefix(text, mostQuoted);
-    clipped = clipped.substr(0, clipped.rfind(' '));
-    return joined({Text::trimmed(clipped), "…"});
+    return EngineText::onOneLine(std::visit(RowPieces{row, today}, row.status));
 }
 
 std::optional<Frontmatter> parseFrontmatter(std::string_view given) {

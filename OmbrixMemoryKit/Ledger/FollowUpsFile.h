@@ -52,9 +52,6 @@ std::string frontmatter(Instant updated, std::int64_t meetingsRead);
 std::string regionContent(const FollowUpsLedger& ledger, std::string_view writer);
 /// A row as one line of a list, without a line feed: line ends in its texts become blanks.
 std::string rowLine(const FollowUpRow& row, std::string_view today);
-/// A text of up to 240 characters as it is; a longer one cut at the last blank before that, or at
-/// 240 if there is none, with "…" after it.
-std::string clipQuote(std::string_view text);
 
 struct Frontmatter {
     Instant updated{};

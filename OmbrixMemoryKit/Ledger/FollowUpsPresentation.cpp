@@ -48,10 +48,7 @@ bool comesFirst(const FollowUpRow& a, const FollowUpRow& b) {
 }
 
 bool beginsInUpperCase(std::string_view name) {
-    if (name.empty()) return false;
-    const auto [scalar, length] = Utf8::decode(name, 0);
-    const auto first = name.substr(0, length);
-    return Text::isLetter(scalar) && Text::lowercased(first) != first;
+    return !name.empty() && Text::isUppercase(Utf8::decode(name, 0).scalar);
 }
 
 /// The name of a group whose rows are in their order.

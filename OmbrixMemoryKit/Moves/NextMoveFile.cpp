@@ -5,15 +5,13 @@
 
 #include "OmbrixMemoryKit/Region/Corrections.h"
 #include "OmbrixMemoryKit/Region/EngineRegion.h"
+#include "OmbrixMemoryKit/Region/EngineText.h"
 #include "OmbrixMemoryKit/Region/Frontmatter.h"
 #include "OmbrixPlatform/Regex.h"
 #include "OmbrixPlatform/Text.h"
 
 namespace ombrix::NextMoveFile {
 namespace {
-
-constexpr std::string_view newTail =
-    "\n## Notes\n(Yours. Ombrix never edits below its markers.)\n\n## Corrections\n";
 
 // ---- writing ----------------------------------------------------------------------------------
 
@@ -66,7 +64,7 @@ std::optional<std::string> tailOf(std::string_view existing) {
     if (Text::contains(existing, EngineRegion::openPrefix) ||
         Text::contains(existing, EngineRegion::closeMarker))
         return std::nullopt;
-    if (Text::trimmed(existing).empty()) return std::string(newTail);
+    if (Text::trimmed(existing).empty()) return std::string(EngineText::newTail);
     std::string tail = "\n" + Text::withLineFeeds(existing);
     if (!tail.ends_with('\n')) tail += '\n';
     return tail;

@@ -26,13 +26,19 @@ void appendRegion(std::string& text, std::string_view openLine, std::string_view
 }
 }  // namespace
 
+std::string withoutMarkers(std::string text) {
+    for (const auto marker : {openPrefix, closeMarker})
+        text = Text::replacingAll(text, marker, "&lt;" + std::string(marker.substr(1)));
+    return text;
+}
+
 std::string openMarker(std::string_view by, Instant at, std::int64_t sources) {
+    std::string writer = Text::withLineFeeds(by);
+    for (char& c : writer) c = c == '"' ? '\'' : c == '\n' || c == '\r' ? ' ' : c;
     std::string line(openPrefix);
-    line += "by=\"";
-    for (const char c : Text::withLineFeeds(by))
-        line += c == '"' ? '\'' : c == '\n' || c == '\r' ? ' ' : c;
-    line += "\" at=\"" + isoInstant(at) + "\" sources=\"" + std::to_string(sources) + "\" -->";
-    return line;
+    line.append("by=\"").append(withoutMarkers(std::move(writer))) += "\" at=\"";
+    line.append(isoInstant(at)).append("\" sources=\"").append(std::to_string(sources));
+    return line += "\" -->";
 }
 
 std::optional<OpenLine> parseOpenLine(std::string_view line) {

@@ -118,22 +118,6 @@ TEST(FollowUpsFile, ARowSaysWhatIsKnown) {
     for (const auto& [given, line] : cases) EXPECT_EQ(FollowUpsFile::rowLine(given, today), line);
 }
 
-TEST(FollowUpsFile, ALongQuoteIsCutAtABlank) {
-    const auto times = [](int count, const std::string& text) {
-        std::string all;
-        for (int i = 0; i < count; ++i) all += text;
-        return all;
-    };
-    const std::string family = "👩‍👩‍👧";  // one character
-    const std::pair<std::string, std::string> cases[] = {
-        {times(240, family), times(240, family)},
-        {times(241, family), times(240, family) + "…"},
-        {"one\n two" + times(240, "x"), "one…"},
-        {times(80, "ab ") + "x", times(79, "ab ") + "ab…"},
-    };
-    for (const auto& [quote, clipped] : cases) EXPECT_EQ(FollowUpsFile::clipQuote(quote), clipped);
-}
-
 TEST(FollowUpsFile, TheFrontmatterReadsBackAndForeignOnesDoNot) {
     const std::string own = FollowUpsFile::frontmatter(updated, 12);
     const FollowUpsFile::Frontmatter read{.updated = updated, .meetingsRead = 12};
@@ -191,8 +175,8 @@ TEST(FollowUpsFile, WhatThePersonWroteOutlivesEveryRendering) {
         std::string file = fresh->substr(0, place) + above + "\n" + fresh->substr(place) + below;
         for (int again = 1; again <= 3; ++again) {
             ledger.changed.assign(static_cast<std::size_t>(again), quoting);
-            const auto rendered =
-                FollowUpsFile::render(ledger, "B", updated + std::chrono::hours(again), file);
+            const auto rendered = FollowUpsFile::render(ledger, markers[again % 2],
+                                                        updated + std::chrono::hours(again), file);
             ASSERT_TRUE(rendered) << file;
             const auto parsed = EngineRegion::parse(*rendered);
             ASSERT_TRUE(parsed) << *rendered;
@@ -201,7 +185,7 @@ TEST(FollowUpsFile, WhatThePersonWroteOutlivesEveryRendering) {
                                                  ledger.meetingsRead) +
                           "\n" + Text::withLineFeeds(above + "\n"));
             EXPECT_EQ(parsed->after, Text::withLineFeeds("\n\n## Corrections\n" + below));
-            EXPECT_EQ(parsed->content, FollowUpsFile::regionContent(ledger, "B"));
+            EXPECT_EQ(parsed->content, FollowUpsFile::regionContent(ledger, markers[again % 2]));
             file = *rendered;
         }
         const std::string doubled = file + markers[random() % 2];

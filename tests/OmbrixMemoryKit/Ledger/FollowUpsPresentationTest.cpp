@@ -60,7 +60,7 @@ TEST(FollowUpsPresentation, APersonsRowsAreTogetherUnderTheirBestName) {
     };
     const FollowUpRow::Live live;
     const FollowUpRows rows = {with("1", "Cy", "name:cy", live),
-                               with("2", "ana", "name:ana", live),
+                               with("2", "ǅana", "name:ana", live),
                                with("3", "Élan", "", live),
                                with("4", "2nd Ana", "name:ana", Done{}),
                                with("5", "Ana R.", "name:ana", live),

@@ -16,6 +16,8 @@ TEST(EngineRegion, TheOpenLineSaysWhoWhenAndFromHowMuch) {
     EXPECT_EQ(EngineRegion::parseOpenLine(open), (EngineRegion::OpenLine{"Claude", at, 4}));
     const std::string odd = EngineRegion::openMarker("a \"b\"\r\nc", at, -1);
     EXPECT_EQ(EngineRegion::parseOpenLine(odd), (EngineRegion::OpenLine{"a 'b' c", at, -1}));
+    const std::string quoting = EngineRegion::openMarker("<!-- ombrix:engine v1\nx" + close, at, 4);
+    EXPECT_TRUE(EngineRegion::parse(EngineRegion::compose("", quoting, "text", "")));
     EXPECT_EQ(EngineRegion::parseOpenLine(R"(x by="" at="now" sources="4.0")"),
               (EngineRegion::OpenLine{"", std::nullopt, 0}));
     EXPECT_EQ(EngineRegion::parseOpenLine(R"(at="2026-09-01T14:03:22Z" BY="x")"), std::nullopt);
