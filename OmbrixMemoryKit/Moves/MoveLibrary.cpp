@@ -111,15 +111,20 @@ std::map<std::string, std::vector<std::string>> byMeeting(std::span<const Resolv
 }
 
 std::set<std::string> servedCommitmentIDs(std::span<const ResolvedMove> moves,
-                                          std::span<const std::vector<std::string>> rows) {
+                                          std::span<const FollowUpRow> rows) {
     std::set<std::string> named;
     for (const auto& each : moves)
         if (!each.state.dismissed)
             named.insert(each.move.commitmentIds.begin(), each.move.commitmentIds.end());
     std::set<std::string> served = named;
-    for (const auto& row : rows)
-        if (std::ranges::any_of(row, [&](const std::string& id) { return named.contains(id); }))
-            served.insert(row.begin(), row.end());
+    for (const auto& row : rows) {
+        std::vector<std::string> ids{row.id};
+        if (row.recurrence)
+            ids.insert(ids.end(), row.recurrence->memberIDs.begin(),
+                       row.recurrence->memberIDs.end());
+        if (std::ranges::any_of(ids, [&](const std::string& id) { return named.contains(id); }))
+            served.insert(ids.begin(), ids.end());
+    }
     return served;
 }
 }  // namespace ombrix::MoveLibrary

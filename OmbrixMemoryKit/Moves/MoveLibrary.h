@@ -10,6 +10,7 @@
 #include <string_view>
 #include <vector>
 
+#include "OmbrixMemoryKit/Ledger/FollowUpsLedger.h"
 #include "OmbrixMemoryKit/Moves/MoveCorrections.h"
 #include "OmbrixMemoryKit/Moves/MoveStateRecord.h"
 #include "OmbrixMemoryKit/Moves/PrepareSidecar.h"
@@ -67,9 +68,8 @@ const ResolvedMove* head(std::span<const ResolvedMove> moves);
 /// The ids of the moves of each meeting, by its key, in their order.
 std::map<std::string, std::vector<std::string>> byMeeting(std::span<const ResolvedMove> moves);
 
-/// The commitments that moves serve, without moves that are dismissed. `rows` are the ids that each
-/// row of the follow-ups stands for, its own and those of its recurrence: who serves one of them
-/// serves them all.
+/// The commitments that moves serve, without moves that are dismissed. A follow-up row stands for
+/// its own id and those of its recurrence: who serves one of them serves them all.
 std::set<std::string> servedCommitmentIDs(std::span<const ResolvedMove> moves,
-                                          std::span<const std::vector<std::string>> rows);
+                                          std::span<const FollowUpRow> rows);
 }  // namespace ombrix::MoveLibrary

@@ -36,8 +36,8 @@ std::string inviteText(const ResolvedMove& move, std::string_view today);
 
 enum class Clip { none, quotes };
 
-/// What was said, a line a turn; `Clip::quotes` shortens each by `clipQuote`. Without a line feed
-/// at its end:
+/// What was said, a line a turn; `Clip::quotes` shortens each by `clipQuote`.
+/// Without a line feed at its end:
 ///
 ///   Earlier call
 ///   From Product weekly, 2026-07-27 (Ann Jones, Tomas Vale)
