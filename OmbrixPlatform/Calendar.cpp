@@ -302,7 +302,12 @@ std::optional<Instant> parseIsoInstant(std::string_view text) {
         offset = std::chrono::hours(*hours) + std::chrono::minutes(*minutes);
         if (zone[0] == '-') offset = -offset;
     }
-    return std::chrono::sys_days(*civil) + std::chrono::hours(*hour) +
-           std::chrono::minutes(*minute) + std::chrono::seconds(*second) - offset;
+    const Instant instant = std::chrono::sys_days(*civil) + std::chrono::hours(*hour) +
+                            std::chrono::minutes(*minute) + std::chrono::seconds(*second) - offset;
+    // In UTC its year may have no four digits, and then it could be written but not read again.
+    static constexpr Instant first = std::chrono::sys_days(std::chrono::year(0) / 1 / 1),
+                             end = std::chrono::sys_days(std::chrono::year(10'000) / 1 / 1);
+    if (instant < first || instant >= end) return std::nullopt;
+    return instant;
 }
 }  // namespace ombrix

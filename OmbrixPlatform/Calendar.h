@@ -17,7 +17,8 @@ using Instant = std::chrono::sys_seconds;
 /// `yyyy-MM-ddTHH:mm:ssZ` in UTC.
 std::string isoInstant(Instant instant);
 /// ISO 8601 internet date-time, whole seconds, with "Z" or an offset: "2026-03-01T09:30:00+01:00".
-/// Nothing for any other form, for fractions of a second and for a day that does not exist.
+/// Nothing for any other form, for fractions of a second, for a day that does not exist, and when
+/// the year in UTC is not 0 to 9999. What it reads, `isoInstant` writes so that it reads it again.
 std::optional<Instant> parseIsoInstant(std::string_view text);
 /// The day "YYYY-MM-DD" by itself, in no zone: four, two and two ASCII digits and nothing else.
 /// Nothing for another form and for a day that does not exist. Days subtract to days.

@@ -43,14 +43,18 @@ std::vector<std::string> PersonIdentity::allKeys() const {
     return keys;
 }
 
-PersonAliases::PersonAliases(std::vector<PersonIdentity> identities)
-    : identities_(std::move(identities)) {
-    rebuildIndex();
+PersonAliases::PersonAliases(std::vector<PersonIdentity> identities) {
+    for (auto& identity : identities) append(std::move(identity));
+}
+
+std::vector<PersonIdentity> PersonAliases::identities() const {
+    const auto inOrder = std::views::values(identities_);
+    return {inOrder.begin(), inOrder.end()};
 }
 
 const PersonIdentity* PersonAliases::find(std::string_view key) const {
     const auto found = byKey_.find(Text::lowercased(key));
-    return found == byKey_.end() ? nullptr : &identities_[found->second];
+    return found == byKey_.end() ? nullptr : &identities_.at(found->second);
 }
 
 std::string PersonAliases::canonical(std::string_view key) const {
@@ -76,14 +80,10 @@ void PersonAliases::add(PersonIdentity identity) {
         if (found != byKey_.end()) sharing.insert(found->second);
     }
     for (const std::size_t number : std::views::reverse(sharing)) {
-        identity = merged(identities_[number], identity);
-        identities_.erase(identities_.begin() + static_cast<std::ptrdiff_t>(number));
+        const auto existing = identities_.extract(number);
+        identity = merged(existing.mapped(), identity);
     }
-    identities_.push_back(std::move(identity));
-    if (sharing.empty())
-        index(identities_.size() - 1);
-    else
-        rebuildIndex();
+    append(std::move(identity));
 }
 
 void PersonAliases::add(std::optional<std::string_view> name, std::optional<std::string_view> email,
@@ -97,14 +97,11 @@ void PersonAliases::add(std::optional<std::string_view> name, std::optional<std:
     add(std::move(identity));
 }
 
-void PersonAliases::index(std::size_t number) {
-    for (const auto& key : identities_[number].allKeys())
+void PersonAliases::append(PersonIdentity identity) {
+    const std::size_t number = identities_.empty() ? 0 : identities_.rbegin()->first + 1;
+    for (const auto& key : identity.allKeys())
         byKey_.insert_or_assign(Text::lowercased(key), number);
-}
-
-void PersonAliases::rebuildIndex() {
-    byKey_.clear();
-    for (std::size_t number = 0; number < identities_.size(); ++number) index(number);
+    identities_.emplace(number, std::move(identity));
 }
 
 Json::Value encode(PersonIdentity identity) {

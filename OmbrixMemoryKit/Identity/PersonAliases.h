@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -26,14 +27,16 @@ struct PersonIdentity {
     bool operator==(const PersonIdentity&) const = default;
 };
 
-/// Lookups ignore the case of the key and cost one hash each. A key in two identities of a file
-/// belongs to the later one.
+/// Lookups ignore the case of the key; one costs a hash and a binary search. To add an identity
+/// costs as much for each key it then has, however many identities there are. A key in two
+/// identities of a file belongs to the later one.
 class PersonAliases {
   public:
     PersonAliases() = default;
     explicit PersonAliases(std::vector<PersonIdentity> identities);
 
-    const std::vector<PersonIdentity>& identities() const { return identities_; }
+    /// In the order of the file, those added since then after them. A copy.
+    std::vector<PersonIdentity> identities() const;
     /// The identity that has this key; null for an unknown key. Valid until the next `add`.
     const PersonIdentity* find(std::string_view key) const;
 
@@ -53,7 +56,7 @@ class PersonAliases {
     void add(std::optional<std::string_view> name, std::optional<std::string_view> email,
              std::optional<std::string_view> display = std::nullopt);
 
-    bool operator==(const PersonAliases& other) const { return identities_ == other.identities_; }
+    bool operator==(const PersonAliases& other) const { return identities() == other.identities(); }
 
   private:
     struct Hash {
@@ -62,10 +65,9 @@ class PersonAliases {
             return std::hash<std::string_view>()(text);
         }
     };
-    void index(std::size_t number);
-    void rebuildIndex();
+    void append(PersonIdentity identity);
 
-    std::vector<PersonIdentity> identities_;
+    std::map<std::size_t, PersonIdentity> identities_;  // by number, in the order of adding
     std::unordered_map<std::string, std::size_t, Hash, std::equal_to<>> byKey_;  // lower-case keys
 };
 

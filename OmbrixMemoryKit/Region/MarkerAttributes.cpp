@@ -5,7 +5,9 @@
 namespace ombrix {
 
 MarkerAttributes::MarkerAttributes(std::string_view line) {
-    static const Regex attribute("([a-z]+)=\"([^\"]*)\"");
+    // A name begins where its run of letters does. Without saying so, a long run that is no name
+    // is tried from each of its letters to its end.
+    static const Regex attribute("(?<![a-z])([a-z]++)=\"([^\"]*)\"");
     for (const auto& match : attribute.matches(line))
         values_.insert_or_assign(match.group(1, line), match.group(2, line));
 }

@@ -15,7 +15,7 @@ class MarkerAttributes {
   public:
     /// Every `name="value"` in the line whose name is of lower-case ASCII letters; a value has no
     /// double quotes. Of a name given twice the last one counts. What else the line holds is
-    /// passed over. The values are views of `line`.
+    /// passed over. The values are views of `line`. Linear.
     explicit MarkerAttributes(std::string_view line);
 
     std::optional<std::string_view> text(std::string_view name) const;

@@ -25,28 +25,21 @@ TEST(EngineProvenance, IsWrittenInOneLineForMachinesAndOneForPeople) {
 }
 
 TEST(EngineProvenance, IsNotReadFromADamagedLine) {
-    const std::string start = "<!-- ombrix:written-by ", at = R"(at="2026-09-01T23:30:00Z" )";
-    const struct {
-        const char* damage;
-        std::string line;
-        bool readable;
-    } cases[] = {
-        {"none", start + R"(route="ombrix" model="" v="1" )" + at + "-->", true},
-        {"the date the notes were edited",
-         start + R"(route="ombrix" model="m" v="1" )" + at + R"(edited="soon" -->)", true},
-        {"an unknown route", start + R"(route="Ombrix" model="m" v="1" )" + at + "-->", false},
-        {"no model", start + R"(route="ombrix" v="1" )" + at + "-->", false},
-        {"no instant", start + R"(route="ombrix" model="m" v="1" at="2026-09-01" -->)", false},
-        {"a version with a fraction", start + R"(route="ombrix" model="m" v="1.0" )" + at + "-->",
-         false},
-        {"no end", start + R"(route="ombrix" model="m" v="1" )" + at, false},
-        {"another comment", R"(<!-- route="ombrix" model="m" v="1" )" + at + "-->", false},
-    };
-    for (const auto& [damage, line, readable] : cases) {
+    const std::string start = "<!-- ombrix:written-by ", at = R"(at="2026-09-01T23:30:00Z" )",
+                      route = R"(route="ombrix" )", rest = R"(model="" v="1" )" + at;
+    for (const auto& line :
+         {start + route + rest + "-->", start + route + rest + R"(edited="soon" -->)",
+          start + std::string(200'000, 'x') + " " + route + rest + "-->"}) {
         const auto parsed = EngineProvenance::parse(line);
-        EXPECT_EQ(parsed.has_value(), readable) << damage;
-        EXPECT_FALSE(parsed && parsed->edited) << damage;
+        ASSERT_TRUE(parsed) << line.substr(0, 99);
+        EXPECT_EQ(parsed->edited, std::nullopt);
     }
+    for (const auto& line :
+         {start + R"(route="Ombrix" )" + rest + "-->", start + route + R"(v="1" )" + at + "-->",
+          start + route + R"(model="" v="1" at="2026-09-01" -->)",
+          start + route + R"(model="" v="1.0" )" + at + "-->", start + route + rest,
+          "<!-- " + route + rest + "-->"})
+        EXPECT_FALSE(EngineProvenance::parse(line)) << line;
 }
 
 TEST(EngineProvenance, NamesTheModelForPeople) {
@@ -55,14 +48,12 @@ TEST(EngineProvenance, NamesTheModelForPeople) {
     } cases[] = {
         {"claude-sonnet-4-5", "Claude Sonnet 4.5"},
         {"Claude--OPUS-5-fast", "Claude Opus 5"},
-        {"claude-haiku", "Claude Haiku"},
         {"claude-éclair-4.5", "Claude Éclair"},
         {"claude", "Claude"},
         {"-claude-", "Claude"},
         {"gpt-5", "GPT-5"},
         {"GPT-5", "an AI model"},
         {"deepseek-v4-pro", "Auto"},  // in the catalogue, but not in its list
-        {"gpt-x", "an AI model"},
         {"", "an AI model"},
     };
     for (const auto& [model, name] : cases)
