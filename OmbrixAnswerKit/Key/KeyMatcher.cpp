@@ -49,7 +49,7 @@ class Words {
     bool contains(std::string_view word) const { return places_.contains(word); }
 
     /// True when the words of `phrase` stand there one behind the other.
-    bool containsPhrase(const std::vector<std::string>& phrase) const {
+    bool containsPhrase(const std::vector<std::string_view>& phrase) const {
         if (phrase.empty()) return false;
         return std::ranges::any_of(placesOf(phrase.front()), [&](std::size_t at) {
             return phrase.size() <= words_.size() - at &&
@@ -58,10 +58,15 @@ class Words {
         });
     }
 
-    bool names(const Person& person, const std::vector<std::string>& fullWords) const {
+    bool names(const Person& person) const {
         if (words_.empty()) return false;
-        return containsPhrase(fullWords) || (person.first && contains(*person.first)) ||
-               (person.initial && person.last && namesHandle(*person.initial, *person.last));
+        // Nearly no name is there: all but a handle begin with a word that is.
+        const std::string_view full = person.full;
+        if (contains(full.substr(0, full.find(' '))) &&
+            (person.first || containsPhrase(Text::split(full, " ")))) {
+            return true;
+        }
+        return person.initial && person.last && namesHandle(*person.initial, *person.last);
     }
 
   private:
@@ -95,7 +100,7 @@ class Words {
 
 /// A person of the pool and where the surface names it.
 struct Known {
-    Person person;
+    std::string key;  ///< of `keyOf`
     bool inTitle = false;
     bool inField = false;
     bool inNear = false;
@@ -196,10 +201,15 @@ class Matching {
             people, [&](std::size_t number) { return known_[number].*where; }));
     }
 
-    bool touchesThread(const AskMeeting& meeting) const {
+    bool touchesThread(const AskMeeting& meeting) {
         const auto touches = [&](std::string_view name) {
-            const auto words = nameTokens(name);
-            return title_.containsPhrase(words) || field_.containsPhrase(words);
+            const auto [entry, isNew] = touches_.try_emplace(name);
+            if (isNew) {
+                const std::string lowered = Text::lowercased(name);
+                const auto words = KeyWords::inLowered(lowered);
+                entry->second = title_.containsPhrase(words) || field_.containsPhrase(words);
+            }
+            return entry->second;
         };
         const auto thread = threads_.find(meeting.id);
         return (thread != threads_.end() && touches(thread->second)) ||
@@ -212,13 +222,14 @@ class Matching {
         for (const std::string& participant : meeting.participants) {
             const auto [entry, isNew] = byParticipant_.try_emplace(participant);
             if (isNew) {
-                if (auto found = person(participant, me_, orgs_))
-                    entry->second = number(std::move(*found));
+                if (const auto found = person(participant, me_, orgs_))
+                    entry->second = number(*found);
             }
             if (entry->second) people.push_back(*entry->second);
         }
-        std::ranges::sort(people);
-        people.erase(std::ranges::unique(people).begin(), people.end());
+        const auto key = [&](std::size_t number) -> std::string_view { return known_[number].key; };
+        std::ranges::sort(people, {}, key);
+        people.erase(std::ranges::unique(people, {}, key).begin(), people.end());
         return people;
     }
 
@@ -226,8 +237,7 @@ class Matching {
         const auto [entry, isNew] = titles_.try_emplace(text);
         Title& title = entry->second;
         if (!isNew) return title;
-        for (auto& name : titleNames(text, me_, orgs_))
-            title.names.push_back(number(std::move(name)));
+        for (const auto& name : titleNames(text, me_, orgs_)) title.names.push_back(number(name));
         title.words = KeyWords::distinct(nameTokens(text));
         std::erase_if(title.words, [&](const std::string& word) {
             return !Characters::hasAtLeast(word, 4) || stopwords.contains(word) ||
@@ -236,17 +246,11 @@ class Matching {
         return title;
     }
 
-    /// The number of a person, the same for equal ones.
-    std::size_t number(Person person) {
-        const auto [entry, isNew] = byKey_.try_emplace(keyOf(person), known_.size());
-        if (isNew) {
-            const auto words = nameTokens(person.full);
-            const bool inTitle = title_.names(person, words);
-            const bool inField = field_.names(person, words);
-            const bool inNear = near_.names(person, words);
-            known_.push_back({std::move(person), inTitle, inField, inNear});
-        }
-        return entry->second;
+    /// A number for a person of one participant or title.
+    std::size_t number(const Person& person) {
+        known_.push_back(
+            {keyOf(person), title_.names(person), field_.names(person), near_.names(person)});
+        return known_.size() - 1;
     }
 
     KeyPress::MeetingCandidate candidate(const AskMeeting& meeting) const {
@@ -268,9 +272,9 @@ class Matching {
     const std::optional<std::int64_t> today_;
 
     std::vector<Known> known_;
-    std::unordered_map<std::string, std::size_t> byKey_;
     std::unordered_map<std::string_view, std::optional<std::size_t>> byParticipant_;
     std::unordered_map<std::string_view, Title> titles_;
+    std::unordered_map<std::string_view, bool> touches_;  // by names of threads and folders
 };
 }  // namespace
 

@@ -38,11 +38,11 @@ static_assert(std::ranges::all_of(commonWords.words,
 constexpr std::string_view titleSeparators[] = {"/", "<>",  "&",     "+",     "|",
                                                 ",", " x ", " and ", " with "};
 
-template <typename Test>
-bool anyCharacter(std::string_view text, Test test) {
-    Characters::Cursor cursor(text);
-    for (std::size_t at = 0; at < text.size(); at = cursor.after(at))
-        if (test(Utf8::decode(text, at).scalar)) return true;
+bool holdsDigit(std::string_view word) {
+    if (Utf8::isAscii(word)) return std::ranges::any_of(word, Text::isAsciiDigit);
+    Characters::Cursor cursor(word);
+    for (std::size_t at = 0; at < word.size(); at = cursor.after(at))
+        if (Text::isDigit(Utf8::decode(word, at).scalar)) return true;
     return false;
 }
 
@@ -59,13 +59,12 @@ std::string lettersOf(std::string_view text) {
 
 /// True for a word that no name has.
 bool isNoName(std::string_view token) {
-    return !Characters::hasAtLeast(token, 2) || anyCharacter(token, Text::isDigit) ||
-           groupWords.contains(token);
+    return !Characters::hasAtLeast(token, 2) || holdsDigit(token) || groupWords.contains(token);
 }
 
-bool isTheUser(const std::vector<std::string>& tokens, const Me& me) {
+bool isTheUser(const std::vector<std::string_view>& tokens, const Me& me) {
     if (me.tokens.empty()) return false;
-    const auto isMine = [&](const std::string& token) { return me.tokens.contains(token); };
+    const auto isMine = [&](std::string_view token) { return me.tokens.contains(token); };
     if (std::ranges::all_of(tokens, isMine)) return true;
     return std::ranges::all_of(me.tokens, [&](const std::string& mine) {
         return std::ranges::find(tokens, mine) != tokens.end();
@@ -73,7 +72,7 @@ bool isTheUser(const std::vector<std::string>& tokens, const Me& me) {
 }
 
 /// The person of a name that is shown, cut into words; `raw` is what was shown.
-std::optional<Person> displayed(const std::vector<std::string>& tokens, std::string_view raw,
+std::optional<Person> displayed(const std::vector<std::string_view>& tokens, std::string_view raw,
                                 const Me& me, const WordsSet& orgs) {
     constexpr std::size_t mostTokens = 4;
     if (tokens.empty() || tokens.size() > mostTokens || tokens.front() == "speaker")
@@ -84,9 +83,9 @@ std::optional<Person> displayed(const std::vector<std::string>& tokens, std::str
         isTheUser(tokens, me)) {
         return std::nullopt;
     }
-    const std::string& first = tokens.front();
+    const std::string_view first = tokens.front();
     if (tokens.size() >= 2 && Characters::hasAtLeast(first, 3) && !orgs.contains(first))
-        person.first = first;
+        person.first = std::string(first);
     return person;
 }
 
@@ -115,32 +114,14 @@ class PeopleOnce {
     std::unordered_set<std::string> keys_;
 };
 
-bool isLabelScalar(char32_t scalar) { return scalar == '-' || Text::isLetterOrNumber(scalar); }
-
-/// The labels of a domain in lower case; whatever else stands behind it cuts it too.
-std::vector<std::string_view> labelsOf(std::string_view domain) {
-    std::vector<std::string_view> labels;
-    std::size_t begin = 0;
-    for (std::size_t at = 0; at <= domain.size();) {
-        const auto [scalar, length] =
-            at < domain.size() ? Utf8::decode(domain, at) : Utf8::Decoded{0, 1};
-        if (!isLabelScalar(scalar)) {
-            if (at > begin) labels.push_back(domain.substr(begin, at - begin));
-            begin = at + length;
-        }
-        at += length;
-    }
-    return labels;
-}
-
 std::optional<std::string> orgOf(std::string_view participant) {
     const std::size_t at = participant.rfind('@');
     if (at == participant.npos) return std::nullopt;
     const std::string domain = Text::lowercased(participant.substr(at + 1));
-    const auto labels = labelsOf(domain);
+    const auto labels = KeyWords::inLowered(domain, '-');
     if (labels.size() < 2) return std::nullopt;
     std::string_view candidate = labels[labels.size() - 2];
-    const bool isOfCountry = labels.size() > 2 && labels.back().size() == 2;
+    const bool isOfCountry = labels.size() > 2 && Characters::count(labels.back()) == 2;
     if (isOfCountry && secondLevel.contains(candidate)) candidate = labels[labels.size() - 3];
     if (webmail.contains(candidate)) return std::nullopt;
     return std::string(candidate);
@@ -166,19 +147,21 @@ std::optional<Person> person(std::string_view raw, const Me& me, const WordsSet&
     for (std::size_t angle; (angle = text.find('<', 1)) != text.npos;)
         text = Text::trimmed(text.substr(0, angle));
     const std::size_t at = text.find('@');
-    if (at == text.npos) return displayed(nameTokens(text), text, me, orgs);
+    const std::string lowered = Text::lowercased(text.substr(0, at));
+    const auto tokens = KeyWords::inLowered(lowered);
+    if (at == text.npos) return displayed(tokens, text, me, orgs);
 
     std::vector<std::string> pieces;
-    for (const auto& token : nameTokens(text.substr(0, at)))
+    for (const auto token : tokens)
         if (std::string letters = lettersOf(token); !letters.empty())
             pieces.push_back(std::move(letters));
     if (pieces.size() == 1) return handle(pieces.front(), me, orgs);
-    return displayed(pieces, "", me, orgs);
+    return displayed({pieces.begin(), pieces.end()}, "", me, orgs);
 }
 
 std::string keyOf(const Person& person) {
-    // `first` follows from the rest. The name "anna" and the handle of anna@ek.se differ only by the
-    // initial; no name has an "@".
+    // `first` follows from the rest. The name "anna" and the handle of anna@ek.se differ only by
+    // the initial; no name has an "@".
     return person.initial ? person.full + "@" : person.full;
 }
 
@@ -214,8 +197,12 @@ WordsSet orgNames(std::span<const AskMeeting> pool) {
 WordsSet plainWords(std::span<const AskMeeting> pool) {
     std::unordered_map<std::string, std::size_t> titles;
     for (const AskMeeting& meeting : pool) {
-        for (auto& word : KeyWords::distinct(nameTokens(meeting.title)))
-            if (Characters::hasAtLeast(word, 4)) ++titles[std::move(word)];
+        const std::string lowered = Text::lowercased(meeting.title);
+        auto words = KeyWords::inLowered(lowered);
+        std::ranges::sort(words);
+        words.erase(std::ranges::unique(words).begin(), words.end());
+        for (const auto word : words)
+            if (Characters::hasAtLeast(word, 4)) ++titles[std::string(word)];
     }
     WordsSet plain(commonWords.words.begin(), commonWords.words.end());
     const std::size_t many = std::max<std::size_t>(pool.size() / 25, 3);

@@ -197,7 +197,7 @@ std::optional<Landing> landing(const Plan& plan, const FieldSnapshot& before,
         case Kind::skill:
             return whole(drafts.skill);
         case Kind::guess:
-            if (!selectedBytes(before).isEmpty() || !drafts.guess) return std::nullopt;
+            if (before.selStart != before.selEnd || !drafts.guess) return std::nullopt;
             return whole(*drafts.guess);
         case Kind::ambiguous:
         case Kind::unchanged:
@@ -214,7 +214,7 @@ std::optional<Range> replacedRange(const Plan& plan, const FieldSnapshot& before
             return Range{units(text.substr(0, selected.begin)),
                          units(text.substr(0, selected.end))};
         case Kind::guess:
-            if (!selected.isEmpty()) return std::nullopt;
+            if (before.selStart != before.selEnd) return std::nullopt;
             [[fallthrough]];
         case Kind::empty:
         case Kind::instruction:

@@ -8,16 +8,22 @@
 
 namespace ombrix::KeyWords {
 
-std::vector<std::string_view> inLowered(std::string_view lowered) {
+std::vector<std::string_view> inLowered(std::string_view lowered, char joiner) {
     std::vector<std::string_view> words;
+    words.reserve(8);  // as many as most names and titles have
     Characters::Cursor cursor(lowered);
     std::size_t begin = 0;
     const auto finish = [&](std::size_t end) {
         if (end > begin) words.push_back(lowered.substr(begin, end - begin));
     };
+    const auto isOfWord = [&](std::size_t at) {
+        const char c = lowered[at];
+        if (Text::isAscii(c)) return Text::isAsciiAlphanumeric(c) || c == joiner;
+        return Text::isLetterOrNumber(Utf8::decode(lowered, at).scalar);
+    };
     for (std::size_t at = 0; at < lowered.size();) {
         const std::size_t next = cursor.after(at);
-        if (!Text::isLetterOrNumber(Utf8::decode(lowered, at).scalar)) {
+        if (!isOfWord(at)) {
             finish(at);
             begin = next;
         }

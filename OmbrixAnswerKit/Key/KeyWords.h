@@ -12,8 +12,9 @@ namespace ombrix::KeyWords {
 /// counts by its first scalar, so an accent belongs to its letter. Linear.
 std::vector<std::string> of(std::string_view text);
 
-/// The words that stand in `lowered`, a text in lower case, as views of it.
-std::vector<std::string_view> inLowered(std::string_view lowered);
+/// The words that stand in `lowered`, a text in lower case, as views of it. A `joiner`, an ASCII
+/// character, counts as a letter, as "-" does in the name of a host.
+std::vector<std::string_view> inLowered(std::string_view lowered, char joiner = 'a');
 
 /// Each word once, where it stands first. Linear.
 std::vector<std::string> distinct(std::vector<std::string> words);

@@ -6,6 +6,7 @@
 
 #include "OmbrixMarkdownKit/Library/TranscriptReader.h"
 #include "OmbrixPlatform/Files.h"
+#include "OmbrixPlatform/ForkJoin.h"
 #include "OmbrixPlatform/Paths.h"
 #include "OmbrixPlatform/Text.h"
 
@@ -15,20 +16,22 @@ namespace {
 using Read = std::optional<TranscriptDocument> (TranscriptReader::*)(const std::string& path);
 
 std::vector<IdentifiedDocument> read(std::vector<std::string> paths, Read one) {
+    constexpr std::size_t filesPerWorker = 32;  // fewer are read sooner than a thread is made
+    std::vector<std::optional<TranscriptDocument>> found(paths.size());
+    ForkJoin::run(paths.size(), ForkJoin::workersFor(paths.size(), filesPerWorker),
+                  [&](ForkJoin::Places& places) {
+                      TranscriptReader reader;
+                      places.take([&](std::size_t i) { found[i] = (reader.*one)(paths[i]); });
+                  });
     std::vector<IdentifiedDocument> documents;
-    TranscriptReader reader;
-    for (auto& path : paths) {
-        if (auto document = (reader.*one)(path))
-            documents.push_back({std::move(path), std::move(*document)});
-    }
+    for (std::size_t i = 0; i < paths.size(); ++i)
+        if (found[i]) documents.push_back({std::move(paths[i]), std::move(*found[i])});
     sortNewestFirst(documents);
     return documents;
 }
 }  // namespace
 
-std::string TranscriptLibrary::root() const {
-    return Files::standardised(folder);
-}
+std::string TranscriptLibrary::root() const { return Files::standardised(folder); }
 
 std::vector<std::string> TranscriptLibrary::paths() const {
     std::vector<std::string> paths;

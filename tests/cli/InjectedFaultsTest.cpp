@@ -20,6 +20,19 @@ const char* const kinds[] = {"28" /* ENOSPC */, "5" /* EIO */, "24" /* EMFILE */
                              "short"};
 static_assert(ENOSPC == 28 && EIO == 5 && EMFILE == 24 && EINTR == 4);
 
+/// A call of which the one with number `at`, among those on files below `place`, fails.
+Call faulty(const test::TestFolder& folder, const std::vector<std::string>& arguments,
+            const std::string& place, int at, const std::string& kind) {
+    Call call = callIn(folder.path(), arguments);
+    for (const std::string& variable :
+         {std::string("LD_PRELOAD=" OMBRIX_FAULTY_FILES), "FAULT_FOLDER=" + place,
+          "FAULT_AT=" + std::to_string(at), "FAULT_KIND=" + kind,
+          "FAULT_LOG=" + folder.at("fault.log")}) {
+        call.environment.push_back(variable);
+    }
+    return call;
+}
+
 /// Runs a command with its first call failing, then its second, until it has fewer. `check` is told
 /// what happened and which call failed. Returns how many calls failed.
 int faultEach(const test::TestFolder& folder, const std::vector<std::string>& arguments,
@@ -32,14 +45,7 @@ int faultEach(const test::TestFolder& folder, const std::vector<std::string>& ar
         for (int at = 1;; ++at) {
             prepare();
             std::filesystem::remove(log);
-            Call call = callIn(folder.path(), arguments);
-            for (const std::string& variable :
-                 {std::string("LD_PRELOAD=" OMBRIX_FAULTY_FILES), "FAULT_FOLDER=" + place,
-                  "FAULT_AT=" + std::to_string(at), "FAULT_KIND=" + std::string(kind),
-                  "FAULT_LOG=" + log}) {
-                call.environment.push_back(variable);
-            }
-            const Outcome outcome = run(call);
+            const Outcome outcome = run(faulty(folder, arguments, place, at, kind));
             if (!Files::exists(log)) break;
             ++faults;
             check(outcome, Files::bytes(log) + ", call " + std::to_string(at) + ", " + kind);
@@ -101,6 +107,28 @@ TEST(InjectedFaults, ARequestLeavesNoFile) {
                          "--support-dir", folder.at("place")},
                         prepare, check),
               10);
+}
+
+TEST(InjectedFaults, ARefusedPressOpensNothing) {
+    const test::TestFolder folder;
+    folder.write("place/library/a.md", "---\nsource: Ombrix\n---\n");
+    folder.write("place/config.json",
+                 "{\"output_folder_display_path\":\"" + folder.at("place/library") + "\"}");
+    const auto press = [&](const std::string& application, const std::string& unreadable) {
+        return run(faulty(folder,
+                          {OMBRIX_TOOL, "key", "simulate", "--app", application, "--support-dir",
+                           folder.at("place")},
+                          folder.at(unreadable), 1, std::to_string(EACCES)));
+    };
+    const Outcome allowed = press("com.apple.TextEdit", "place/library");
+    EXPECT_EQ(allowed.status, 1);
+    EXPECT_THAT(allowed.errors, testing::HasSubstr("Permission denied"));
+    EXPECT_TRUE(std::filesystem::remove(folder.at("fault.log")));
+
+    const Outcome refused = press("com.1Password.8", "place");
+    EXPECT_EQ(refused.status, 0) << refused.errors;
+    EXPECT_THAT(refused.output, testing::HasSubstr("passwordManager"));
+    EXPECT_FALSE(Files::exists(folder.at("fault.log"))) << "it opened a file";
 }
 }  // namespace
 }  // namespace ombrix::ToolTests

@@ -89,8 +89,10 @@ TEST(KeyMatcher, AParticipantIsAPersonUnlessItNamesNobody) {
 TEST(KeyMatcher, CompaniesComeFromAddresses) {
     const std::vector<AskMeeting> pool{
         meeting("", "", {"a@lumen.com", "Ann <b@mail.Acme.co.uk>", "c@my-firm.de"}),
-        meeting("", "", {"d@gmail.com", "e@localhost", "f@co.uk", "no address", "g@@x..nu"})};
-    EXPECT_THAT(orgNames(pool), ElementsAre("acme", "co", "lumen", "my-firm", "x"));
+        meeting("", "", {"d@gmail.com", "e@localhost", "f@co.uk", "no address", "g@@x..nu"}),
+        meeting("", "", {"h@acne.co.рф", "i@Cafe\u0301.se", "j@a.co.uk9", "k@b.Co.u\u0308k"})};
+    EXPECT_THAT(orgNames(pool),
+                ElementsAre("acme", "acne", "b", "cafe\u0301", "co", "lumen", "my-firm", "x"));
 }
 
 TEST(KeyMatcher, WordsOnManyCalendarsArePlain) {

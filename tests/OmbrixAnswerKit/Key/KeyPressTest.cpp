@@ -149,6 +149,7 @@ TEST(KeyPress, OnlyWhatTheKindAllowsLands) {
         {Kind::skill, selected, Landing{"skill", 5, 5}, Range{0, 8}, true},
         {Kind::guess, unselected, Landing{"guess", 5, 5}, Range{0, 8}, true},
         {Kind::guess, selected, std::nullopt, std::nullopt, true},
+        {Kind::guess, {"👋", 0, 1}, std::nullopt, std::nullopt, true},
         {Kind::ambiguous, unselected, std::nullopt, std::nullopt, false},
         {Kind::unchanged, unselected, std::nullopt, std::nullopt, false},
     };
