@@ -8,6 +8,19 @@
 
 namespace ombrix::Characters {
 
+namespace {
+
+/// The length of the scalar that starts at `place` when it is below U+0300, otherwise 0. Of two
+/// such scalars each is a character, except CR LF: all marks, prefixes and joiners come later.
+std::size_t lengthOfPlain(std::string_view text, std::size_t place) {
+    const auto byte = [&](std::size_t at) { return static_cast<unsigned char>(text[at]); };
+    if (byte(place) < 0x80) return 1;
+    const bool isPlain = byte(place) >= 0xC2 && byte(place) <= 0xCB && place + 1 < text.size() &&
+                         (byte(place + 1) & 0xC0U) == 0x80;
+    return isPlain ? 2 : 0;
+}
+}  // namespace
+
 struct Cursor::Iterator {
     explicit Iterator(std::string_view text) : it(BreakIterator::Kind::character, text) {}
     BreakIterator it;
@@ -21,14 +34,12 @@ Cursor::Iterator& Cursor::iterator() {
     return *iterator_;
 }
 
-// Two ASCII bytes are never one character, except CR LF. Only a neighbour that is not ASCII can be
-// a combining mark or a prefix.
 std::size_t Cursor::after(std::size_t place) {
     if (place >= text_.size()) return text_.size();
-    const std::size_t next = place + 1;
-    if (Text::isAscii(text_[place])) {
+    if (const std::size_t length = lengthOfPlain(text_, place)) {
+        const std::size_t next = place + length;
         if (next == text_.size()) return next;
-        if (Text::isAscii(text_[next])) {
+        if (lengthOfPlain(text_, next) > 0) {
             if (text_[place] != '\r' || text_[next] != '\n') return next;
             return next + 1;  // a mark never combines with a line feed
         }
@@ -36,6 +47,7 @@ std::size_t Cursor::after(std::size_t place) {
     return iterator().it.following(place);
 }
 
+// Two ASCII bytes are never one character, except CR LF.
 std::size_t Cursor::before(std::size_t place) {
     if (place == 0) return 0;
     const std::size_t last = place - 1;

@@ -131,7 +131,11 @@ class Matching {
           me_(me),
           orgs_(orgNames(pool)),
           plain_(plainWords(pool)),
-          today_(day(today)) {}
+          today_(day(today)) {
+        std::size_t participants = 0;
+        for (const AskMeeting& meeting : pool) participants += meeting.participants.size();
+        byParticipant_.reserve(participants);
+    }
 
     KeyPress::World world() {
         std::vector<Scored> kept;
@@ -222,8 +226,8 @@ class Matching {
         for (const std::string& participant : meeting.participants) {
             const auto [entry, isNew] = byParticipant_.try_emplace(participant);
             if (isNew) {
-                if (const auto found = person(participant, me_, orgs_))
-                    entry->second = number(*found);
+                if (auto found = person(participant, me_, orgs_))
+                    entry->second = number(std::move(*found));
             }
             if (entry->second) people.push_back(*entry->second);
         }
@@ -237,7 +241,8 @@ class Matching {
         const auto [entry, isNew] = titles_.try_emplace(text);
         Title& title = entry->second;
         if (!isNew) return title;
-        for (const auto& name : titleNames(text, me_, orgs_)) title.names.push_back(number(name));
+        for (auto& name : titleNames(text, me_, orgs_))
+            title.names.push_back(number(std::move(name)));
         title.words = KeyWords::distinct(nameTokens(text));
         std::erase_if(title.words, [&](const std::string& word) {
             return !Characters::hasAtLeast(word, 4) || stopwords.contains(word) ||
@@ -247,9 +252,11 @@ class Matching {
     }
 
     /// A number for a person of one participant or title.
-    std::size_t number(const Person& person) {
-        known_.push_back(
-            {keyOf(person), title_.names(person), field_.names(person), near_.names(person)});
+    std::size_t number(Person person) {
+        const bool inTitle = title_.names(person);
+        const bool inField = field_.names(person);
+        const bool inNear = near_.names(person);
+        known_.push_back({keyOf(std::move(person)), inTitle, inField, inNear});
         return known_.size() - 1;
     }
 

@@ -45,7 +45,7 @@ struct Person {
 };
 
 /// The same for equal persons alone.
-std::string keyOf(const Person& person);
+std::string keyOf(Person person);
 
 using WordsSet = std::set<std::string, std::less<>>;
 using ThreadNames = std::map<std::string, std::string, std::less<>>;  ///< by the meeting's id

@@ -159,10 +159,11 @@ std::optional<Person> person(std::string_view raw, const Me& me, const WordsSet&
     return displayed({pieces.begin(), pieces.end()}, "", me, orgs);
 }
 
-std::string keyOf(const Person& person) {
+std::string keyOf(Person person) {
     // `first` follows from the rest. The name "anna" and the handle of anna@ek.se differ only by
     // the initial; no name has an "@".
-    return person.initial ? person.full + "@" : person.full;
+    if (person.initial) person.full += '@';
+    return std::move(person.full);
 }
 
 std::vector<Person> people(const AskMeeting& meeting, const Me& me, const WordsSet& orgs) {
