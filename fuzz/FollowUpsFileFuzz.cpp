@@ -19,7 +19,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto read = FollowUpsFile::parseFrontmatter(existing);
     law(!read || FollowUpsFile::declares(existing), "only its own frontmatter is read");
     const auto parsed = EngineRegion::parse(existing);
-    const auto rendered = FollowUpsFile::render(ledger, "Claude", updated, existing);
+    const auto rendered = FollowUpsFile::render(ledger, quote, updated, existing);
     const bool isBlank = Text::trimmed(existing).empty();
     law(rendered.has_value() == (isBlank || parsed.has_value()), "a damaged file is left alone");
     if (!rendered) return 0;
@@ -31,7 +31,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     law(FollowUpsFile::parseFrontmatter(*rendered) ==
             FollowUpsFile::Frontmatter{.updated = updated, .meetingsRead = 3},
         "the frontmatter reads back");
-    law(FollowUpsFile::render(ledger, "Claude", updated, rendered) == rendered,
+    law(FollowUpsFile::render(ledger, quote, updated, rendered) == rendered,
         "rendering again changes nothing");
     return 0;
 }
