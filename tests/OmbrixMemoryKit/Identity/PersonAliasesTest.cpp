@@ -22,7 +22,6 @@ TEST(PersonAliases, KeysThatMeetBecomeOneIdentity) {
     EXPECT_EQ(aliases.canonical("name:Zoë"), "name:Zoë");
     EXPECT_EQ(aliases.aliases("name:ana"),
               (std::vector<std::string>{"email:a@b", "name:ana", "name:ana ruiz"}));
-    EXPECT_EQ(aliases.aliases("X"), std::vector<std::string>{"X"});
     EXPECT_EQ(aliases.display("Name:Ben"), "Benjamin");
     EXPECT_EQ(aliases.display("name:zoë"), std::nullopt);
 }

@@ -1,7 +1,6 @@
 #include "OmbrixMemoryKit/Land/LandInputBuilder.h"
 
 #include "OmbrixPlatform/Digest.h"
-#include "OmbrixPlatform/RandomText.h"
 
 namespace ombrix {
 namespace {
@@ -46,25 +45,14 @@ TEST(LandInput, IsTheObjectOfThePromptWithTheHashOfItself) {
 }
 
 TEST(LandInputBuilder, ChunksKeepTheOrderAndTheBudget) {
-    test::RandomText random(5);
-    for (int round = 0; round < 300; ++round) {
-        Turns turns, joined;
-        for (auto n = random.below(20); n > 0; --n)
-            turns.push_back({"é", std::string(random.below(20), 'x')});
-        const std::size_t budget = random.below(200);
-        const auto chunks = LandInputBuilder::chunks(turns, budget);
-        std::size_t costBefore = 0;
-        for (const auto& chunk : chunks) {
-            std::size_t cost = 0;
-            for (const auto& turn : chunk) cost += 34 + turn.text.size();
-            EXPECT_TRUE(chunk.size() == 1 || cost <= budget);
-            EXPECT_TRUE(costBefore == 0 || costBefore + 34 + chunk.front().text.size() > budget)
-                << "the chunk before had room for one more";
-            costBefore = cost;
-            joined.insert(joined.end(), chunk.begin(), chunk.end());
-        }
-        EXPECT_EQ(joined, turns);
-    }
+    using LandInputBuilder::chunks;
+    using Chunks = std::vector<Turns>;
+    const Turn small = {"é", "12345678"}, large = {"abcd", "1234567890123456"};  // 42, 52 bytes
+    EXPECT_EQ(chunks({small, large, small}, 94), (Chunks{{small, large}, {small}}));
+    EXPECT_EQ(chunks({small, large, small}, 93), (Chunks{{small}, {large}, {small}}));
+    EXPECT_EQ(chunks({small, small, large, small}, 42),
+              (Chunks{{small}, {small}, {large}, {small}}));
+    EXPECT_EQ(chunks({}), Chunks{});
 }
 
 TEST(LandInputBuilder, ARecordBecomesOneTurnWithALineForEachClaim) {
@@ -96,39 +84,26 @@ TEST(LandInputBuilder, ARecordBecomesOneTurnWithALineForEachClaim) {
 }
 
 TEST(LandInputBuilder, CountsTheLabelsThatAreNotTheUser) {
-    const struct {
-        std::vector<std::string> labels;
-        const char* user;
-        std::int64_t expected;
-    } cases[] = {
-        {{"Me", "YOU ", "me"}, "", 0},
-        {{"Speaker 2", "speaker 2", "\tSPEAKER 2"}, "Ana", 1},
-        {{"Ana  Ruiz", "ana ruiz", "Ana"}, "Ana Ruiz", 1},  // the first name alone is a label
-        {{"", " "}, "Ana", 1},
-        {{"", " "}, " ", 0},
-    };
-    for (const auto& [labels, user, expected] : cases) {
+    const auto count = [](const std::vector<std::string>& labels, std::string_view user) {
         Turns turns;
         for (const auto& label : labels) turns.push_back({label, ""});
-        EXPECT_EQ(LandInputBuilder::remoteLabelCount(turns, user), expected) << user;
-    }
+        return LandInputBuilder::remoteLabelCount(turns, user);
+    };
+    EXPECT_EQ(count({"Me", "YOU ", "me"}, ""), 0);
+    EXPECT_EQ(count({"Speaker 2", "speaker 2", "\tSPEAKER 2"}, "Ana"), 1);
+    EXPECT_EQ(count({"Ana  Ruiz", "ana ruiz", "Ana"}, "Ana Ruiz"), 1);  // "Ana" is another label
+    EXPECT_EQ(count({"", " "}, "Ana"), 1);
+    EXPECT_EQ(count({"", " "}, " "), 0);
 }
 
 TEST(LandInputBuilder, TheUserIsNoRemoteParticipant) {
     using Names = std::vector<std::string>;
-    const struct {
-        Names participants;
-        const char* user;
-        Names expected;
-    } cases[] = {
-        {{"Ana Ruiz", "Ben"}, "ana", {"Ben"}},
-        {{"Ana Ruiz", "Ana Bo", "Ben"}, "Ana", {"Ana Ruiz", "Ana Bo", "Ben"}},
-        {{"Ana Ruiz", "Ana", "Ben"}, "Ana", {"Ana Ruiz", "Ben"}},  // her own name still is hers
-        {{"Ana Ruiz", "Ana"}, "Ana Ruiz", {"Ana"}},
-        {{"Ben", " ", "Speaker 2", "Them", "Ben"}, "", {"Ben", "Ben"}},
-    };
-    for (const auto& [participants, user, expected] : cases)
-        EXPECT_EQ(LandInputBuilder::remoteParticipants(participants, user), expected) << user;
+    using LandInputBuilder::remoteParticipants;
+    EXPECT_EQ(remoteParticipants({"Ana Ruiz", "Ben"}, "ana"), Names{"Ben"});
+    EXPECT_EQ(remoteParticipants({"Ana Ruiz", "Ana Bo"}, "Ana"), (Names{"Ana Ruiz", "Ana Bo"}));
+    EXPECT_EQ(remoteParticipants({"Ana Ruiz", "Ana"}, "Ana"), Names{"Ana Ruiz"});
+    EXPECT_EQ(remoteParticipants({"Ana Ruiz", "Ana"}, "Ana Ruiz"), Names{"Ana"});
+    EXPECT_EQ(remoteParticipants({"Ben", " ", "Speaker 2", "Ben"}, ""), (Names{"Ben", "Ben"}));
 }
 }  // namespace
 }  // namespace ombrix

@@ -63,8 +63,6 @@ TEST(LandOutput, IsReadAsItStandsAndWrittenBack) {
     EXPECT_EQ(LandSidecar::decode(sidecar.encode()), sidecar);
     EXPECT_FALSE(Text::contains(sidecar.encode(), "\"due\""));
     EXPECT_THROW(LandSidecar::decode("{}"), Json::DecodingError);
-    EXPECT_THROW(LandSidecar::decode(Text::replacingAll(sidecar.encode(), ":22Z", ":22.5Z")),
-                 Json::DecodingError);
 }
 
 TEST(LandOutput, ACutAnswerIsRefused) {
@@ -82,7 +80,6 @@ TEST(LandOutput, WhatIsWrongIsSaidInTheOrderOfTheChecks) {
         std::optional<Error> expected;
     } cases[] = {
         {R"("summary":"Settled the price.",)", "", notJSON},
-        {"\"Settled the price.\"", "null", notJSON},
         {"\"Settled the price.\"", R"("\ud800")", notJSON},
         {"calendar-inferred", "certain", notJSON},
         {"\"2026-09-11\"", "[]", notJSON},

@@ -43,20 +43,14 @@ TEST(EngineProvenance, IsNotReadFromADamagedLine) {
 }
 
 TEST(EngineProvenance, NamesTheModelForPeople) {
-    const struct {
-        const char *model, *name;
-    } cases[] = {
-        {"claude-sonnet-4-5", "Claude Sonnet 4.5"},
-        {"Claude--OPUS-5-fast", "Claude Opus 5"},
-        {"claude-éclair-4.5", "Claude Éclair"},
-        {"claude", "Claude"},
-        {"-claude-", "Claude"},
-        {"gpt-5", "GPT-5"},
-        {"GPT-5", "an AI model"},
-        {"deepseek-v4-pro", "Auto"},  // in the catalogue, but not in its list
-        {"", "an AI model"},
-    };
-    for (const auto& [model, name] : cases)
+    for (const auto& [model, name] : {std::pair{"claude-sonnet-4-5", "Claude Sonnet 4.5"},
+                                      {"Claude--OPUS-5-fast", "Claude Opus 5"},
+                                      {"claude-éclair-4.5", "Claude Éclair"},
+                                      {"-claude-", "Claude"},
+                                      {"gpt-5", "GPT-5"},
+                                      {"GPT-5", "an AI model"},
+                                      {"deepseek-v4-pro", "Auto"},  // in the catalogue, not listed
+                                      {"", "an AI model"}})
         EXPECT_EQ(EngineProvenance::writerName(model), name) << model;
 }
 }  // namespace
