@@ -157,6 +157,10 @@ TEST(KeyMatcher, TheSurfacePicksMeetings) {
     for (const auto& [why, surface, pool, ids] : cases)
         EXPECT_THAT(matched(surface, pool), ElementsAreArray(ids)) << why;
 
+    const std::string alphabet = "a b c d e f g h i j k l m n o p q r s t u v w x y z";
+    const std::string endless(2'000'000, 'x');
+    EXPECT_THAT(matched({.windowTitle = alphabet}, {meeting("", "", {endless + "@x.se"})}),
+                IsEmpty());
     EXPECT_THAT(matched({.windowTitle = "Lumen pilot"}, {many}, {{"many", " Lumen Pilot "}}),
                 ElementsAre("many"));
     EXPECT_THAT(matched({.windowTitle = "x"}, {many}, {{"many", " / "}}), IsEmpty());
