@@ -178,7 +178,8 @@ FrontmatterEntry settingNested(const FrontmatterEntry& entry, std::string_view k
     }
     const std::string text = joined(entry);
     const std::size_t start = firstContent(text, keyEnd);
-    if (const auto flow = flowMap(text, start, key); flow && !flow->isThere) {
+    if (const auto flow = flowMap(text, start, key)) {
+        if (flow->isThere) return replacing(entry, flow->range, member);
         const std::string comma = flow->isEmpty ? "" : ", ";
         return replacing(entry, {start + 1, start + 1}, member + comma);
     }

@@ -229,6 +229,8 @@ std::optional<std::size_t> flowEnd(std::string_view text, std::size_t at) {
     std::size_t depth = 0;
     char before = ',';  // the last character that is no blank: behind these a value begins
     for (; at < text.size(); ++at) {
+        if (startsComment(text, at)) at = lineEnd(text, at);
+        if (at == text.size()) break;
         const char c = text[at];
         if (depth == 0 && (c == ',' || c == '}')) return at;
         const bool begins = std::string_view(",:{[").find(before) != std::string_view::npos;
@@ -356,6 +358,7 @@ std::optional<FlowMember> flowMap(std::string_view text, std::size_t start, std:
         member.isEmpty = member.isEmpty && at == *end;
         if (name && name->value == key && at < colon && !member.isThere) {
             member.isThere = true;
+            member.range = {at, *end};
             if (colon < *end) member.value = flowScalar(text, colon + 1, *end);
         }
         if (text[*end] == '}') {

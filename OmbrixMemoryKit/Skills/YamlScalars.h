@@ -45,6 +45,7 @@ struct FlowMember {
     bool isEmpty = true;           ///< the map has no members
     bool isThere = false;          ///< the map has this key
     std::optional<Found> value{};  ///< under this key, if it is a scalar
+    ByteRange range{};             ///< of the key and all that is under it
 };
 
 /// Looks for `key` in the map whose brace is at `start`. Nothing when there is no brace, or it is

@@ -262,6 +262,25 @@ TEST(SkillFile, OneChangeLeavesTheRestAsItWas) {
     }
 }
 
+TEST(SkillFile, ANewOutputKeepsTheRestOfItsMap) {
+    const struct {
+        std::string before, after;
+    } cases[] = {
+        {"{a: b, ombrix-output: [x, y]} # c", "{a: b, ombrix-output: post} # c"},
+        {"{ombrix-output, a: b}", "{ombrix-output: post, a: b}"},
+        {"{a: b # }, it's\n  , c: d}", "{ombrix-output: post, a: b # }, it's\n  , c: d}"},
+        {"\n  ombrix-output:\n  - x\n  # c\n  a: b", "\n  ombrix-output: post\n  # c\n  a: b"},
+    };
+    const auto file = [](const std::string& map) {
+        return "---\nname: a\ndescription: b\nmetadata: " + map + "\n---\n";
+    };
+    for (const auto& [before, after] : cases) {
+        Skill skill = skillOf(file(before));
+        skill.output = SkillOutput::post;
+        EXPECT_EQ(SkillFile::rewrite(skill, *skill.source), file(after));
+    }
+}
+
 TEST(SkillFile, ANewFileHasTheUsualForm) {
     EXPECT_EQ(SkillFile::serialize({.name = "a-1",
                                     .description = "Yes: it is",
