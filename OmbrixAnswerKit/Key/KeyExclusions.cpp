@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <array>
 
-#include "OmbrixAnswerKit/Key/WordSet.h"
 #include "OmbrixPlatform/Text.h"
 #include "OmbrixPlatform/Utf8.h"
+#include "OmbrixPlatform/WordSet.h"
 #include "embedded/OmbrixAnswerKit/key/financeHosts.txt.h"
 #include "embedded/OmbrixAnswerKit/key/passwordHosts.txt.h"
 

@@ -7,11 +7,11 @@
 #include <utility>
 
 #include "OmbrixAnswerKit/Key/KeyWords.h"
-#include "OmbrixAnswerKit/Key/WordSet.h"
 #include "OmbrixPlatform/Calendar.h"
 #include "OmbrixPlatform/Characters.h"
 #include "OmbrixPlatform/Paths.h"
 #include "OmbrixPlatform/Text.h"
+#include "OmbrixPlatform/WordSet.h"
 
 namespace ombrix::KeyMatcher {
 namespace {

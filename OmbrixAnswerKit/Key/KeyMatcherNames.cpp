@@ -6,10 +6,10 @@
 
 #include "OmbrixAnswerKit/Key/KeyMatcher.h"
 #include "OmbrixAnswerKit/Key/KeyWords.h"
-#include "OmbrixAnswerKit/Key/WordSet.h"
 #include "OmbrixPlatform/Characters.h"
 #include "OmbrixPlatform/Text.h"
 #include "OmbrixPlatform/Utf8.h"
+#include "OmbrixPlatform/WordSet.h"
 #include "embedded/OmbrixAnswerKit/key/commonWords.txt.h"
 
 namespace ombrix::KeyMatcher {

@@ -7,6 +7,7 @@
 #include "OmbrixPlatform/Characters.h"
 #include "OmbrixPlatform/Text.h"
 #include "OmbrixPlatform/Utf8.h"
+#include "OmbrixPlatform/WordSet.h"
 
 namespace ombrix::TranscriptImport {
 namespace {
@@ -16,24 +17,16 @@ constexpr std::size_t mostCharacters = 48;
 constexpr std::string_view boldMark = "**";
 constexpr std::string_view boldNameEnd = ":**";
 
-template <std::size_t count>
-consteval auto sorted(std::array<std::string_view, count> words) {
-    std::ranges::sort(words);
-    return words;
-}
-
-constexpr auto transcriptSectionWords = sorted(std::to_array<std::string_view>(
-    {// parts of an export
-     "transcript", "notes", "note", "summary", "overview", "highlights", "chapters", "recording",
-     "action items", "key moments", "key takeaways", "next steps", "decisions", "questions",
-     "agenda", "ai-generated notes", "ai generated notes", "my notes", "ai summaries",
-     "meeting notes",
-     // facts about the meeting
-     "title", "date", "duration", "attendees", "participants", "meeting id",
-     // addresses
-     "http", "https"}));
-static_assert(std::ranges::adjacent_find(transcriptSectionWords) == transcriptSectionWords.end(),
-              "a word twice");
+constexpr auto transcriptSectionWords =
+    wordSet({// parts of an export
+             "transcript", "notes", "note", "summary", "overview", "highlights", "chapters",
+             "recording", "action items", "key moments", "key takeaways", "next steps", "decisions",
+             "questions", "agenda", "ai-generated notes", "ai generated notes", "my notes",
+             "ai summaries", "meeting notes",
+             // facts about the meeting
+             "title", "date", "duration", "attendees", "participants", "meeting id",
+             // addresses
+             "http", "https"});
 
 /// By byte: true for what a plausible name does not hold.
 constexpr auto isForbidden = [] {
@@ -125,8 +118,7 @@ bool isNameShaped(std::string_view name) {
 }
 
 bool isSectionWord(std::string_view label) {
-    return std::ranges::binary_search(transcriptSectionWords,
-                                      std::string_view(Text::lowercased(label)));
+    return transcriptSectionWords.contains(Text::lowercased(label));
 }
 
 std::string_view stripBullet(std::string_view line) {

@@ -1,7 +1,6 @@
 #include "OmbrixMarkdownKit/Words/QueryTokenizer.h"
 
 #include <algorithm>
-#include <array>
 #include <unordered_set>
 #include <utility>
 
@@ -10,32 +9,27 @@
 #include "OmbrixPlatform/Characters.h"
 #include "OmbrixPlatform/Text.h"
 #include "OmbrixPlatform/Utf8.h"
+#include "OmbrixPlatform/WordSet.h"
 
 namespace ombrix::QueryTokenizer {
 namespace {
 
-template <std::size_t count>
-consteval auto sorted(std::array<std::string_view, count> words) {
-    std::ranges::sort(words);
-    return words;
-}
-
-constexpr auto temporalWords = sorted(std::to_array<std::string_view>({
+constexpr auto temporalWords = wordSet({
     "today",    "tomorrow", "yesterday", "tonight",   "week", "weeks", "month",   "months",
     "year",     "years",    "day",       "days",      "next", "last",  "past",    "coming",
     "upcoming", "ago",      "since",     "until",     "till", "by",    "end",     "this",
     "recent",   "recently", "now",       "currently", "soon", "later", "earlier",
-}));
+});
 
-constexpr auto numberWords = sorted(std::to_array<std::string_view>({
+constexpr auto numberWords = wordSet({
     "one",       "two",      "three",    "four",   "five",     "six",      "seven",   "eight",
     "nine",      "ten",      "eleven",   "twelve", "thirteen", "fourteen", "fifteen", "sixteen",
     "seventeen", "eighteen", "nineteen", "twenty", "couple",   "few",      "several",
-}));
+});
 
 // Question words and the system's own command words ("recap", "open", "land") are among them.
 // clang-format off
-constexpr auto stopWords = sorted(std::to_array<std::string_view>({
+constexpr auto stopWords = wordSet({
     // articles, prepositions, conjunctions
     "a", "an", "the", "and", "or", "but", "of", "to", "in", "on", "at", "for", "with", "about", "from",
     "as", "into", "over", "up", "out", "off", "than", "then", "so", "if", "no", "not", "nor", "yes",
@@ -64,20 +58,15 @@ constexpr auto stopWords = sorted(std::to_array<std::string_view>({
     "doesnt", "couldnt", "wouldnt", "shouldnt",
     "im", "ive", "id", "ill", "youre", "youve", "youll", "youd", "hes", "shes", "theyre", "theyve",
     "theyll", "weve", "wed", "lets", "thats", "theres", "whats", "whos", "hows", "wheres", "whens",
-}));
+});
 // clang-format on
 
-constexpr bool isUnique(const auto& words) {
-    return std::ranges::adjacent_find(words) == words.end();
-}
-static_assert(temporalWords.size() == 31 && isUnique(temporalWords));
-static_assert(numberWords.size() == 23 && isUnique(numberWords));
-static_assert(stopWords.size() == 194 && isUnique(stopWords));
+static_assert(temporalWords.words.size() == 31);
+static_assert(numberWords.words.size() == 23);
+static_assert(stopWords.words.size() == 194);
 
 bool carriesNothing(std::string_view word) {
-    return std::ranges::binary_search(stopWords, word) ||
-           std::ranges::binary_search(temporalWords, word) ||
-           std::ranges::binary_search(numberWords, word);
+    return stopWords.contains(word) || temporalWords.contains(word) || numberWords.contains(word);
 }
 
 bool isContent(std::string_view raw, std::string_view stem) {

@@ -2,7 +2,7 @@
 // are files of the library's texts with white space between the words:
 //
 //   constexpr auto webmail = wordSet({"gmail", "yahoo"});
-//   constexpr auto commonWords = wordSetOf<400>(Embedded::OmbrixAnswerKit::keyCommonWordsTxt);
+//   constexpr auto commonWords = wordSetOf<400>(Embedded::keyCommonWordsTxt);
 #pragma once
 
 #include <algorithm>
