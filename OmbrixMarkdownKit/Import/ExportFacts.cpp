@@ -101,6 +101,6 @@ std::string titleFromFilename(std::string_view name) {
     title = Text::trimmed(title);
     if (const auto word = lastWord.firstMatch(title)) title.resize(word->range().begin);
     title = Text::trimmed(title);
-    return title.empty() ? "Imported meeting" : title;
+    return title.empty() ? std::string(untitled) : title;
 }
 }  // namespace ombrix::TranscriptImport

@@ -16,9 +16,12 @@ std::optional<std::string> isoDay(std::string_view text);
 /// The first "YYYY-MM-DD" or "YYYY_MM_DD" in `text`, through `isoDay`; other forms do not count.
 std::optional<std::string> numericDay(std::string_view text);
 
+/// The title of a meeting that has no other.
+constexpr std::string_view untitled = "Imported meeting";
+
 /// A title from a file's name: "2026-03-02_pricing-weekly transcript.vtt" is "pricing weekly". The
 /// extension, the first numeric day and one final " transcript", " recording" or " export",
-/// ignoring case, are removed; "_", "-" and runs of white space become single blanks. "Imported
-/// meeting" when nothing is left.
+/// ignoring case, are removed; "_", "-" and runs of white space become single blanks.
+/// `untitled` when nothing is left.
 std::string titleFromFilename(std::string_view name);
 }  // namespace ombrix::TranscriptImport

@@ -33,8 +33,12 @@ bool anyLine(std::string_view text, Holds holds) {
     return false;
 }
 
+/// Finds what this does, without going back over white space, which took minutes for a page of
+/// empty lines around a number:
+///   (?m)^\s*\d+\s*$\n\s*\d{2}:\d{2}:\d{2},\d{3}\s*-->
 bool holdsSrtCue(std::string_view head) {
-    static const Regex pattern(R"((?m)^\s*\d+\s*$\n\s*\d{2}:\d{2}:\d{2},\d{3}\s*-->)");
+    static const Regex pattern(
+        R"((?m)^[^\S\n]*+\d++[^\S\n]*+\n\s*+\d{2}:\d{2}:\d{2},\d{3}\s*+-->)");
     return Text::contains(head, arrow) && pattern.found(head);
 }
 

@@ -28,8 +28,8 @@ struct SpeakerFields {
 ///   "speaker": {"name": "Ann"}, "source": ...                  granolaJSON; no format without it
 ///   "speaker": {"diarization_label": "Speaker A"}              granolaJSON
 ///   "speaker": {"source": "microphone"}, or "attribution"      granolaJSON
-///   "speaker": "Ann", "timestamp": ...                         circlebackJSON; no format without
-///   it "source": "microphone"                                     granolaJSON
+///   "speaker": "Ann", "timestamp": ...                         circlebackJSON; without it none
+///   "source": "microphone"                                     granolaJSON
 /// A microphone is "Me", the system's sound "Them". An empty name is none.
 SegmentSpeaker speakerOf(const SpeakerFields& segment);
 }  // namespace ombrix::TranscriptImport

@@ -25,8 +25,10 @@ struct Defaults {
 };
 
 Defaults defaultsFor(std::string_view filename, const std::optional<std::string>& fallbackDate) {
+    std::string title = headerTitle(titleFromFilename(filename));
+    if (title.empty()) title = untitled;
     auto day = numericDay(filename);
-    return {headerTitle(titleFromFilename(filename)), day ? std::move(day) : fallbackDate};
+    return {std::move(title), day ? std::move(day) : fallbackDate};
 }
 
 Result resultOf(const ParsedMeeting& meeting, Format format, const Defaults& defaults,

@@ -9,6 +9,7 @@
 #include "OmbrixMarkdownKit/Transcript/MarkdownTranscript.h"
 #include "OmbrixPlatform/Files.h"
 #include "OmbrixPlatform/RandomText.h"
+#include "OmbrixPlatform/Regex.h"
 #include "OmbrixPlatform/Text.h"
 #include "OmbrixPlatform/Utf8.h"
 
@@ -61,6 +62,7 @@ TEST(TranscriptImport, WritesATranscript) {
     EXPECT_EQ(result.markdown, expected);
     EXPECT_EQ(failure(result.markdown), Kind::alreadyOmbrix);
     EXPECT_EQ(convert(cues, "x.vtt", "2020-01-01").date, "2020-01-01");
+    EXPECT_EQ(convert(cues, "\"\".vtt", {}).title, "Imported meeting");
     EXPECT_EQ(
         convert("---\ntitle: '\"A\"'\ndate: 2026-01-02\n---\nAnn: hi", "2026-03-02.md", {}).title,
         "A");
@@ -90,6 +92,18 @@ TEST(TranscriptImport, DetectsTheFormat) {
         {"nothing", "", {}},
     };
     for (const auto& [why, text, format] : cases) EXPECT_EQ(detect(text), format) << why;
+}
+
+TEST(TranscriptImport, ASrtCueIsWhatTheExpressionFinds) {
+    const Regex cue(R"((?m)^\s*\d+\s*$\n\s*\d{2}:\d{2}:\d{2},\d{3}\s*-->)");
+    constexpr std::string_view pieces[] = {
+        "\n", "\n", " ", "\u2028", "1", "\u0663", "00:00:01,000", "00:00:01,000", "-->", "x"};
+    test::RandomText random(94);
+    for (int round = 0; round < 30000; ++round) {
+        std::string text;
+        for (std::size_t left = random.below(12); left > 0; --left) text += random.from(pieces);
+        ASSERT_EQ(detect(text) == Format::srt, cue.found(text)) << test::visible(text);
+    }
 }
 
 TEST(TranscriptImport, SaysWhyThereIsNone) {
@@ -144,6 +158,8 @@ TEST(TranscriptImport, EveryTruncatedExportReadsBack) {
 
 TEST(TranscriptImport, LongTextsAreReadInTime) {
     constexpr std::size_t size = 2'000'000;
+    const std::string page(1990, '\n');
+    failure(page + "1" + page + "-->");
     for (const char* piece : {"<", "**", ":**", "Ann: ", "a,\"", "\n", "-->\n", " ", "1\n", "[",
                               "<v ", "0:12 ", "\u0301", "{\"data\":"}) {
         std::string text;
