@@ -123,6 +123,24 @@ std::optional<std::chrono::year_month_day> civilDay(std::string_view text) {
     if (!civil.ok()) return std::nullopt;
     return civil;
 }
+
+struct WallClock {
+    std::chrono::year_month_day day;
+    std::chrono::seconds time;  // since midnight
+};
+
+/// "YYYY-MM-DDTHH:mm:ss" at the start of `text`.
+std::optional<WallClock> wallClock(std::string_view text) {
+    const auto civil = civilDay(text);
+    const auto hour = digits(text, 11, 2);
+    const auto minute = digits(text, 14, 2);
+    const auto second = digits(text, 17, 2);
+    if (!civil || !hour || !minute || !second) return std::nullopt;
+    if (text[10] != 'T' || text[13] != ':' || text[16] != ':') return std::nullopt;
+    if (*hour > 23 || *minute > 59 || *second > 59) return std::nullopt;
+    return WallClock{*civil, std::chrono::hours(*hour) + std::chrono::minutes(*minute) +
+                                 std::chrono::seconds(*second)};
+}
 }  // namespace
 
 Calendar::Calendar(std::shared_ptr<const State> state) : state_(std::move(state)) {}
@@ -262,6 +280,23 @@ std::optional<Instant> Calendar::parseDay(std::string_view text) const {
                     static_cast<unsigned>(civil->day()));
 }
 
+std::optional<Instant> Calendar::parseWallClock(std::string_view text) const {
+    constexpr std::size_t length = 19;
+    const auto clock = text.size() == length ? wallClock(text) : std::nullopt;
+    // The year 0 is written as the year 1 before Christ.
+    if (!clock || clock->day.year() == std::chrono::year(0)) return std::nullopt;
+    const std::unique_ptr<icu::GregorianCalendar> calendar(state_->prototype->clone());
+    calendar->clear();
+    calendar->set(UCAL_EXTENDED_YEAR, static_cast<int>(clock->day.year()));
+    calendar->set(UCAL_MONTH, static_cast<int>(static_cast<unsigned>(clock->day.month())) - 1);
+    calendar->set(UCAL_DATE, static_cast<int>(static_cast<unsigned>(clock->day.day())));
+    const std::chrono::hh_mm_ss time(clock->time);
+    calendar->set(UCAL_HOUR_OF_DAY, static_cast<int>(time.hours().count()));
+    calendar->set(UCAL_MINUTE, static_cast<int>(time.minutes().count()));
+    calendar->set(UCAL_SECOND, static_cast<int>(time.seconds().count()));
+    return instantOf(*calendar);
+}
+
 std::optional<std::chrono::sys_days> parseIsoDay(std::string_view text) {
     const auto civil = text.size() == 10 ? civilDay(text) : std::nullopt;
     if (!civil) return std::nullopt;
@@ -284,13 +319,8 @@ std::string isoInstant(Instant instant) {
 std::optional<Instant> parseIsoInstant(std::string_view text) {
     constexpr std::size_t zoneAt = 19;  // after "yyyy-MM-ddTHH:mm:ss"
     if (text.size() <= zoneAt) return std::nullopt;
-    const auto civil = civilDay(text);
-    const auto hour = digits(text, 11, 2);
-    const auto minute = digits(text, 14, 2);
-    const auto second = digits(text, 17, 2);
-    if (!civil || !hour || !minute || !second) return std::nullopt;
-    if (text[10] != 'T' || text[13] != ':' || text[16] != ':') return std::nullopt;
-    if (*hour > 23 || *minute > 59 || *second > 59) return std::nullopt;
+    const auto clock = wallClock(text);
+    if (!clock) return std::nullopt;
     std::chrono::minutes offset{0};
     const auto zone = text.substr(zoneAt);
     if (zone != "Z") {
@@ -302,8 +332,7 @@ std::optional<Instant> parseIsoInstant(std::string_view text) {
         offset = std::chrono::hours(*hours) + std::chrono::minutes(*minutes);
         if (zone[0] == '-') offset = -offset;
     }
-    const Instant instant = std::chrono::sys_days(*civil) + std::chrono::hours(*hour) +
-                            std::chrono::minutes(*minute) + std::chrono::seconds(*second) - offset;
+    const Instant instant = std::chrono::sys_days(clock->day) + clock->time - offset;
     // In UTC its year may have no four digits, and then it could be written but not read again.
     static constexpr Instant first = std::chrono::sys_days(std::chrono::year(0) / 1 / 1),
                              end = std::chrono::sys_days(std::chrono::year(10'000) / 1 / 1);

@@ -72,6 +72,11 @@ class Calendar {
     /// The first instant of the day "YYYY-MM-DD": four, two and two ASCII digits and nothing else.
     /// Nothing for another form and for a day that does not exist.
     std::optional<Instant> parseDay(std::string_view text) const;
+    /// The instant at which a clock in the calendar's zone shows "yyyy-MM-ddTHH:mm:ss"; the first
+    /// of two when the clock goes back, and as much later as the clock goes forward when it shows
+    /// that never. Nothing for another form, for a day or an hour that does not exist and for the
+    /// year 0.
+    std::optional<Instant> parseWallClock(std::string_view text) const;
 
   private:
     struct State;

@@ -34,6 +34,8 @@ namespace ombrix::Json {
 class DecodingError : public std::runtime_error {
   public:
     DecodingError(std::string_view path, std::string_view problem);
+    /// Of a record that has the right shape but not the right content: the problem alone.
+    explicit DecodingError(const std::string& problem) : std::runtime_error(problem) {}
 };
 
 /// How strictly a record is read.

@@ -36,9 +36,15 @@ Writer& Writer::quoted(std::string_view key, std::string_view value) {
 }
 
 Writer& Writer::list(std::string_view key, const std::vector<std::string>& items) {
+    std::vector<std::string> quoted;
+    for (const auto& item : items) quoted.push_back(quotedScalar(item));
+    return bareList(key, quoted);
+}
+
+Writer& Writer::bareList(std::string_view key, const std::vector<std::string>& items) {
     if (items.empty()) return bare(key, "[]");
     text_.append(key) += ":\n";
-    for (const auto& item : items) text_.append("  - ").append(quotedScalar(item)) += '\n';
+    for (const auto& item : items) text_.append("  - ").append(oneLine(item)) += '\n';
     return *this;
 }
 

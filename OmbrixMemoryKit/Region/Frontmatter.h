@@ -30,6 +30,8 @@ class Writer {
     Writer& quoted(std::string_view key, std::string_view value);
     /// Each item by `quotedScalar` on a line of its own; "[]" for none.
     Writer& list(std::string_view key, const std::vector<std::string>& items);
+    /// The same with each item as it is.
+    Writer& bareList(std::string_view key, const std::vector<std::string>& items);
     /// Without a line feed at its end.
     std::string text() const { return text_ + "---"; }
 

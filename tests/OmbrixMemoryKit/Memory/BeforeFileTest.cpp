@@ -1,0 +1,201 @@
+#include "OmbrixMemoryKit/Memory/BeforeFile.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "OmbrixPlatform/Text.h"
+
+namespace ombrix {
+namespace {
+
+using Kind = BeforeCard::Kind;
+using Source = MemoryRegionParser::Source;
+
+const Calendar berlin("Europe/Berlin", Calendar::Weekday::monday);
+const Instant at = *parseIsoInstant("2026-09-08T07:50:00Z");
+const Instant call = *parseIsoInstant("2026-09-08T08:00:00Z");
+
+const std::string answer =
+    R"({"version": 2, "who_and_when": "Ana Ruiz and Ben · third conversation",
+  "not_sure": [{"text": "Budget?", "sources": ["[Weekly, 2026-09-01]"]}],
+  "remember": [{"text": "Back from leave", "sources": ["[Kickoff]"]}],
+  "you_owe": [{"text": "The deck", "sources": []}, {"text": " ", "sources": ["[W]"]}],
+  "they_owe": [{"text": " The list ", "sources": ["[Q3, plan, 2026-09-01]", "Weekly"]}],
+  "unanswered": [], "changed_since": [], "ignored": 7,
+  "openers": [{"text": "One", "sources": []}, {"text": "Two", "sources": ["[W]"]},
+              {"text": "Three", "sources": []}]})";
+
+BeforeCard card() {
+    return BeforeOutput::decode(answer).card("Q3: sync", call, {"Ana Ruiz", "Ben"}, "Launch",
+                                             "Claude", at);
+}
+
+TEST(BeforeOutput, AnAnswerIsTakenWholeOrRefused) {
+    const auto output = BeforeOutput::decode(answer);
+    EXPECT_EQ(BeforeOutput::decode(Json::write(encode(output), Json::Style::file)), output);
+    const std::string opener = R"({"text": "One", "sources": []},)";
+    const std::pair<std::string, std::string> changes[] = {{"\"version\": 2", "\"version\": 3"},
+                                                           {opener, ""},
+                                                           {opener, opener + opener},
+                                                           {"they_owe", "owe"}};
+    const char* problems[] = {"before output version 3", "before output needs three openers",
+                              "before output needs three openers", "they_owe: missing"};
+    for (std::size_t i = 0; i < std::size(changes); ++i) {
+        try {
+            BeforeOutput::decode(Text::replacingAll(answer, changes[i].first, changes[i].second));
+            ADD_FAILURE() << problems[i];
+        } catch (const Json::DecodingError& error) {
+            EXPECT_STREQ(error.what(), problems[i]);
+        }
+    }
+    EXPECT_THROW(BeforeOutput::decode("{"), Json::SyntaxError);
+}
+
+TEST(BeforeOutput, SourcesAreTitlesAndDays) {
+    EXPECT_EQ(BeforeOutput::sources({" [Q3, plan, 2026-09-01]\n", "[Kickoff]", "[T, 2026-02-31]",
+                                     "[a, bcdefghij]", "[, 2026-09-01]", "[]", "[", "x", "[x"}),
+              (std::vector<Source>{{"Q3, plan", "2026-09-01"},
+                                   {"Kickoff", ""},
+                                   {"T, 2026-02-31", ""},
+                                   {"a, bcdefghij", ""}}));
+}
+
+TEST(BeforeFile, ACardIsWrittenWhole) {
+    const std::string file = BeforeFile::render(card(), "Claude", at, 2, berlin);
+    EXPECT_EQ(file, R"(---
+title: "Before: Q3: sync"
+source: Ombrix Before
+for: 2026-09-08T10:00:00
+people:
+  - Ana Ruiz
+  - Ben
+thread: Launch
+---
+<!-- ombrix:engine v1 by="Claude" at="2026-09-08T07:50:00Z" sources="2" -->
+## What to remember
+- Reads as: Budget? [Weekly, 2026-09-01]
+- Back from leave [Kickoff]
+
+## Who and when
+Ana Ruiz and Ben · third conversation
+
+## What you owe them
+- (none)
+
+## What they owe you
+- The list [Q3, plan, 2026-09-01]
+
+## Still unanswered
+- (none)
+
+## What changed since
+- (nothing from other meetings)
+
+## Three things to open with
+1. One
+2. Two [W]
+3. Three
+
+Ask your Claude to go further.
+<!-- /ombrix:engine -->
+)");
+    EXPECT_EQ(BeforeFile::parse(Text::replacingAll(file, "\n", "\r\n"), berlin), card());
+    EXPECT_EQ(card().names(), (std::vector<std::string>{"Ana Ruiz", "Ben"}));
+    EXPECT_EQ(BeforeFile::parse(Text::replacingAll(file, "Still unanswered", "Not sure"), berlin),
+              card());
+    const std::pair<const char*, const char*> damages[] = {{"\nfor:", "\nat:"},
+                                                           {"\ntitle:", "\nx:"},
+                                                           {"T10:", " 10:"},
+                                                           {"-08T10", "-31T10"},
+                                                           {"Before\nfor", "Before \nfor"},
+                                                           {"<!-- /ombrix", "<!-- "},
+                                                           {"---\n<!--", "<!--"}};
+    for (const auto& [from, to] : damages)
+        EXPECT_FALSE(BeforeFile::parse(Text::replacingAll(file, from, to), berlin)) << to;
+}
+
+TEST(BeforeFile, OlderHeadingsAndFormsAreRead) {
+    std::string file = BeforeFile::render({.title = "x", .forDate = call}, "Claude", at, 0, berlin);
+    const auto place = file.find("## Who and when");
+    const std::string old =
+        "- no heading yet\n## Not sure\n- a [T]  [U, 2026-09-01] b\n12. c\nprose\n"
+        "## Open questions\n- Reads as: d\n- [W]\n## Remember\n-e\n- f\n## Else\n- g\n";
+    const auto parsed = BeforeFile::parse(file.insert(place, old), berlin);
+    ASSERT_TRUE(parsed);
+    EXPECT_EQ(parsed->lines,
+              (std::vector<BeforeCard::Line>{
+                  {.text = "a b",
+                   .sources = {{"T", ""}, {"U", "2026-09-01"}},
+                   .certainty = Certainty::read},
+                  {.text = "c", .certainty = Certainty::read},
+                  {.kind = Kind::question, .text = "d", .certainty = Certainty::read},
+                  {.text = "f"}}));
+}
+
+TEST(BeforeFile, ACardThatIsRenderedReadsBack) {
+    std::mt19937 random(11);
+    const std::string pieces[] = {"a", "é", "Z", " ", ", ", ": ", "\"", "- ", "2. ", "## "};
+    const auto words = [&] {
+        std::string text = "x";
+        for (auto i = random() % 5; i > 0; --i) text += pieces[random() % std::size(pieces)];
+        return text + "x";
+    };
+    for (int round = 0; round < 500; ++round) {
+        BeforeCard card{.title = words(),
+                        .forDate = call + std::chrono::seconds(random() % 99999999),
+                        .whoAndWhen = words(),
+                        .writer = Text::replacingAll(words(), "\"", "'"),
+                        .writtenAt = at};
+        if (random() % 2 == 0) card.thread = words();
+        for (auto i = random() % 3; i > 0; --i) card.people.push_back(words());
+        for (const auto& [kind, name] : EnumNames::rows<Kind>) {
+            for (auto i = random() % 3; i > 0; --i) {
+                auto& line =
+                    card.lines.emplace_back(BeforeCard::Line{.kind = kind, .text = words()});
+                if (random() % 3 == 0) line.certainty = Certainty::read;
+                if (random() % 2 == 0) line.sources.push_back({words(), "2026-09-01"});
+                if (random() % 2 == 0) line.sources.push_back({words(), ""});
+            }
+        }
+        const std::string file = BeforeFile::render(card, *card.writer, at, 1, berlin);
+        const auto read = BeforeFile::parse(file, berlin);
+        ASSERT_TRUE(read) << file;
+        EXPECT_EQ(BeforeFile::render(*read, *card.writer, at, 1, berlin), file);
+        // Of two hours that the clock shows alike, the first is read.
+        const auto later = card.forDate - read->forDate;
+        EXPECT_TRUE(later == std::chrono::hours(0) || later == std::chrono::hours(1)) << file;
+        card.forDate = read->forDate;
+        EXPECT_EQ(read, card) << file;
+        EXPECT_TRUE(BeforeFile::declares(file));
+    }
+}
+
+TEST(BeforeFile, ASlugHasNoTwoDashesInARow) {
+    const std::string xs(59, 'x');
+    const std::pair<std::string, std::string> cases[] = {
+        {"Q3: Launch -- plan!", "q3-launch-plan"},
+        {"¡Éva!", "-éva"},
+        {"...", ""},
+        {"e\u0301 三", "e\u0301-三"},
+        {xs + ": y", xs},
+        {xs + "XX", xs + "x"},
+    };
+    for (const auto& [text, slug] : cases) EXPECT_EQ(BeforeFile::slug(text), slug);
+    EXPECT_EQ(BeforeFile::fileName("2026-09-08", "q3"), "2026-09-08-q3.md");
+}
+
+TEST(Calendar, AWallClockIsReadInItsZone) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"2026-03-29T01:59:59", "2026-03-29T00:59:59Z"},
+        {"2026-03-29T02:30:00", "2026-03-29T01:30:00Z"},  // no clock shows it
+        {"2026-10-25T02:30:00", "2026-10-25T00:30:00Z"},  // clocks show it twice
+    };
+    for (const auto& [wall, instant] : cases)
+        EXPECT_EQ(berlin.parseWallClock(wall), parseIsoInstant(instant)) << wall;
+    for (const char* other : {"2026-09-08T10:00", "2026-09-08T10:00:00Z", "2026-09-08T24:00:00",
+                              "2026-02-31T10:00:00", "2026-09-08 10:00:00", ""})
+        EXPECT_FALSE(berlin.parseWallClock(other)) << other;
+}
+}  // namespace
+}  // namespace ombrix
