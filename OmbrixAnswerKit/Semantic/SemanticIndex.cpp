@@ -152,10 +152,10 @@ SemanticScores SemanticIndex::scores(std::string_view question,
 }
 
 std::optional<SemanticIndex> SemanticIndex::load(const std::string& path) {
-    Files::Reader file;
-    const auto text = file.read(path);
-    if (!text) return std::nullopt;
     try {
+        Files::Reader file;
+        const auto text = file.read(path);
+        if (!text) return std::nullopt;
         return Json::decode<SemanticIndex>(*text);
     } catch (const std::exception&) {
         return std::nullopt;  // the caller builds a new one

@@ -68,8 +68,8 @@ struct SemanticIndex {
     /// Reads every vector once; that is what it costs.
     SemanticScores scores(std::string_view question, const SentenceEmbedding& embedding) const;
 
-    /// The index in a file; nothing when it cannot be read or is damaged anywhere. While it runs it
-    /// needs some four times the bytes of the file.
+    /// The index in a file; nothing when it cannot be read, for whatever reason, or is damaged
+    /// anywhere. Never throws. While it runs it needs some four times the bytes of the file.
     static std::optional<SemanticIndex> load(const std::string& path);
     /// Replaces the file atomically and makes its folder. A failure is silent: the old file stays.
     void save(const std::string& path) const;

@@ -3,17 +3,18 @@
 #include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <csignal>
 
+#include "OmbrixPlatform/ProcessLimit.h"
 #include "OmbrixPlatform/TestFolder.h"
 
 namespace ombrix {
 namespace {
 
+using test::ProcessLimit;
 using testing::UnorderedElementsAre;
 
 /// The superuser ignores permissions, so become the user "nobody" for a while.
@@ -30,25 +31,6 @@ class Nobody {
 
   private:
     uid_t was_;
-};
-
-/// Lowers a limit of the process during its lifetime.
-class Limit {
-    using Resource = decltype(RLIMIT_FSIZE);
-
-  public:
-    Limit(Resource resource, rlim_t value) : resource_(resource) {
-        ::getrlimit(resource, &old_);
-        const rlimit lower{value, old_.rlim_max};
-        ::setrlimit(resource, &lower);
-    }
-    ~Limit() { ::setrlimit(resource_, &old_); }
-    Limit(const Limit&) = delete;
-    Limit& operator=(const Limit&) = delete;
-
-  private:
-    Resource resource_;
-    rlimit old_{};
 };
 
 std::vector<std::string> walked(const test::TestFolder& folder, const std::string& from) {
@@ -189,7 +171,7 @@ TEST(Files, AShortageIsNoMissingFile) {
     folder.write("a.md", "x");
     const int opened = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
     ::close(opened);
-    const Limit descriptors(RLIMIT_NOFILE, static_cast<rlim_t>(opened));  // not one more
+    const ProcessLimit descriptors(RLIMIT_NOFILE, static_cast<rlim_t>(opened));  // not one more
     Files::Reader reader;
     EXPECT_THROW(reader.read(folder.at("a.md")), Files::Error);
     EXPECT_THROW(Files::text(folder.at("a.md")), Files::Error);
@@ -223,7 +205,7 @@ TEST(Files, AWalkGoesDeeperThanItMayOpenFolders) {
     for (int depth = 0; depth < 100; ++depth) path += "/d";
     std::filesystem::create_directories(path);
     Files::writeAtomically(path + "/f", "deep");
-    const Limit descriptors(RLIMIT_NOFILE, 50);
+    const ProcessLimit descriptors(RLIMIT_NOFILE, 50);
     EXPECT_EQ(walked(folder, folder.path()).size(), 1U);
 }
 
@@ -256,7 +238,7 @@ TEST(Files, AFailedWriteLeavesEverythingAsItWas) {
     const std::string file = folder.write("a.md", "old");
     {
         const auto handler = std::signal(SIGXFSZ, SIG_IGN);
-        const Limit fullDisk(RLIMIT_FSIZE, 4096);
+        const ProcessLimit fullDisk(RLIMIT_FSIZE, 4096);
         EXPECT_THROW(Files::writeAtomically(file, std::string(10'000, 'x')), Files::Error);
         std::signal(SIGXFSZ, handler);
     }

@@ -6,6 +6,7 @@
 #include <filesystem>
 
 #include "OmbrixAnswerKit/Semantic/HashedWords.h"
+#include "OmbrixPlatform/ProcessLimit.h"
 #include "OmbrixPlatform/TestFolder.h"
 
 namespace ombrix {
@@ -110,6 +111,10 @@ TEST(SemanticIndex, AFileIsReadWholeOrNotAtAll) {
     EXPECT_FALSE(SemanticIndex::load(folder.at("missing")));
     EXPECT_FALSE(SemanticIndex::load(folder.path()));
     SemanticIndex().save(folder.at("cut/below a file"));
+    {
+        const test::ProcessLimit noDescriptors(RLIMIT_NOFILE, 0);
+        EXPECT_EQ(SemanticIndex::load(folder.at("beside.json")), std::nullopt);
+    }
 
     const auto withData = [&](const char* data) {
         return SemanticIndex::load(folder.write(
