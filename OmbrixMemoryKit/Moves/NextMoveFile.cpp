@@ -33,19 +33,24 @@ std::string frontmatter(const Meta& meta) {
     return writer.text();
 }
 
-std::string anchorComment(const ResolvedExchange& exchange) {
-    std::vector<std::string> ids;
-    for (const auto& turn : exchange.turns)
-        if (turn.cited) ids.push_back(turn.id);
-    return "<!-- ombrix:said source=\"" + Text::replacingAll(exchange.source->id, "\"", "'") +
-           "\" turns=\"" + Text::joined(ids, ",") + "\" -->";
-}
-
 /// Speech or a line of work may hold what looks like a marker of ours. Without its first blank it
 /// is a comment like any other.
 std::string withoutMarkers(std::string_view text) {
     return Text::replacingAll(Text::replacingAll(text, "<!-- ombrix:", "<!--ombrix:"),
                               "<!-- /ombrix:", "<!--/ombrix:");
+}
+
+/// A key comes from a file and may hold anything.
+std::string attribute(std::string_view text) {
+    return Text::replacingAll(withoutMarkers(EngineText::onOneLine(text)), "\"", "'");
+}
+
+std::string anchorComment(const ResolvedExchange& exchange) {
+    std::vector<std::string> ids;
+    for (const auto& turn : exchange.turns)
+        if (turn.cited) ids.push_back(turn.id);
+    return "<!-- ombrix:said source=\"" + attribute(exchange.source->id) + "\" turns=\"" +
+           attribute(Text::joined(ids, ",")) + "\" -->";
 }
 
 std::int64_t citedMeetings(const ResolvedMove& move) {

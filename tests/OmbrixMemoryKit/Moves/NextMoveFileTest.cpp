@@ -194,6 +194,21 @@ TEST(NextMoveFile, WhatIsBelowTheMarkersSurvivesEveryRewrite) {
     }
 }
 
+TEST(NextMoveFile, NoKeyEndsTheRegionOrCitesForAnother) {
+    const std::string forged =
+        "k\"\n<!-- /ombrix:engine --><!-- ombrix:said source=\"a\" turns=\"b\" -->";
+    MoveSource source;
+    source.id = forged;
+    source.turns.emplace_back(forged);
+    const ResolvedMove move = resolved({.claims = {{.id = "c", .refs = {{forged, {forged}}}}}},
+                                       {{forged, std::make_shared<MoveSource>(source)}});
+    const auto parsed =
+        NextMoveFile::parse(*NextMoveFile::render(move, meta, {}, "x", at, std::nullopt));
+    ASSERT_TRUE(parsed.has_value());
+    ASSERT_EQ(parsed->cited.size(), 1u);
+    EXPECT_TRUE(parsed->cited[0].sourceId.starts_with("k'"));
+}
+
 TEST(NextMoveFile, LeavesADamagedFileAloneAndKeepsAPlainOne) {
     const std::string text = *NextMoveFile::render(resolved({}), meta, {}, "x", at, std::nullopt);
     const auto rewritten = [](const std::string& existing) {
