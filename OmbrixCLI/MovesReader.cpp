@@ -114,6 +114,7 @@ void MovesReader::load(const std::string& meetingKey) {
             return;
         }
     }
+    places_.erase(places);  // do not try them again for the next sidecar of that meeting
 }
 
 std::shared_ptr<const MoveSource> MovesReader::source(const std::string& meetingKey,

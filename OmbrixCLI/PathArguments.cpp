@@ -1,7 +1,5 @@
 #include "OmbrixCLI/PathArguments.h"
 
-#include <algorithm>
-
 #include "OmbrixCLI/CLIError.h"
 #include "OmbrixPlatform/Files.h"
 #include "OmbrixPlatform/Paths.h"
@@ -21,10 +19,18 @@ CLIError folderNotFound(const std::string& given) {
                                   "Pass the absolute path of your transcripts folder.");
 }
 
-std::string printable(std::string_view path) {
-    std::string text = Utf8::repaired(path);
-    std::ranges::replace_if(
-        text, [](char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7F'; }, ' ');
-    return text;
+std::string printable(std::string_view given) {
+    const std::string text = Utf8::repaired(given);
+    std::string line;
+    line.reserve(text.size());
+    for (std::size_t at = 0; at < text.size();) {
+        const auto [scalar, length] = Utf8::decode(text, at);
+        if (scalar < 0x20 || (scalar >= 0x7F && scalar < 0xA0))
+            line += ' ';
+        else
+            line.append(text, at, length);
+        at += length;
+    }
+    return line;
 }
 }  // namespace ombrix

@@ -16,7 +16,8 @@ std::optional<std::string> expandedPath(std::string_view path);
 /// The failure for a `--folder` that is no folder.
 CLIError folderNotFound(const std::string& given);
 
-/// `path` as one line of valid text: each control character, line breaks among them, is a blank,
-/// so that a file's name cannot look like a line of output.
-std::string printable(std::string_view path);
+/// A path or a title as one line of valid text: each control character (C0, DEL and C1), line
+/// breaks among them, is a blank, so that it cannot look like a line of output or command the
+/// terminal. Linear.
+std::string printable(std::string_view given);
 }  // namespace ombrix

@@ -4,6 +4,7 @@
 #include "OmbrixCLI/CommandTree.h"
 #include "OmbrixCLI/Envelope.h"
 #include "OmbrixCLI/MovesReader.h"
+#include "OmbrixCLI/PathArguments.h"
 #include "OmbrixCLI/StandardStreams.h"
 #include "OmbrixMemoryKit/EnginePaths.h"
 #include "OmbrixMemoryKit/Moves/MoveEvidence.h"
@@ -111,19 +112,6 @@ MoveRow rowOf(MoveLibrary::MoveInState each, const MoveSources& sources) {
 
 // ---- table -------------------------------------------------------------------------------------
 
-/// The text with blanks for control characters: a title could otherwise break the table or command
-/// the terminal.
-std::string printable(std::string text) {
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const auto byte = static_cast<unsigned char>(text[i]);
-        if (byte < 0x20 || byte == 0x7F) text[i] = ' ';
-        // U+0080 to U+009F, in two bytes
-        if (byte == 0xC2 && i + 1 < text.size() && static_cast<unsigned char>(text[i + 1]) < 0xA0)
-            text.replace(i, 2, " ");
-    }
-    return text;
-}
-
 std::string tableLine(const MoveRow& row) {
     std::vector<std::string> meeting;
     if (row.meeting) meeting.push_back(*row.meeting);
@@ -132,7 +120,7 @@ std::string tableLine(const MoveRow& row) {
     line.append(rawValue(row.kind)).append("/").append(rawValue(row.stance));
     line += "  " + row.state + "  " + row.title + "  [" + Text::joined(row.commitmentIds, ",") +
             "]  " + Text::joined(meeting, ", ");
-    return printable(std::move(line)) + "\n";
+    return printable(line) + "\n";
 }
 
 std::string table(const std::vector<MoveRow>& rows, const std::string& folder) {
