@@ -323,12 +323,20 @@ void walk(const std::string& folder, const std::function<void(std::string path)>
 std::vector<std::string> names(const std::string& folder) {
     std::vector<std::string> result;
     if (!isPath(folder)) return result;
-    const Folder open(::opendir(folder.c_str()));
-    if (open == nullptr) return result;
-    while (const dirent* entry = ::readdir(open.get())) {
+    const auto failed = [&]() -> std::vector<std::string> {
+        if (isShortage(errno)) throw Error(errno, "Cannot read", folder);
+        return {};
+    };
+    const Folder open = openFolder(folder);
+    if (open == nullptr) return failed();
+    for (;;) {
+        errno = 0;  // the end of a folder and an error differ in nothing else
+        const dirent* const entry = ::readdir(open.get());
+        if (entry == nullptr) break;
         const std::string_view name = entry->d_name;
         if (name != "." && name != "..") result.emplace_back(name);
     }
+    if (errno != 0) return failed();
     std::ranges::sort(result);
     return result;
 }

@@ -78,7 +78,8 @@ void forEachLine(const std::string& path, const std::function<void(std::string_v
 void walk(const std::string& folder, const std::function<void(std::string path)>& visit);
 
 /// The names of everything in `folder`, hidden ones too, in ascending order of their bytes. None
-/// when it cannot be listed.
+/// when it is missing or may not be read. Throws `Error` for a shortage of memory or descriptors
+/// and for a failing disk.
 std::vector<std::string> names(const std::string& folder);
 
 /// The path without links, "." and "..": absolute, of what exists. Nothing when it does not.

@@ -136,33 +136,35 @@ void ImportDestinations::release(const std::string& path) {
 }
 
 ImportDestinations::Names& ImportDestinations::names(const std::string& folder) {
-    const auto [entry, isNew] = folders_.try_emplace(folder);
-    if (isNew)
-        for (auto& name : Files::names(folder)) entry->second.insert(std::move(name));
-    return entry->second;
+    const auto known = folders_.find(folder);
+    if (known != folders_.end()) return known->second;
+    auto found = Files::names(folder);
+    return folders_.emplace(folder, Names(found.begin(), found.end())).first->second;
 }
 
 bool ImportDestinations::belongsTo(const std::string& path, const std::string& source) {
-    const auto [entry, isNew] = sources_.try_emplace(path);
-    if (isNew) {
-        const auto content = reader_.read(path);
-        if (content && Utf8::isValid(*content)) {
-            std::size_t at =
-                content->starts_with(importedFrom) ? 0 : content->find("\nimported_from: ");
-            // The text's last line names nothing without its line end.
-            for (; at != std::string_view::npos; at = content->find("\nimported_from: ", at)) {
-                if ((*content)[at] == '\n') ++at;
-                const std::size_t end = content->find('\n', at);
-                if (end == std::string_view::npos) break;
-                auto line = content->substr(at, end - at);
-                if (line.ends_with('\r')) line.remove_suffix(1);
-                entry->second.emplace_back(line);
-                at = end;
-            }
-        }
-    }
+    auto known = sources_.find(path);
+    if (known == sources_.end()) known = sources_.emplace(path, sourcesIn(path)).first;
     std::string line = TranscriptImport::importedFromLine(Paths::lastComponent(source));
     line.pop_back();
-    return std::ranges::find(entry->second, line) != entry->second.end();
+    return std::ranges::find(known->second, line) != known->second.end();
+}
+
+std::vector<std::string> ImportDestinations::sourcesIn(const std::string& path) {
+    std::vector<std::string> lines;
+    const auto content = reader_.read(path);
+    if (!content || !Utf8::isValid(*content)) return lines;
+    std::size_t at = content->starts_with(importedFrom) ? 0 : content->find("\nimported_from: ");
+    // The text's last line names nothing without its line end.
+    for (; at != std::string_view::npos; at = content->find("\nimported_from: ", at)) {
+        if ((*content)[at] == '\n') ++at;
+        const std::size_t end = content->find('\n', at);
+        if (end == std::string_view::npos) break;
+        auto line = content->substr(at, end - at);
+        if (line.ends_with('\r')) line.remove_suffix(1);
+        lines.emplace_back(line);
+        at = end;
+    }
+    return lines;
 }
 }  // namespace ombrix::TranscriptImportRunner

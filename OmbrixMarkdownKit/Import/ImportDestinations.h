@@ -51,6 +51,7 @@ class ImportDestinations {
     using Names = std::set<std::string, std::less<>>;
     Names& names(const std::string& folder);
     bool belongsTo(const std::string& path, const std::string& source);
+    std::vector<std::string> sourcesIn(const std::string& path);
 
     std::map<std::string, Names> folders_;
     /// The "imported_from:" lines of files, without their line ends.

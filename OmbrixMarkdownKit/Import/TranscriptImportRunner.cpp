@@ -30,6 +30,16 @@ Outcome outcomeOf(TranscriptImport::Failure::Kind kind) {
     return Unrecognized{};
 }
 
+/// What `work` returns, or why it could not.
+template <typename Work>
+Outcome orFailure(const Work& work) {
+    try {
+        return work();
+    } catch (const Files::Error& error) {
+        return unreadable(error.what());
+    }
+}
+
 /// The meetings of an export, or why there are none.
 std::variant<Meetings, Outcome> converted(std::string_view text, const std::string& source,
                                           const std::optional<std::string>& fallbackDate) {
@@ -73,13 +83,7 @@ class Run {
     explicit Run(const Calendar& calendar) : calendar_(calendar) {}
 
     void import(const std::string& source, const std::string& folder) {
-        Outcome outcome = Unrecognized{};
-        try {
-            outcome = outcomeFor(source, folder);
-        } catch (const Files::Error& error) {
-            outcome = unreadable(error.what());
-        }
-        outcomes_.push_back({source, std::move(outcome)});
+        outcomes_.push_back({source, orFailure([&] { return outcomeFor(source, folder); })});
     }
 
     std::vector<FileOutcome> finish() {
@@ -91,10 +95,10 @@ class Run {
     /// An outcome that holds if its files get their names.
     struct Pending {
         std::size_t outcome = 0;
+        bool resumes = false;  ///< an earlier run gave names to some
         std::vector<std::string> destinations;
-        std::string mark;         ///< to be removed then; empty for one meeting
-        std::size_t waiting = 0;  ///< how many files wait for their names
-        std::size_t named = 0;    ///< how many have them
+        std::string mark;                  ///< to be removed then; empty for one meeting
+        std::vector<std::string> waiting;  ///< those of the destinations without their names yet
     };
 
     Outcome outcomeFor(const std::string& source, const std::string& folder) {
@@ -114,12 +118,13 @@ class Run {
         }
         auto meetings = converted(*text, source, modifiedDay(source, calendar_));
         if (const auto* failure = std::get_if<Outcome>(&meetings)) return *failure;
-        return write(std::get<Meetings>(meetings), source, folder);
+        return write(std::get<Meetings>(meetings), source, folder, wasInterrupted);
     }
 
-    Outcome write(const Meetings& meetings, const std::string& source, const std::string& folder) {
+    Outcome write(const Meetings& meetings, const std::string& source, const std::string& folder,
+                  bool wasInterrupted) {
         Files::createDirectories(folder);
-        Pending pending{.outcome = outcomes_.size()};
+        Pending pending{.outcome = outcomes_.size(), .resumes = wasInterrupted};
         if (meetings.size() > 1) {
             pending.mark = interruptionMark(source, folder);
             Files::writeAtomically(pending.mark, "");
@@ -148,12 +153,10 @@ class Run {
             if (!place.exists) {  // else it is from the run that was interrupted
                 if (files_.waiting() == NewFiles::mostWaiting()) {
                     commit();
-                    pending.named += std::exchange(pending.waiting, 0);
+                    pending.waiting.clear();
                 }
                 files_.add(place.path, meetings[i].markdown);
-                ++pending.waiting;
-            } else {
-                ++pending.named;
+                pending.waiting.push_back(place.path);
             }
             destinations_.claim(place.path);
             pending.destinations.push_back(place.path);
@@ -164,10 +167,21 @@ class Run {
     /// Drops the files that wait for their names. Those that have theirs stay, and with them the
     /// mark, so that a later run completes them.
     void takeBack(const Pending& pending) {
-        files_.discardLast(pending.waiting);
-        for (std::size_t i = 0; i < pending.waiting; ++i)
-            destinations_.release(pending.destinations[pending.destinations.size() - 1 - i]);
-        if (!pending.mark.empty() && pending.named == 0) Files::remove(pending.mark);
+        files_.discardLast(pending.waiting.size());
+        for (const auto& path : pending.waiting) destinations_.release(path);
+        if (isWithoutNames(pending, pending.waiting.size())) removeMark(pending);
+    }
+
+    /// True when none of its files has its name: `waiting` do not yet, the others failed.
+    bool isWithoutNames(const Pending& pending, std::size_t waiting) const {
+        if (pending.resumes) return false;
+        const auto failed = std::ranges::count_if(
+            pending.destinations, [this](const auto& path) { return failed_.contains(path); });
+        return static_cast<std::size_t>(failed) + waiting == pending.destinations.size();
+    }
+
+    static void removeMark(const Pending& pending) {
+        if (!pending.mark.empty()) Files::remove(pending.mark);
     }
 
     void commit() {
@@ -175,10 +189,9 @@ class Run {
         for (const Pending& pending : pending_) {
             const auto failure = std::ranges::find_if(
                 pending.destinations, [this](const auto& path) { return failed_.contains(path); });
-            if (failure != pending.destinations.end())
-                outcomes_[pending.outcome].outcome = Unreadable{failed_.at(*failure)};
-            else if (!pending.mark.empty())
-                Files::remove(pending.mark);
+            const bool isWhole = failure == pending.destinations.end();
+            if (!isWhole) outcomes_[pending.outcome].outcome = Unreadable{failed_.at(*failure)};
+            if (isWhole || isWithoutNames(pending, 0)) removeMark(pending);
         }
         pending_.clear();
     }
@@ -269,7 +282,8 @@ std::vector<FileOutcome> plan(const std::string& source, bool isDirectory,
     ImportDestinations names;
     std::vector<FileOutcome> outcomes;
     for (const auto& file : sources) {
-        outcomes.push_back({file, planned(file, folderFor(file, destination), names)});
+        outcomes.push_back(
+            {file, orFailure([&] { return planned(file, folderFor(file, destination), names); })});
         if (progress) progress(outcomes.size(), sources.size());
     }
     return outcomes;

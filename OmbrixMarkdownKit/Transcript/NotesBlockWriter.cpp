@@ -59,8 +59,7 @@ bool writeMirror(const std::string& path, std::string_view transcript) {
 
 std::string sanitizedSections(std::string_view notes) {
     std::string result;
-    const std::string text = Text::replacingAll(Text::withLineFeeds(notes),
-                                                TranscriptEditor::enhancedBlockEndMarker, "");
+    const std::string text = TranscriptEditor::withoutEndMarkers(Text::withLineFeeds(notes));
     LineCursor lines(text);
     while (const auto line = lines.next()) {
         const std::string_view content = Text::trimmed(*line);

@@ -48,7 +48,7 @@ std::string without(std::string_view text, std::string_view part) {
 
 /// Fit for a block: a marker inside would end it there.
 std::string blockContent(std::string_view text) {
-    return std::string(Text::trimmed(without(text, enhancedBlockEndMarker)));
+    return std::string(Text::trimmed(withoutEndMarkers(text)));
 }
 
 /// The block with its marker. Begins at the line feed ahead of its first heading.
@@ -222,6 +222,10 @@ std::optional<ByteRange> machineStretch(std::string_view text) {
 bool isInsideMachineBlock(std::string_view text, std::size_t position) {
     const auto stretch = machineStretch(text);
     return stretch && position >= stretch->begin && position < stretch->end;
+}
+
+std::string withoutEndMarkers(std::string_view text) {
+    return without(text, enhancedBlockEndMarker);
 }
 
 std::string onOneLine(std::string_view text) {

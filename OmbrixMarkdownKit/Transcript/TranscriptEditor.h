@@ -84,6 +84,9 @@ std::optional<ByteRange> machineStretch(std::string_view text);
 /// True when the byte at `position` is in `machineStretch`.
 bool isInsideMachineBlock(std::string_view text, std::size_t position);
 
+/// `text` without closing markers, also where taking one out joins another.
+std::string withoutEndMarkers(std::string_view text);
+
 /// `text` with its line breaks (LF, CR, CR LF) as single blanks.
 std::string onOneLine(std::string_view text);
 }  // namespace ombrix::TranscriptEditor

@@ -1,6 +1,7 @@
 #include "OmbrixMemoryKit/Notes/NotesBlockEdit.h"
 
 #include <algorithm>
+#include <unordered_set>
 #include <vector>
 
 #include "OmbrixMarkdownKit/Transcript/TranscriptEditor.h"
@@ -12,93 +13,138 @@ namespace {
 
 constexpr std::string_view humanPrefix = "_Written by ";
 
+bool isMachine(std::string_view line) {
+    return Text::trimmed(line).starts_with(EngineProvenance::machinePrefix);
+}
+
 bool isProvenance(std::string_view line) {
-    line = Text::trimmed(line);
-    return line.starts_with(humanPrefix) || line.starts_with(EngineProvenance::machinePrefix);
+    return isMachine(line) || Text::trimmed(line).starts_with(humanPrefix);
 }
 
-/// The part between the transcript heading and the marker in which provenance lines are looked for:
-/// from the first generated heading on, so that nothing said is taken for one; all of it when the
-/// block has no heading left.
-std::optional<ByteRange> tailRange(std::string_view text) {
-    auto range = TranscriptEditor::machineStretch(text);
-    if (!range) return std::nullopt;
-    const auto inside = text.substr(0, range->end);
-    std::size_t first = std::string_view::npos;
-    for (const auto heading : TranscriptEditor::aiHeaders)
-        first = std::min(first, inside.find("\n" + std::string(heading), range->begin));
-    if (first != std::string_view::npos) range->begin = first;
-    return range;
+/// A model's words as one line.
+std::string asOneLine(std::string_view words) {
+    return TranscriptEditor::onOneLine(Text::trimmed(words));
 }
 
+/// A model's paragraphs, none of whose lines reads as a section's heading or as a machine line.
+std::string paragraphs(std::string_view words) {
+    std::string text;
+    LineCursor lines(Text::trimmed(words));
+    while (const auto given = lines.next()) {
+        const bool isHeading =
+            std::ranges::any_of(TranscriptSections::sectionHeaders,
+                                [&](auto heading) { return given->starts_with(heading); });
+        if (isHeading) text += ' ';
+        text += isMachine(*given) ? Text::replacingAll(*given, "<!--", "<! --") : *given;
+        if (!lines.isAtEnd()) text += '\n';
+    }
+    return text;
+}
+
+/// The part of `stretch` that provenance lines stand in: from the first generated heading or the
+/// first machine line on, with the human line right above that, so that nothing said is taken for
+/// one; all of it when the block has neither. Begins at the line feed ahead of a line.
+ByteRange tailRange(std::string_view text, const ByteRange& stretch) {
+    const auto isHeading = [](std::string_view line) {
+        return std::ranges::any_of(TranscriptEditor::aiHeaders,
+                                   [&](auto heading) { return line.starts_with(heading); });
+    };
+    std::size_t start = stretch.begin;
+    std::size_t startBefore = start;
+    std::string_view before;
+    LineCursor lines(stretch.of(text));
+    lines.next();  // what follows the transcript heading on its line
+    while (const auto line = lines.next()) {
+        start = static_cast<std::size_t>(line->data() - text.data()) - 1;
+        if (isHeading(*line)) return {start, stretch.end};
+        if (isMachine(*line)) return {isProvenance(before) ? startBefore : start, stretch.end};
+        before = *line;
+        startBefore = start;
+    }
+    return stretch;
+}
+
+/// The lines of a block, those of its tail apart.
 struct Lines {
-    std::vector<std::string_view> provenance;
-    std::vector<std::string_view> others;  ///< no doubled empty line where provenance was
-    bool isTailLast = true;                ///< only empty lines follow provenance
+    std::vector<std::string_view> tail;
+    std::vector<std::string_view> others;  ///< no doubled empty line where the tail was
+    bool isTailLast = true;                ///< only empty lines follow the tail
 
-    explicit Lines(std::string_view text) {
+    template <typename IsTail>
+    Lines(std::string_view text, const IsTail& isTail) {
         LineCursor lines(text);
-        bool afterProvenance = false;
+        bool afterTail = false;
         while (const auto line = lines.next()) {
             const bool isEmpty = Text::trimmed(*line).empty();
-            if (isProvenance(*line)) {
-                provenance.push_back(*line);
-            } else if (!afterProvenance || !isEmpty || others.empty() ||
+            const bool ofTail = isTail(*line);
+            if (ofTail) {
+                tail.push_back(*line);
+            } else if (!afterTail || !isEmpty || others.empty() ||
                        !Text::trimmed(others.back()).empty()) {
                 others.push_back(*line);
-                if (!isEmpty && !provenance.empty()) isTailLast = false;
+                if (!isEmpty && !tail.empty()) isTailLast = false;
             }
-            afterProvenance = isProvenance(*line);
+            afterTail = ofTail;
         }
     }
 };
 
 /// The provenance lines of `before` as the last of the block in `edited`. The edit of the last
-/// section has removed them, that of a new one has left them ahead of it.
+/// section has removed them, that of a new one has left them ahead of it. A person's line that only
+/// reads like the one for people stays where it is.
 std::string withTailLast(std::string_view before, std::string_view edited) {
-    const auto old = tailRange(before);
-    const auto range = tailRange(edited);
-    if (!old || !range) return std::string(edited);
-    const Lines tail(old->of(before));
-    const Lines now(range->of(edited));
-    if (tail.provenance == now.provenance && now.isTailLast) return std::string(edited);
-    std::string block = Text::joined(now.others, "\n");
-    block.resize(block.find_last_not_of("\r\n") + 1);
-    block += "\n\n";
-    for (const auto line : tail.provenance) block.append(line) += '\n';
-    block += '\n';
-    return std::string(edited.substr(0, range->begin)) + block +
-           std::string(edited.substr(range->end));
+    const auto stretch = TranscriptEditor::machineStretch(before);
+    const auto end = TranscriptEditor::machineStretch(edited);
+    if (!stretch || !end) return std::string(edited);
+    const ByteRange range = tailRange(before, *stretch);
+    const auto tail = Lines(range.of(before), isProvenance).tail;
+    if (tail.empty()) return std::string(edited);
+
+    const std::unordered_set<std::string_view> known(tail.begin(), tail.end());
+    // What is ahead of the tail's part is as it was, so that part begins where it began.
+    const Lines now(edited.substr(range.begin, end->end - range.begin),
+                    [&](std::string_view line) { return isMachine(line) || known.contains(line); });
+    if (now.tail == tail && now.isTailLast) return std::string(edited);
+    std::string result(edited.substr(0, range.begin));
+    result += Text::joined(now.others, "\n");
+    result.resize(result.find_last_not_of("\r\n") + 1);
+    result += "\n\n";
+    for (const auto line : tail) result.append(line) += '\n';
+    result += '\n';
+    return result.append(edited.substr(end->end));
 }
 
-std::string stamped(const std::string& text, Instant now) {
-    const auto range = tailRange(text);
-    if (!range) return text;
-    LineCursor lines(range->of(text));
-    while (const auto line = lines.next()) {
-        if (!TranscriptEditor::isMachineProvenance(*line)) continue;
-        auto provenance = EngineProvenance::parse(*line);
-        if (!provenance) return text;
-        provenance->edited = now;
-        const auto content = Text::trimmed(*line);
-        std::string result = text;
-        return result.replace(static_cast<std::size_t>(content.data() - text.data()),
-                              content.size(), provenance->machineLine());
-    }
-    return text;
+/// The machine line that tells the block's owner; in a block without headings the first there is.
+std::optional<std::string_view> machineLine(std::string_view text) {
+    if (const auto line = TranscriptEditor::machineProvenance(text)) return line;
+    const auto stretch = TranscriptEditor::machineStretch(text);
+    if (!stretch) return std::nullopt;
+    LineCursor lines(tailRange(text, *stretch).of(text));
+    while (const auto line = lines.next())
+        if (TranscriptEditor::isMachineProvenance(*line)) return line;
+    return std::nullopt;
+}
+
+std::string stamped(std::string text, Instant now) {
+    const auto line = machineLine(text);
+    auto provenance = line ? EngineProvenance::parse(*line) : std::nullopt;
+    if (!provenance) return text;
+    provenance->edited = now;
+    const auto content = Text::trimmed(*line);
+    const auto at = static_cast<std::size_t>(content.data() - text.data());
+    return text.replace(at, content.size(), provenance->machineLine());
 }
 }  // namespace
 
 std::string NotesBlockRenderer::payload(const LandOutput& output,
                                         const EngineProvenance& provenance,
                                         const Calendar& calendar) {
-    std::string text("## Summary\n");
-    text.append(Text::trimmed(output.summary)) += '\n';
+    std::string text = "## Summary\n" + paragraphs(output.summary) + "\n";
     if (!output.notes.empty()) text += "\n## Meeting Notes\n";
     for (const LandNoteTopic& topic : output.notes) {
-        text.append("\n### ").append(Text::trimmed(topic.topic)) += '\n';
+        text.append("\n### ").append(asOneLine(topic.topic)) += '\n';
         for (const auto& bullet : topic.bullets)
-            text.append("- ").append(Text::trimmed(bullet)) += '\n';
+            text.append("- ").append(asOneLine(bullet)) += '\n';
     }
     return text + "\n" + provenance.humanLine(calendar) + "\n" + provenance.machineLine();
 }

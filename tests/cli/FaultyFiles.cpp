@@ -134,6 +134,18 @@ int rename(const char* from, const char* to) {
     return original<int (*)(const char*, const char*)>("rename")(from, to);
 }
 
+int linkat(int fromFolder, const char* from, int toFolder, const char* to, int flags) {
+    if (fails("linkat", isPlace(toFolder, to))) return -1;
+    return original<int (*)(int, const char*, int, const char*, int)>("linkat")(
+        fromFolder, from, toFolder, to, flags);
+}
+
+int renameat2(int fromFolder, const char* from, int toFolder, const char* to, unsigned flags) {
+    if (fails("renameat2", isPlace(toFolder, to))) return -1;
+    return original<int (*)(int, const char*, int, const char*, unsigned)>("renameat2")(
+        fromFolder, from, toFolder, to, flags);
+}
+
 int mkdir(const char* path, mode_t mode) {
     if (fails("mkdir", isPlace(AT_FDCWD, path))) return -1;
     return original<int (*)(const char*, mode_t)>("mkdir")(path, mode);

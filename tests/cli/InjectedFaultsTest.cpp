@@ -6,19 +6,21 @@
 #include <cerrno>
 #include <filesystem>
 #include <functional>
+#include <map>
 
 #include "OmbrixCore/DictationStore.h"
 #include "OmbrixCore/RawDatabase.h"
 #include "OmbrixPlatform/Files.h"
 #include "OmbrixPlatform/TestFolder.h"
+#include "OmbrixPlatform/Text.h"
 #include "ToolProcess.h"
 
 namespace ombrix::ToolTests {
 namespace {
 
-const char* const kinds[] = {"28" /* ENOSPC */, "5" /* EIO */, "24" /* EMFILE */, "4" /* EINTR */,
-                             "short"};
-static_assert(ENOSPC == 28 && EIO == 5 && EMFILE == 24 && EINTR == 4);
+const char* const kinds[] = {"28" /* ENOSPC */, "5" /* EIO */,         "24" /* EMFILE */,
+                             "4" /* EINTR */,   "95" /* EOPNOTSUPP */, "short"};
+static_assert(ENOSPC == 28 && EIO == 5 && EMFILE == 24 && EINTR == 4 && EOPNOTSUPP == 95);
 
 /// A call of which the one with number `at`, among those on files below `place`, fails.
 Call faulty(const test::TestFolder& folder, const std::vector<std::string>& arguments,
@@ -34,10 +36,12 @@ Call faulty(const test::TestFolder& folder, const std::vector<std::string>& argu
 }
 
 /// Runs a command with its first call failing, then its second, until it has fewer. `check` is told
-/// what happened and which call failed. Returns how many calls failed.
+/// what happened and which call failed. `setting` is one more variable. Returns how many calls
+/// failed.
 int faultEach(const test::TestFolder& folder, const std::vector<std::string>& arguments,
               const std::function<void()>& prepare,
-              const std::function<void(const Outcome&, const std::string& fault)>& check) {
+              const std::function<void(const Outcome&, const std::string& fault)>& check,
+              const std::string& setting = "LANG=C.UTF-8") {
     const std::string log = folder.at("fault.log");
     const std::string place = folder.at("place");
     int faults = 0;
@@ -45,7 +49,9 @@ int faultEach(const test::TestFolder& folder, const std::vector<std::string>& ar
         for (int at = 1;; ++at) {
             prepare();
             std::filesystem::remove(log);
-            const Outcome outcome = run(faulty(folder, arguments, place, at, kind));
+            Call call = faulty(folder, arguments, place, at, kind);
+            call.environment.push_back(setting);
+            const Outcome outcome = run(call);
             if (!Files::exists(log)) break;
             ++faults;
             check(outcome, Files::bytes(log) + ", call " + std::to_string(at) + ", " + kind);
@@ -129,6 +135,76 @@ TEST(InjectedFaults, ARefusedPressOpensNothing) {
     EXPECT_EQ(refused.status, 0) << refused.errors;
     EXPECT_THAT(refused.output, testing::HasSubstr("passwordManager"));
     EXPECT_FALSE(Files::exists(folder.at("fault.log"))) << "it opened a file";
+}
+
+/// The files below a folder that import or tidy may write, with their bytes.
+std::map<std::string, std::string> filesBelow(const std::string& folder) {
+    std::map<std::string, std::string> files;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(folder))
+        if (entry.is_regular_file())
+            files[entry.path().lexically_relative(folder)] = Files::bytes(entry.path());
+    return files;
+}
+
+TEST(InjectedFaults, AnImportWritesWholeTranscriptsAndTheNextRunTheRest) {
+    const test::TestFolder folder;
+    const std::string out = folder.at("place/out");
+    folder.write("place/in/a.vtt", "WEBVTT\n\n00:01.000 --> 00:02.000\n<v Ann>one");
+    folder.write("place/in/b.vtt", "WEBVTT\n\n00:01.000 --> 00:02.000\n<v Ann>two");
+    folder.write("place/in/logs.json",
+                 R"({"lifelogs":[{"title":"t","startTime":"2026-03-02","markdown":"**Ann:** x"},
+                     {"title":"u","startTime":"2026-03-03","markdown":"**Ann:** y"}]})");
+    const std::vector<std::string> command{OMBRIX_TOOL, "import", folder.at("place/in"), "--folder",
+                                           out};
+    const auto prepare = [&] {
+        std::filesystem::remove_all(out);
+        folder.write("place/out/b.md", "a stranger's");
+    };
+    prepare();
+    ASSERT_EQ(run(callIn(folder.path(), command)).status, 0);
+    const auto whole = filesBelow(out);
+    ASSERT_EQ(whole.size(), 5U);
+    const auto check = [&](const Outcome& outcome, const std::string& fault) {
+        auto left = filesBelow(out);
+        const bool hasMark = std::erase_if(left, [](const auto& file) {
+                                 return file.first.starts_with(".ombrix-import-");
+                             }) > 0;
+        for (const auto& [name, bytes] : left) {
+            ASSERT_TRUE(whole.contains(name)) << fault << name;
+            EXPECT_EQ(bytes, whole.at(name)) << fault << name;
+        }
+        EXPECT_EQ(hasMark, left.contains("logs (1 of 2).md") != left.contains("logs (2 of 2).md"))
+            << fault;
+        const bool isTold = outcome.status == 1 ? outcome.errors.starts_with("Error: ")
+                                                : Text::contains(outcome.output, "could not read");
+        EXPECT_TRUE(isTold || left == whole) << fault << outcome.output << outcome.errors;
+        EXPECT_EQ(run(callIn(folder.path(), command)).status, 0) << fault;
+        EXPECT_EQ(filesBelow(out), whole) << fault;
+    };
+    EXPECT_GT(faultEach(folder, command, prepare, check), 50);
+}
+
+TEST(InjectedFaults, ATwinIsWhereItWasOrInTheTrash) {
+    const test::TestFolder folder;
+    const std::string twin = "source: Ombrix\n";
+    const auto prepare = [&] {
+        std::filesystem::remove_all(folder.at("place"));
+        std::filesystem::create_directories(folder.at("place/data"));
+        folder.write("place/in/a.md", "");
+        folder.write("place/in/a.txt", twin);
+    };
+    const auto check = [&](const Outcome& outcome, const std::string& fault) {
+        const auto left = filesBelow(folder.at("place"));
+        const bool isInTrash = left.contains("data/Trash/files/a.txt");
+        EXPECT_NE(left.contains("in/a.txt"), isInTrash) << fault;
+        EXPECT_EQ(left.at(isInTrash ? "data/Trash/files/a.txt" : "in/a.txt"), twin) << fault;
+        EXPECT_EQ(Text::contains(outcome.output, "\"trashed\" : \"1\""), isInTrash) << fault;
+        EXPECT_EQ(outcome.status == 1, outcome.errors.starts_with("Error: ")) << fault;
+    };
+    EXPECT_GT(
+        faultEach(folder, {OMBRIX_TOOL, "tidy-txt", "--folder", folder.at("place/in"), "--trash"},
+                  prepare, check, "XDG_DATA_HOME=" + folder.at("place/data")),
+        5);
 }
 }  // namespace
 }  // namespace ombrix::ToolTests

@@ -29,6 +29,8 @@ TEST(NotesBlockWriter, APayloadIsFitForABlock) {
         {"another opening", "## Key Moments \r\nk", "## Key Moments\nk"},
         {"forged lines", "## Summary\n<!-- ombrix:written-by x -->\na<!-- /ombrix:ai -->b",
          "## Summary\nab"},
+        {"a forged marker in two halves", "## Summary\na<!-- /omb<!-- /ombrix:ai -->rix:ai -->b",
+         "## Summary\nab"},
     };
     for (const auto& [why, notes, expected] : cases) {
         EXPECT_EQ(NotesBlockWriter::sectionsPayload(notes, march, utc),

@@ -35,11 +35,16 @@ TEST(NotesBlockEdit, ARecordBecomesItsBlock) {
     LandOutput output{.summary = " We agreed.\n"};
     EXPECT_EQ(NotesBlockRenderer::payload(output, author, Calendar::gregorianUtc()),
               "## Summary\nWe agreed.\n\n" + human + author.machineLine());
-    output.notes = {{" Price ", {"stays ", "is 5"}}, {"Team", {}}};
+    output.notes = {{" Price ", {"stays ", "is\n5"}}, {"Team", {}}};
     EXPECT_EQ(NotesBlockRenderer::payload(output, author, Calendar::gregorianUtc()),
               "## Summary\nWe agreed.\n\n## Meeting Notes\n\n### Price\n- stays\n- is 5\n\n### "
               "Team\n\n" +
                   human + author.machineLine());
+    output = {.summary = "## Summary\n" + author.machineLine() + "\n## Key Moments"};
+    EXPECT_EQ(NotesBlockRenderer::payload(output, author, Calendar::gregorianUtc()),
+              "## Summary\n ## Summary\n<! --" + author.machineLine().substr(4) +
+                  "\n ## Key Moments\n\n" + human + author.machineLine())
+        << "a model's words open no section and say nothing about their author";
 }
 
 TEST(NotesBlockEdit, AnEditIsStampedAndTheProvenanceStaysLast) {
@@ -56,12 +61,26 @@ TEST(NotesBlockEdit, AnEditIsStampedAndTheProvenanceStaysLast) {
     const std::string foreign = Text::replacingAll(before, author.machineLine() + "\n", "");
     EXPECT_EQ(NotesBlockEdit::replace(Section::summary, "new", foreign, later),
               head + "\n## Summary\nnew\n\n" + human + end);
+    const std::string bare = Text::replacingAll(foreign, "\n" + human, "");
+    EXPECT_EQ(NotesBlockEdit::replace(Section::summary, "_Written by hand_", bare, later),
+              Text::replacingAll(bare, "old", "_Written by hand_"))
+        << "without provenance lines nothing is moved or dropped";
+    EXPECT_EQ(NotesBlockEdit::replace(Section::summary,
+                                      "_Written by hand_\n" + author.machineLine(), before, later),
+              head + "\n## Summary\n_Written by hand_\n\n" + human + edited() + "\n" + end);
+    EXPECT_EQ(
+        NotesBlockEdit::replace(
+            Section::actionItems, "- a",
+            head + "\n" + human + author.machineLine() + "\n\n## Key Moments\nk\n" + end, later),
+        head + "\n## Key Moments\nk\n\n## Action Items\n- a\n\n" + human + edited() + "\n" + end)
+        << "a tail ahead of the headings";
 }
 
 TEST(NotesBlockEdit, RandomEditsKeepTheProvenanceAndEverythingAround) {
     test::RandomText random(12);
     for (int round = 0; round < 300; ++round) {
-        std::string text = transcript({.summary = "s", .notes = {{"t", {"b"}}}});
+        std::string text = transcript({.summary = "s"});
+        if (round % 2 == 0) text = transcript({.summary = "s", .notes = {{"t", {"b"}}}});
         for (int edit = 0; edit < 8; ++edit) {
             const auto section = random.below(2) == 0 ? Section::summary : Section::actionItems;
             const std::string body = random.below(4) == 0 ? "" : "- " + random.mixed(12, 20);
