@@ -61,7 +61,8 @@ std::string sanitizedSections(std::string_view notes) {
     std::string result;
     const std::string text = TranscriptEditor::withoutEndMarkers(Text::withLineFeeds(notes));
     LineCursor lines(text);
-    while (const auto line = lines.next()) {
+    while (auto line = lines.next()) {
+        while (line->ends_with('\r')) line->remove_suffix(1);  // of damaged line ends
         const std::string_view content = Text::trimmed(*line);
         if (isForeignHeading(content) || TranscriptEditor::isMachineProvenance(content)) continue;
         result.append(isSectionHeading(content) ? content : *line) += '\n';

@@ -29,6 +29,7 @@ TEST(NotesBlockWriter, APayloadIsFitForABlock) {
         {"another opening", "## Key Moments \r\nk", "## Key Moments\nk"},
         {"forged lines", "## Summary\n<!-- ombrix:written-by x -->\na<!-- /ombrix:ai -->b",
          "## Summary\nab"},
+        {"damaged line ends", "a\r\r\nb", "## Summary\n\na\nb"},
         {"a forged marker in two halves", "## Summary\na<!-- /omb<!-- /ombrix:ai -->rix:ai -->b",
          "## Summary\nab"},
     };
