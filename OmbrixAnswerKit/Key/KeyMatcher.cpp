@@ -50,7 +50,7 @@ class Words {
 
     bool contains(std::string_view word) const { return places_.contains(word); }
 
-    /// True when the words of `phrase` stand there one behind the other.
+    /// True when the words of `phrase` follow each other there.
     bool containsPhrase(const std::vector<std::string_view>& phrase) const {
         if (phrase.empty()) return false;
         return std::ranges::any_of(placesOf(phrase.front()), [&](std::size_t at) {
@@ -87,7 +87,7 @@ class Words {
         return false;
     }
 
-    /// True when a word with that initial stands before `word`, and `next`, if any, behind it.
+    /// True when a word with that initial is before `word`, and `next`, if any, after it.
     bool standsBehind(std::string_view initial, std::string_view word,
                       std::string_view next) const {
         return std::ranges::any_of(placesOf(word), [&](std::size_t at) {

@@ -2,7 +2,7 @@
 // is, so that what this system does not know survives. An edit whose place is missing gives the
 // text back unchanged; nothing here throws. All functions are linear.
 //
-// The machine block is the generated part behind the transcript:
+// The machine block is the generated part after the transcript:
 //
 //   ## Transcript
 //

@@ -86,7 +86,7 @@ std::string_view withoutTrailingWhiteSpace(std::string_view text) {
     return text.substr(0, static_cast<std::size_t>(kept.data() - text.data()) + kept.size());
 }
 
-/// What is behind "- " or a number; nothing for another line.
+/// What follows "- " or a number; nothing for another line.
 std::optional<std::string_view> itemText(std::string_view line) {
     static const Regex number(R"(^\d+\. )");
     if (line.starts_with(bullet)) return line.substr(bullet.size());

@@ -56,7 +56,7 @@ class Reader {
 
   private:
     explicit Reader(std::vector<std::string_view> lines) : lines_(std::move(lines)) {}
-    /// The index of the first line of that key, and what is behind its colon.
+    /// The index of the first line of that key, and what follows its colon.
     std::optional<std::pair<std::size_t, std::string_view>> field(std::string_view key) const;
 
     std::vector<std::string_view> lines_;

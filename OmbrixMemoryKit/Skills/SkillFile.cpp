@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <utility>
 
-#include "OmbrixMemoryKit/Skills/Frontmatter.h"
+#include "OmbrixMemoryKit/Skills/SkillFrontmatter.h"
 #include "OmbrixPlatform/Text.h"
 #include "OmbrixPlatform/Utf8.h"
 
@@ -120,7 +120,7 @@ std::variant<std::string, SkillProblem> field(const std::vector<FrontmatterEntry
                                               std::string_view key, const FieldProblems& problems) {
     const FrontmatterEntry* entry = find(entries, key);
     if (entry == nullptr) return problems.missing;
-    auto scalar = Frontmatter::scalar(*entry);
+    auto scalar = SkillFrontmatter::scalar(*entry);
     if (!scalar) return problems.unreadable;
     if (const auto problem = problems.problem(scalar->value)) return SkillProblem{*problem};
     return std::move(scalar->value);
@@ -129,7 +129,7 @@ std::variant<std::string, SkillProblem> field(const std::vector<FrontmatterEntry
 std::optional<SkillOutput> outputOf(const std::vector<FrontmatterEntry>& entries) {
     const FrontmatterEntry* metadata = find(entries, metadataKey);
     if (metadata == nullptr) return std::nullopt;
-    const auto scalar = Frontmatter::nestedScalar(*metadata, outputKey);
+    const auto scalar = SkillFrontmatter::nestedScalar(*metadata, outputKey);
     if (!scalar) return std::nullopt;
     return output(scalar->value);
 }
@@ -156,8 +156,8 @@ void setScalar(std::vector<FrontmatterEntry>& entries, std::string_view key,
                std::string_view written) {
     for (FrontmatterEntry& entry : entries) {
         if (entry.key != key) continue;
-        if (const auto scalar = Frontmatter::scalar(entry))
-            entry = Frontmatter::replacing(entry, scalar->range, written);
+        if (const auto scalar = SkillFrontmatter::scalar(entry))
+            entry = SkillFrontmatter::replacing(entry, scalar->range, written);
         return;
     }
 }
@@ -167,7 +167,7 @@ void setOutput(std::vector<FrontmatterEntry>& entries, SkillOutput output) {
     const auto metadata = std::ranges::find_if(
         entries, [](const FrontmatterEntry& entry) { return entry.key == metadataKey; });
     if (metadata != entries.end()) {
-        *metadata = Frontmatter::settingNested(*metadata, outputKey, raw);
+        *metadata = SkillFrontmatter::settingNested(*metadata, outputKey, raw);
         return;
     }
     // As deep as the keys that are there.
@@ -180,7 +180,7 @@ void setOutput(std::vector<FrontmatterEntry>& entries, SkillOutput output) {
     }
     const FrontmatterEntry empty{.key = std::string(metadataKey),
                                  .lines = {blanks + std::string(metadataKey) + ":"}};
-    entries.push_back(Frontmatter::settingNested(empty, outputKey, raw));
+    entries.push_back(SkillFrontmatter::settingNested(empty, outputKey, raw));
 }
 }  // namespace
 
@@ -218,7 +218,7 @@ std::variant<Skill, SkillProblem> parse(std::string_view text, SkillOrigin origi
     auto cutText = cut(text);
     if (const auto* problem = std::get_if<SkillProblem>(&cutText)) return *problem;
     const auto& pieces = std::get<Pieces>(cutText);
-    auto entries = Frontmatter::groupEntries(pieces.frontmatter);
+    auto entries = SkillFrontmatter::groupEntries(pieces.frontmatter);
     if (!entries || entries->empty()) return SkillProblem::frontmatterUnreadable;
 
     auto name =

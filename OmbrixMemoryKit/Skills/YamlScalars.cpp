@@ -78,7 +78,7 @@ std::optional<char32_t> hexadecimal(std::string_view text, std::size_t at, std::
     return value;
 }
 
-/// The scalar of the escape whose letter is at `at`, which moves behind it.
+/// The scalar of the escape whose letter is at `at`, which moves past it.
 std::optional<char32_t> escaped(std::string_view text, std::size_t& at) {
     if (at >= text.size()) return std::nullopt;
     const char letter = text[at++];
@@ -113,7 +113,7 @@ std::size_t foldLines(std::string_view text, std::size_t at, std::string& value,
     return at;
 }
 
-/// Behind a backslash at a line's end: the next line follows without a blank.
+/// After a backslash at a line's end: the next line follows without a blank.
 std::size_t joinLines(std::string_view text, std::size_t at, std::string& value) {
     std::size_t lineEnds = 0;
     for (; at < text.size() && (text[at] == '\n' || isBlank(text[at])); ++at)
@@ -227,7 +227,7 @@ Found plainScalar(std::string_view text, std::size_t start) {
 /// when there is none.
 std::optional<std::size_t> flowEnd(std::string_view text, std::size_t at) {
     std::size_t depth = 0;
-    char before = ',';  // the last character that is no blank: behind these a value begins
+    char before = ',';  // the last character that is no blank: after these a value begins
     for (; at < text.size(); ++at) {
         if (startsComment(text, at)) at = lineEnd(text, at);
         if (at == text.size()) break;

@@ -35,7 +35,7 @@ std::size_t firstContent(std::string_view text, std::size_t from);
 /// YAML does not know.
 std::optional<Found> quotedScalar(std::string_view text, std::size_t start);
 
-/// The scalar of any form that begins at `start` and is all there is behind it but comments.
+/// The scalar of any form that begins at `start` and has nothing after it but comments.
 /// `parentIndentation` is that of its key. Nothing for another value.
 std::optional<Found> anyScalar(std::string_view text, std::size_t start,
                                std::size_t parentIndentation);

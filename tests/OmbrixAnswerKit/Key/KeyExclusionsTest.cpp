@@ -34,7 +34,7 @@ TEST(KeyExclusions, TheFirstReasonCounts) {
         {"bank", {.bundleID = "com.chase.mobile"}, Reason::finance},
         {"undo", {.bundleID = "org.sticky.notes"}, Reason::undoNotClean},
         {"extension", page(" Chrome-Extension://abc/x"), Reason::browserExtension},
-        {"extension behind colons", page("::moz-extension:x"), Reason::browserExtension},
+        {"extension after colons", page("::moz-extension:x"), Reason::browserExtension},
         {"password page", page("https://vault.bitwarden.com/#/login"), Reason::passwordManager},
         {"bank page", page("https://secure.chase.com/a?b"), Reason::finance},
         {"bank page before the list", page("https://chase.com"), Reason::finance},

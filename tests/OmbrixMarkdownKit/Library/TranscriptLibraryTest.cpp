@@ -40,7 +40,7 @@ TEST(TranscriptLibrary, HeadersAreTheScanWithoutItsSections) {
     }
     EXPECT_THAT(library.headers(), testing::ElementsAreArray(expected));
 
-    // Damage behind the frontmatter is not looked at.
+    // Damage after the frontmatter is not looked at.
     folder.write("damaged/a.md", "---\ntitle: A\n" + ours + "---\n\xFF");
     EXPECT_EQ((TranscriptLibrary{.folder = folder.at("damaged")}.headers().size()), 1);
 }

@@ -6,7 +6,7 @@
 #include <random>
 #include <span>
 
-#include "OmbrixMemoryKit/Skills/Frontmatter.h"
+#include "OmbrixMemoryKit/Skills/SkillFrontmatter.h"
 #include "OmbrixPlatform/RandomText.h"
 #include "OmbrixPlatform/Text.h"
 

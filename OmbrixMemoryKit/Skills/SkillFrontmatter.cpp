@@ -1,4 +1,4 @@
-#include "OmbrixMemoryKit/Skills/Frontmatter.h"
+#include "OmbrixMemoryKit/Skills/SkillFrontmatter.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -7,12 +7,12 @@
 
 #include "OmbrixPlatform/Text.h"
 
-namespace ombrix::Frontmatter {
+namespace ombrix::SkillFrontmatter {
 namespace {
 
 using namespace YamlScalars;
 
-/// "key" of "key: value" and of "'key' : value", and the place behind the colon.
+/// "key" of "key: value" and of "'key' : value", and the place after the colon.
 struct Key {
     std::string text;
     std::size_t end = 0;
@@ -187,4 +187,4 @@ FrontmatterEntry settingNested(const FrontmatterEntry& entry, std::string_view k
         .key = entry.key,
         .lines = {first.substr(0, keyEnd), first.substr(0, indentation(first)) + "  " + member}};
 }
-}  // namespace ombrix::Frontmatter
+}  // namespace ombrix::SkillFrontmatter

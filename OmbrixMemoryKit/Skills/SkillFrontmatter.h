@@ -13,7 +13,7 @@
 #include "OmbrixMemoryKit/Skills/YamlScalars.h"
 #include "OmbrixPlatform/ByteRange.h"
 
-namespace ombrix::Frontmatter {
+namespace ombrix::SkillFrontmatter {
 
 /// The lines in entries. Lines indented deeper than the keys, "- " lines at their depth, and blank
 /// and comment lines between these belong to the key before them. Nothing when another line has no
@@ -41,4 +41,4 @@ FrontmatterEntry replacing(const FrontmatterEntry& entry, ByteRange range, std::
 FrontmatterEntry settingNested(const FrontmatterEntry& entry, std::string_view key,
                                std::string_view value);
 
-}  // namespace ombrix::Frontmatter
+}  // namespace ombrix::SkillFrontmatter
