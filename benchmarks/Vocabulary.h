@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "LibraryWords.h"
+#include "Languages.h"
 
 namespace ombrix {
 
@@ -41,47 +41,42 @@ class Dice {
 /// Words by rank, drawn as often as in speech: two thirds come from the list of frequent words.
 class Vocabulary {
   public:
-    explicit Vocabulary(Dice& dice) {
-        words_.assign(LibraryWords::frequent.begin(), LibraryWords::frequent.end());
-        for (const std::string_view word : LibraryWords::everyMeeting) {
-            for (int i = 0; i < 50; ++i) words_.push_back(invented(dice));
+    explicit Vocabulary(Dice& dice, const Language& language = Languages::english())
+        : frequent_(language.frequent.size()) {
+        words_.assign(language.frequent.begin(), language.frequent.end());
+        for (const std::string_view word : language.everyMeeting) {
+            for (int i = 0; i < 50; ++i) words_.push_back(invented(dice, language));
             words_.emplace_back(word);
         }
-        while (words_.size() < size) words_.push_back(invented(dice));
+        while (words_.size() < size) words_.push_back(invented(dice, language));
         fillTable();
     }
 
     const std::string& any(Dice& dice) const { return words_[table_[dice.below(tableSize)]]; }
     /// Any word except those of the list of frequent words.
     const std::string& content(Dice& dice) const {
-        const std::size_t first = LibraryWords::frequent.size();
-        return words_[first + dice.below(size - first)];
+        return words_[frequent_ + dice.below(size - frequent_)];
     }
 
   private:
     static constexpr std::size_t size = 9'000;
     static constexpr std::size_t tableSize = 1U << 20;
 
-    static std::string invented(Dice& dice) {
-        static constexpr auto onsets = std::to_array<std::string_view>(
-            {"b",  "c",  "d",  "f",  "g",  "h",  "l",   "m",  "n",  "p",
-             "r",  "s",  "t",  "v",  "w",  "br", "cl",  "cr", "dr", "fl",
-             "gr", "pl", "pr", "st", "tr", "th", "str", "qu", ""});
-        static constexpr auto vowels =
-            std::to_array<std::string_view>({"a", "e", "i", "o", "u", "ea", "ou", "ai", "io"});
-        static constexpr auto codas = std::to_array<std::string_view>(
-            {"", "", "", "n", "r", "s", "t", "l", "m", "nd", "st", "ck", "rt", "ng"});
-        static constexpr auto endings = std::to_array<std::string_view>(
-            {"", "", "", "", "s", "ed", "ing", "er", "ly", "tion", "ment", "es", "able", "y"});
+    /// Half of these words begin as an earlier one does: real words come in families.
+    std::string invented(Dice& dice, const Language& language) {
         std::string word;
-        const std::size_t length = dice.below(10);
-        for (std::size_t syllable = 0; syllable < (length < 3   ? 1U
-                                                   : length < 9 ? 2U
-                                                                : 3U);
-             ++syllable) {
-            word.append(dice.of(onsets)).append(dice.of(vowels)).append(dice.of(codas));
+        if (!roots_.empty() && dice.chance(500)) {
+            word = dice.of(roots_);
+        } else {
+            const std::size_t length = dice.below(10);
+            const std::size_t syllables = length < 3 ? 1 : length < 9 ? 2 : 3;
+            for (std::size_t i = 0; i < syllables; ++i) {
+                word.append(dice.of(language.onsets));
+                word.append(dice.of(language.vowels)).append(dice.of(language.codas));
+            }
+            roots_.push_back(word);
         }
-        word.append(dice.of(endings));
+        word.append(dice.of(language.endings));
         return word;
     }
 
@@ -101,7 +96,9 @@ class Vocabulary {
         }
     }
 
+    std::size_t frequent_;  // how many of the words come from that list
     std::vector<std::string> words_;
+    std::vector<std::string> roots_;
     std::vector<std::uint16_t> table_;
 };
 }  // namespace ombrix

@@ -1,11 +1,15 @@
-// make-library FOLDER [--count N] [--seed S]
+// make-library FOLDER [--count N] [--seed S] [--language english]
+// make-library FOLDER --from LIBRARY [--count N] [--spelling plain|quotes|accents]
 //
 // Writes N transcripts (default 10,000, about 50 KB each) of invented meetings, in monthly folders
-// over the three years before 2026-08-01. The same count and seed give the same bytes.
+// over the three years before 2026-08-01. The same numbers give the same bytes.
 //
 // The text resembles real speech in what affects speed: a few words make up most of it and most
-// words are rare; a meeting repeats the words of its topic; some names, symbols and quotes are not
-// ASCII.
+// words are rare; words begin alike; a meeting repeats the words of its topic; some names, symbols
+// and quotes are not ASCII.
+//
+// With --from it copies transcripts of another library, at most N, spread evenly, and writes what
+// was spoken in another spelling (Spelling.h).
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -13,13 +17,17 @@
 #include <chrono>
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "LibraryWords.h"
+#include "Spelling.h"
 #include "Vocabulary.h"
 
 namespace {
@@ -29,8 +37,9 @@ using namespace ombrix;
 /// Writes one meeting.
 class Meeting {
   public:
-    Meeting(const Vocabulary& vocabulary, std::uint64_t seed, std::string& out)
-        : vocabulary_(vocabulary), dice_(seed), out_(out) {}
+    Meeting(const Vocabulary& vocabulary, const Language& language, std::uint64_t seed,
+            std::string& out)
+        : vocabulary_(vocabulary), language_(language), dice_(seed), out_(out) {}
 
     void write(std::string_view day) {
         gather();
@@ -49,8 +58,9 @@ class Meeting {
     void gather() {
         title_ = dice_.of(LibraryWords::titles);
         for (auto& word : topic_) {
-            word = dice_.chance(400) ? std::string(dice_.of(LibraryWords::topics))
-                                     : vocabulary_.content(dice_);
+            word = dice_.below(shareOfATopic) < language_.topics.size()
+                       ? std::string(dice_.of(language_.topics))
+                       : vocabulary_.content(dice_);
         }
         if (dice_.chance(600)) title_.append(", ").append(topic_[0]);
         // Squared, so that the first customers are frequent and the last ones rare.
@@ -99,8 +109,8 @@ class Meeting {
         out_.append("**").append(dice_.chance(450) ? people_[0] : dice_.of(people_)).append(":** ");
         const std::size_t sentences = dice_.chance(250) ? 1 : dice_.between(2, 6);
         for (std::size_t i = 0; i < sentences; ++i) {
-            if (i > 0) out_ += " ";
-            if (dice_.chance(12))
+            if (i > 0) out_ += language_.afterStop;
+            if (dice_.chance(12) && language_.name == "english")
                 promise();
             else
                 sentence();
@@ -127,16 +137,15 @@ class Meeting {
         if (quoted) out_ += typographic_ ? "“" : "\"";
         const std::size_t first = out_.size();
         words(dice_.between(4, 18));
-        if (out_[first] >= 'a' && out_[first] <= 'z')
-            out_[first] = static_cast<char>(out_[first] - 'a' + 'A');
-        out_ += dice_.chance(120) ? "?" : ".";
+        Spelling::capitalize(out_, first);
+        out_ += dice_.chance(120) ? language_.question : language_.stop;
         if (quoted) out_ += typographic_ ? "”" : "\"";
-        if (typographic_) curlApostrophes(begin);
+        if (typographic_) Spelling::curlApostrophes(out_, begin);
     }
 
     void words(std::size_t count) {
         for (std::size_t i = 0; i < count; ++i) {
-            if (i > 0) out_ += dice_.chance(70) ? ", " : " ";
+            if (i > 0) out_ += dice_.chance(70) ? language_.comma : language_.gap;
             const std::size_t kind = dice_.below(1000);
             if (kind < 60) {
                 out_ += dice_.of(topic_);
@@ -171,18 +180,11 @@ class Meeting {
         }
     }
 
-    void curlApostrophes(std::size_t from) {
-        for (std::size_t at = out_.find('\'', from); at != std::string::npos;
-             at = out_.find('\'', at)) {
-            out_.replace(at, 1, "’");
-        }
-    }
-
     void machineBlock() {
         out_ += "## Summary\n\n";
         for (int i = 0; i < 4; ++i) {
             sentence();
-            out_ += " ";
+            out_ += language_.afterStop;
         }
         out_ += "\n\n## Action Items\n\n";
         for (std::size_t items = dice_.between(1, 6); items > 0; --items) {
@@ -194,7 +196,12 @@ class Meeting {
         out_ += "\n<!-- /ombrix:ai -->\n";
     }
 
+    /// A word of a meeting is one of its language's topics with a chance of one in this for each,
+    /// so that a topic is as frequent in every language.
+    static constexpr std::size_t shareOfATopic = 290;
+
     const Vocabulary& vocabulary_;
+    const Language& language_;
     Dice dice_;
     std::string& out_;
     std::string title_;
@@ -218,37 +225,77 @@ bool writeFile(const std::string& path, const std::string& bytes) {
     return std::fclose(file) == 0 && written;
 }
 
-int makeLibrary(const std::string& folder, std::size_t count, std::uint64_t seed) {
+/// What is asked for on the command line.
+struct Order {
+    std::string folder;
+    std::string from;
+    std::size_t count = 10'000;
+    std::uint64_t seed = 1;
+    Language language = Languages::english();
+    Spelling::Kind spelling = Spelling::Kind::plain;
+};
+
+/// Writes the files of a library and counts them. Ends the program when one cannot be written.
+class Writer {
+  public:
+    void write(const std::filesystem::path& path, const std::string& bytes) {
+        std::error_code ignored;  // opening the file fails then
+        std::filesystem::create_directories(path.parent_path(), ignored);
+        if (!writeFile(path, bytes)) {
+            std::fprintf(stderr, "make-library: %s: %s\n", path.c_str(), std::strerror(errno));
+            std::exit(1);
+        }
+        ++files_;
+        bytes_ += bytes.size();
+    }
+    void report(const std::string& folder) const {
+        std::printf("%zu transcripts, %.1f MB, in %s\n", files_, static_cast<double>(bytes_) / 1e6,
+                    folder.c_str());
+    }
+
+  private:
+    std::size_t files_ = 0;
+    std::uintmax_t bytes_ = 0;
+};
+
+void inventMeetings(const Order& order, Writer& writer) {
     using namespace std::chrono;
     constexpr sys_days firstDay = sys_days(year(2023) / August / 1);
     constexpr auto days =
         static_cast<std::size_t>((sys_days(year(2026) / August / 1) - firstDay).count());
 
-    Dice dice(seed);
-    const Vocabulary vocabulary(dice);
+    Dice dice(order.seed);
+    const Vocabulary vocabulary(dice, order.language);
     std::string text;
-    std::uintmax_t bytes = 0;
-    for (std::size_t i = 0; i < count; ++i) {
+    for (std::size_t i = 0; i < order.count; ++i) {
         // Spread evenly, so that a tenth of the days is also a tenth of the bytes.
-        const std::string day = dayString(firstDay + std::chrono::days(i * days / count));
+        const std::string day = dayString(firstDay + std::chrono::days(i * days / order.count));
         text.clear();
-        Meeting meeting(vocabulary, dice.next(), text);
+        Meeting meeting(vocabulary, order.language, dice.next(), text);
         meeting.write(day);
         std::string name = meeting.title();
         std::ranges::replace(name, ':', '-');
-        const std::string month = folder + "/" + day.substr(0, 7);
-        std::error_code ignored;  // opening the file fails then
-        std::filesystem::create_directories(month, ignored);
-        const std::string path = month + "/" + day + " " + std::to_string(i) + " " + name + ".md";
-        if (!writeFile(path, text)) {
-            std::fprintf(stderr, "make-library: %s: %s\n", path.c_str(), std::strerror(errno));
-            return 1;
-        }
-        bytes += text.size();
+        writer.write(order.folder + "/" + day.substr(0, 7) + "/" + day + " " + std::to_string(i) +
+                         " " + name + ".md",
+                     text);
     }
-    std::printf("%zu transcripts, %.1f MB, in %s\n", count, static_cast<double>(bytes) / 1e6,
-                folder.c_str());
-    return 0;
+}
+
+void copyMeetings(const Order& order, Writer& writer) {
+    namespace fs = std::filesystem;
+    std::vector<fs::path> paths;
+    for (const auto& entry : fs::recursive_directory_iterator(order.from))
+        if (entry.is_regular_file() && entry.path().extension() == ".md")
+            paths.push_back(entry.path());
+    std::ranges::sort(paths);
+    const std::size_t count = std::min(order.count, paths.size());
+    for (std::size_t i = 0; i < count; ++i) {
+        const fs::path& path = paths[i * paths.size() / count];
+        std::ifstream in(path, std::ios::binary);
+        const std::string text{std::istreambuf_iterator<char>(in), {}};
+        writer.write(order.folder / fs::relative(path, order.from),
+                     Spelling::ofTranscript(text, order.spelling));
+    }
 }
 
 /// Sets `number` if the whole of `text` is one; otherwise false.
@@ -257,28 +304,53 @@ bool readNumber(std::string_view text, Number& number) {
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
     return error == std::errc() && end == text.data() + text.size();
 }
+/// Sets `order.language` if there is one of this name; otherwise false.
+bool readLanguage(std::string_view name, Order& order) {
+    for (auto& language : Languages::all()) {
+        if (language.name != name) continue;
+        order.language = std::move(language);
+        return true;
+    }
+    return false;
+}
+
+bool readOption(std::string_view option, std::string_view value, Order& order) {
+    if (option == "--count") return readNumber(value, order.count) && order.count > 0;
+    if (option == "--seed") return readNumber(value, order.seed);
+    if (option == "--language") return readLanguage(value, order);
+    if (option == "--spelling") return Spelling::read(value, order.spelling);
+    if (option == "--from") order.from = value;
+    return option == "--from";
+}
+
+bool readOrder(const std::vector<std::string_view>& arguments, Order& order) {
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        if (order.folder.empty() && !arguments[i].starts_with("-")) {
+            order.folder = arguments[i];
+            continue;
+        }
+        if (i + 1 == arguments.size() || !readOption(arguments[i], arguments[i + 1], order))
+            return false;
+        ++i;
+    }
+    return !order.folder.empty();
+}
 }  // namespace
 
 int main(int argc, char** argv) {
-    const std::vector<std::string_view> arguments(argv + 1, argv + argc);
-    std::string folder;
-    std::size_t count = 10'000;
-    std::uint64_t seed = 1;
-    bool understood = true;
-    for (std::size_t i = 0; i < arguments.size(); ++i) {
-        const bool hasValue = i + 1 < arguments.size();
-        if (arguments[i] == "--count" && hasValue)
-            understood = understood && readNumber(arguments[++i], count);
-        else if (arguments[i] == "--seed" && hasValue)
-            understood = understood && readNumber(arguments[++i], seed);
-        else if (folder.empty() && !arguments[i].starts_with("-"))
-            folder = arguments[i];
-        else
-            understood = false;
-    }
-    if (!understood || folder.empty() || count == 0) {
-        std::fputs("usage: make-library FOLDER [--count N] [--seed S]\n", stderr);
+    Order order;
+    if (!readOrder({argv + 1, argv + argc}, order)) {
+        std::fputs(
+            "usage: make-library FOLDER [--count N] [--seed S] [--language NAME]\n"
+            "       make-library FOLDER --from LIBRARY [--count N] [--spelling KIND]\n",
+            stderr);
         return 64;
     }
-    return makeLibrary(folder, count, seed);
+    Writer writer;
+    if (order.from.empty())
+        inventMeetings(order, writer);
+    else
+        copyMeetings(order, writer);
+    writer.report(order.folder);
+    return 0;
 }
