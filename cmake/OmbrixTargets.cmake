@@ -11,8 +11,10 @@ function(ombrix_library name)
     file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/${name}/*.cpp)
     list(FILTER sources EXCLUDE REGEX "/main\\.cpp$")
     add_library(${name} STATIC ${sources})
-    target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR})
-    target_link_libraries(${name} ${ARGN} PRIVATE OmbrixWarnings)
+    target_include_directories(${name} PUBLIC
+        $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}> $<INSTALL_INTERFACE:include/ombrix>)
+    target_compile_features(${name} PUBLIC cxx_std_20)
+    target_link_libraries(${name} ${ARGN} PRIVATE $<BUILD_INTERFACE:OmbrixWarnings>)
     ombrix_embed(${name})
     target_precompile_headers(${name} PRIVATE
         <algorithm> <array> <cstdint> <map> <optional> <span> <string> <string_view> <utility> <vector>)
