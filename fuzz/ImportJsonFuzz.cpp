@@ -1,4 +1,6 @@
 // Exports in JSON, of any bytes.
+//
+// libFuzzer: -dict=fuzz/json.dict
 #include "ImportLaws.h"
 #include "OmbrixMarkdownKit/Import/JsonExport.h"
 

@@ -1,4 +1,6 @@
 // What models answer and what landing left on disk: records, sidecars and aliases.
+//
+// libFuzzer: -dict=fuzz/json.dict
 #include <string>
 
 #include "Law.h"

@@ -1,4 +1,6 @@
 // What models answer to the consolidate and the before recipe, up to the files that it becomes.
+//
+// libFuzzer: -dict=fuzz/json.dict
 #include <string>
 
 #include "Law.h"

@@ -1,6 +1,8 @@
 // The files of prepared moves: a sidecar, a state record and a next-move file, each read from the
 // same bytes. Records read back; a file that is taken keeps what is below its markers when it is
 // written again.
+//
+// libFuzzer: -dict=fuzz/json.dict
 #include <optional>
 #include <string>
 

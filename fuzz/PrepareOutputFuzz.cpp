@@ -1,5 +1,7 @@
 // A model's answer to the prepare recipe. What is taken is written and read back, and its moves
 // have ids that a second mapping gives too.
+//
+// libFuzzer: -dict=fuzz/json.dict
 #include <set>
 #include <string>
 

@@ -1,5 +1,7 @@
 // The file of the semantic index. What was read is written and reads back the same, and every score
 // is near a cosine: the squares of the tiniest floats have few digits.
+//
+// libFuzzer: -dict=fuzz/json.dict
 #include <algorithm>
 #include <cstdint>
 

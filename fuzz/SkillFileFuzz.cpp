@@ -1,4 +1,6 @@
 // Any bytes as SKILL.md: what is read comes back as it was, and each change reads back.
+//
+// libFuzzer: -dict=fuzz/yaml.dict
 #include <string>
 #include <utility>
 #include <variant>

@@ -1,4 +1,6 @@
 // Any text as the ask of a skill, against a few meetings.
+//
+// libFuzzer: -max_len=2048
 #include <algorithm>
 #include <string>
 

@@ -1,5 +1,7 @@
 // Time phrases in any question, and the plan for what remains of it. The first two bytes of the
 // input choose the calendar and the moment.
+//
+// libFuzzer: -max_len=2048
 #include <array>
 #include <chrono>
 #include <string>
