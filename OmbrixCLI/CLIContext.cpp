@@ -9,8 +9,8 @@
 
 namespace ombrix {
 
-CLIContext::CLIContext(std::string commandName, const GlobalOptions& options)
-    : command(std::move(commandName)) {
+CLIContext::CLIContext(std::string commandName, const GlobalOptions& given)
+    : options(given), command(std::move(commandName)) {
     OmbrixPaths::Location location =
         OmbrixPaths::resolve({.dbPath = options.dbPath,
                               .supportDir = options.supportDir,

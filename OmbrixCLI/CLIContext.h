@@ -20,7 +20,8 @@ struct CLIContext {
     /// The paths come from the options, then the environment, then the place of the executable.
     CLIContext(std::string command, const GlobalOptions& options);
 
-    std::string command;  ///< the full name, as an envelope has it: "ombrix-cli meetings list"
+    GlobalOptions options;  ///< as they were given
+    std::string command;    ///< the full name, as an envelope has it: "ombrix-cli meetings list"
     std::string supportDirectory;
     std::string databaseURL;
 };

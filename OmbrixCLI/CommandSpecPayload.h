@@ -3,17 +3,11 @@
 // changes.
 #pragma once
 
-#include <string_view>
 #include <vector>
 
-namespace ombrix::CommandSpecPayload {
+#include "OmbrixCLI/CommandSpec.h"
 
-struct SpecCommand {
-    std::string_view name;
-    std::string_view usage;
-    std::string_view summary;
-    std::vector<std::string_view> examples;
-};
+namespace ombrix::CommandSpecPayload {
 
 /// Every row, in the order in which `spec` prints them.
 const std::vector<SpecCommand>& commands();

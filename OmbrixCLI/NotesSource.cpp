@@ -15,13 +15,14 @@
 namespace ombrix::NotesSource {
 namespace {
 
-/// The bytes up to the end of the stream, read into a text that doubles its size.
-std::string allBytes(int descriptor) {
+/// The bytes up to the end of the stream, at most `most`, read into a text that doubles its size.
+std::string allBytes(int descriptor, std::size_t most) {
     constexpr std::size_t firstSize = 1 << 16;
     std::string bytes;
     std::size_t length = 0;
-    for (;;) {
-        if (length == bytes.size()) bytes.resize(std::max(firstSize, 2 * bytes.size()));
+    while (length < most) {
+        if (length == bytes.size())
+            bytes.resize(std::min(most, std::max(firstSize, 2 * bytes.size())));
         const ssize_t got = ::read(descriptor, bytes.data() + length, bytes.size() - length);
         if (got == 0) break;
         if (got > 0) {
@@ -44,9 +45,11 @@ std::runtime_error unreadable(const std::string& path, const char* reason) {
 }  // namespace
 
 std::string fromStandardInput() {
-    std::string bytes = allBytes(STDIN_FILENO);
+    std::string bytes = allBytes(STDIN_FILENO, Files::unlimited);
     return Utf8::isValid(bytes) ? bytes : Utf8::repaired(bytes);
 }
+
+std::string bytesOfStandardInput(std::size_t most) { return allBytes(STDIN_FILENO, most); }
 
 std::string fromFile(const std::string& path) {
     std::error_code unknown;

@@ -9,7 +9,6 @@
 
 #include "OmbrixCLI/CLIError.h"
 #include "OmbrixCLI/CommandLine.h"
-#include "OmbrixCLI/CommandTree.h"
 #include "OmbrixCLI/Envelope.h"
 #include "OmbrixCLI/StandardStreams.h"
 #include "OmbrixPlatform/Text.h"
@@ -22,9 +21,9 @@ constexpr int usageStatus = 64;
 /// `what` as a line.
 std::string errorLine(const char* what) { return std::string("Error: ") + what + "\n"; }
 
-int runCommand(const std::vector<std::string>& arguments) {
-    CommandLine line("ombrix-cli", "Agent-friendly CLI for local Ombrix meetings and dictations.");
-    declareCommands(line, arguments.front());
+int runCommand(const Tool& tool, const std::vector<std::string>& arguments) {
+    CommandLine line(tool.name, tool.abstract);
+    tool.declare(line, arguments.front());
     const auto choice = line.parse({arguments.begin() + 1, arguments.end()});
     if (choice.help) {
         StandardOutput::write(*choice.help);
@@ -51,10 +50,10 @@ void prepareProcess() {
     }
 }
 
-int run(const std::vector<std::string>& arguments) {
+int run(const Tool& tool, const std::vector<std::string>& arguments) {
     try {
         if (arguments.empty()) throw UsageError("The process was started without an argument 0");
-        return runCommand(arguments);
+        return runCommand(tool, arguments);
     } catch (const UsageError& error) {
         writeStandardError(errorLine(error.what()) + error.usage());
         return usageStatus;

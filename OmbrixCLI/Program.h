@@ -1,10 +1,22 @@
-// One run of the tool, from its arguments to its exit status.
+// One run of a tool, from its arguments to its exit status. Two tools run this way: `ombrix-cli`
+// and `ombrix-engine`. Each passes its own tree of commands, so neither knows the other's.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
+#include "OmbrixCLI/CommandLine.h"
+
 namespace ombrix::Program {
+
+struct Tool {
+    std::string name;      ///< "ombrix-cli"
+    std::string abstract;  ///< what the help says first
+    /// Declares every command below the line's root. `argument0` is the path the tool was started
+    /// by.
+    std::function<void(const CommandLine& line, const std::string& argument0)> declare;
+};
 
 /// Makes the process safe to write from: a reader that goes away causes an error instead of a
 /// signal, and a standard descriptor that was closed is not reused for a file or a socket.
@@ -12,5 +24,5 @@ void prepareProcess();
 
 /// Parses `arguments` (argument 0 included), runs what they name and prints the result. The
 /// exit status: 0, 64 for a line that cannot be read, 3 to 7 for a `CLIError`, 1 for anything else.
-int run(const std::vector<std::string>& arguments);
+int run(const Tool& tool, const std::vector<std::string>& arguments);
 }  // namespace ombrix::Program

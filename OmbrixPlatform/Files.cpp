@@ -198,6 +198,16 @@ std::optional<std::chrono::sys_seconds> modified(const std::string& path) {
     return std::chrono::sys_seconds(std::chrono::seconds(facts.st_mtim.tv_sec));
 }
 
+std::optional<Facts> facts(const std::string& path) {
+    struct stat found {};
+    if (!isPath(path) || ::lstat(path.c_str(), &found) != 0) return std::nullopt;
+    constexpr std::int64_t perSecond = 1'000'000'000;
+    return Facts{.isRegular = S_ISREG(found.st_mode),
+                 .isLink = S_ISLNK(found.st_mode),
+                 .size = static_cast<std::uint64_t>(found.st_size),
+                 .modified = found.st_mtim.tv_sec * perSecond + found.st_mtim.tv_nsec};
+}
+
 std::string homeDirectory() {
     std::vector<char> space(1024);
     passwd record{};
@@ -357,6 +367,11 @@ void createDirectories(const std::string& path) {
 }
 
 void writeAtomically(const std::string& path, std::string_view content) {
+    writeAtomically(path, content, [] { return true; });
+}
+
+bool writeAtomically(const std::string& path, std::string_view content,
+                     const std::function<bool()>& stillWanted) {
     if (!isPath(path)) throw Error(ENOENT, "Cannot write", path);
     // Links are resolved, so that a link remains a link.
     const std::string target = realPath(path).value_or(path);
@@ -372,6 +387,10 @@ void writeAtomically(const std::string& path, std::string_view content) {
         if (::stat(target.c_str(), &old) == 0) ::fchmod(file.get(), old.st_mode & 07777U);
         writeAll(file, content, path);
         if (::fsync(file.get()) != 0 || !file.close()) throw Error(errno, "Cannot write", path);
+        if (!stillWanted()) {
+            ::unlink(temporary.c_str());
+            return false;
+        }
         if (::rename(temporary.c_str(), target.c_str()) != 0)
             throw Error(errno, "Cannot replace", path);
     } catch (...) {
@@ -379,6 +398,7 @@ void writeAtomically(const std::string& path, std::string_view content) {
         throw;
     }
     flushFolder(folder);
+    return true;
 }
 
 bool remove(const std::string& path) { return isPath(path) && ::unlink(path.c_str()) == 0; }

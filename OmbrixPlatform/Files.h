@@ -7,6 +7,7 @@
 
 #include <chrono>
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -29,6 +30,16 @@ bool isDirectory(const std::string& path);
 bool isRegular(const std::string& path);
 /// When the content was last changed; nothing when there is nothing at `path`.
 std::optional<std::chrono::sys_seconds> modified(const std::string& path);
+
+/// What is at a path itself: a link is not followed.
+struct Facts {
+    bool isRegular = false, isLink = false;
+    std::uint64_t size = 0;
+    std::int64_t modified = 0;  ///< nanoseconds since 1970
+    bool operator==(const Facts&) const = default;
+};
+/// Nothing when there is nothing at `path`, and when it cannot be asked.
+std::optional<Facts> facts(const std::string& path);
 
 /// The current user's home from the user database, not `$HOME`; "/" when there is none.
 std::string homeDirectory();
@@ -92,6 +103,11 @@ void createDirectories(const std::string& path);
 /// permissions of an existing file are kept. Throws `Error`; then an existing file is unchanged and
 /// the temporary file is removed.
 void writeAtomically(const std::string& path, std::string_view bytes);
+
+/// The same, unless `stillWanted` returns false when all is written but the name: then nothing
+/// changes and the result is false. So a file that somebody else changed is not replaced.
+bool writeAtomically(const std::string& path, std::string_view bytes,
+                     const std::function<bool()>& stillWanted);
 
 /// True when the file existed and was removed. Never throws.
 bool remove(const std::string& path);

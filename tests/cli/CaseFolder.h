@@ -1,5 +1,6 @@
 // A whole-tool case: a folder with a library, command lines, and the expected results.
 //
+//   tool                 the name of the program, when it is not ombrix-cli
 //   library/, support/   copied into a fresh folder, {folder}; both exist there in any case; may be
 //                        links to folders elsewhere in the sources
 //   database.sql         run on a new support/ombrix.db that has the store's own tables

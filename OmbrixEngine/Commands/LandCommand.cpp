@@ -1,0 +1,7 @@
+#include "OmbrixEngine/EngineCommands.h"
+
+namespace ombrix {
+
+void declareAskLand(Command) {}
+void declareGiveLand(Command) {}
+}  // namespace ombrix

@@ -1,0 +1,6 @@
+#include "OmbrixEngine/EngineCommands.h"
+
+namespace ombrix {
+
+void declareStatus(Command) {}
+}  // namespace ombrix

@@ -1,0 +1,33 @@
+#include "OmbrixEngine/Protocol/CommandText.h"
+
+#include <algorithm>
+
+#include "OmbrixPlatform/Text.h"
+
+namespace ombrix {
+namespace {
+
+bool isPlain(char c) {
+    return Text::isAsciiWordByte(c) ||
+           std::string_view("-./:=@%+,").find(c) != std::string_view::npos;
+}
+
+std::string quoted(const std::string& word) {
+    if (!word.empty() && std::ranges::all_of(word, isPlain)) return word;
+    return "'" + Text::replacingAll(word, "'", R"('\'')") + "'";
+}
+}  // namespace
+
+std::string engineCommand(const CLIContext& context, std::vector<std::string> words) {
+    const auto add = [&](const char* name, const std::optional<std::string>& value) {
+        if (!value) return;
+        words.emplace_back(name);
+        words.push_back(*value);
+    };
+    add("--db-path", context.options.dbPath);
+    add("--support-dir", context.options.supportDir);
+    std::string line = "ombrix-engine";
+    for (const auto& word : words) line += " " + quoted(word);
+    return line;
+}
+}  // namespace ombrix

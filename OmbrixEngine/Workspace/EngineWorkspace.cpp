@@ -1,0 +1,343 @@
+#include "OmbrixEngine/Workspace/EngineWorkspace.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "OmbrixCLI/AnswerFolderResolver.h"
+#include "OmbrixCLI/CLIError.h"
+#include "OmbrixCLI/PathArguments.h"
+#include "OmbrixMarkdownKit/Library/TranscriptLibrary.h"
+#include "OmbrixMarkdownKit/Library/TranscriptReader.h"
+#include "OmbrixMarkdownKit/Transcript/MarkdownTranscript.h"
+#include "OmbrixMarkdownKit/Transcript/OmbrixTranscriptMarker.h"
+#include "OmbrixMemoryKit/EnginePaths.h"
+#include "OmbrixMemoryKit/Identity/EntityKeys.h"
+#include "OmbrixMemoryKit/Identity/MeetingKey.h"
+#include "OmbrixMemoryKit/Ledger/FollowUpsMerger.h"
+#include "OmbrixMemoryKit/Region/Frontmatter.h"
+#include "OmbrixPlatform/ForkJoin.h"
+#include "OmbrixPlatform/Paths.h"
+#include "OmbrixPlatform/Text.h"
+#include "OmbrixPlatform/Utf8.h"
+
+namespace ombrix {
+namespace {
+
+constexpr std::size_t filesPerWorker = 32;  // fewer are read sooner than a thread is made
+constexpr std::size_t largestSidecar = std::size_t{64} << 20U;
+
+std::string configuredFolder(const AnswerFolderResolver::Config& config) {
+    return AnswerFolderResolver::existing(config);
+}
+
+/// `date`, or the day of `startedAt` when there is none.
+TranscriptEntry entryOf(std::string path, TranscriptDocument header, const Files::Facts& facts) {
+    std::string key = MeetingKey::make(header.spendID, header.startedAt, header.date, header.title);
+    return {std::move(path), std::move(key), std::move(header), facts};
+}
+
+std::string line(const TranscriptEntry& entry) {
+    return "\"" + printable(entry.header.title) + "\" (" + entry.header.date + ", " + entry.key +
+           ", " + printable(entry.path) + ")";
+}
+
+CLIError several(std::string_view argument, const std::vector<const TranscriptEntry*>& found) {
+    constexpr std::size_t mostShown = 10;
+    std::string message =
+        std::to_string(found.size()) + " transcripts match '" + printable(argument) + "': ";
+    for (std::size_t i = 0; i < std::min(found.size(), mostShown); ++i)
+        message += (i == 0 ? "" : "; ") + line(*found[i]);
+    if (found.size() > mostShown) message += "; and others";
+    return CLIError::invalidInput(message + ".", "Name one of them by its key or its path.");
+}
+
+/// The file's name without ".md".
+std::string stem(std::string_view path) {
+    const auto name = Paths::lastComponent(path);
+    return std::string(name.substr(0, name.size() - std::string_view(".md").size()));
+}
+
+MemoryFileEntry memoryFileOf(std::string path, std::string bytes) {
+    const std::string text = Text::withLineFeeds(bytes);
+    const auto fields = Frontmatter::Reader::of(text);
+    const auto scalar = [&](std::string_view name) {
+        return fields ? fields->scalar(name).value_or("") : std::string();
+    };
+    std::string title = scalar("title"), key = scalar("key");
+    if (title.empty()) title = stem(path);
+    if (key.empty()) key = EntityKeys::normalizeKey(title).value_or("");
+    MemoryFileEntry entry{
+        .path = std::move(path),
+        .parsed = MemoryFile::parse(text),
+        .key = std::move(key),
+        .title = std::move(title),
+        .corrections = Corrections::parse(Corrections::section(text).value_or("")),
+        .declares = fields && fields->hasLine("source: " + std::string(EnginePaths::memorySource))};
+    entry.text = std::move(bytes);
+    return entry;
+}
+}  // namespace
+
+EngineWorkspace::EngineWorkspace(const CLIContext& context)
+    : folder_(configuredFolder(AnswerFolderResolver::Config(context.supportDirectory))),
+      calendar_(Calendar::current()),
+      now_(presentTime()) {
+    const AnswerFolderResolver::Config config(context.supportDirectory);
+    memoryName_ = AnswerFolderResolver::memoryFolderName(config);
+    userName_ = AnswerFolderResolver::userName(config).value_or("");
+    today_ = calendar_.dayString(now_);
+}
+
+std::string EngineWorkspace::memoryPath(std::string_view name) const {
+    const std::string place = folder_.inside(memoryName_);
+    if (Files::exists(place) && !Files::isDirectory(place)) {
+        throw CLIError::invalidInput(
+            "The Memory folder '" + printable(memoryName_) + "' is no folder but a file.",
+            "Move that file away, or set engine_folder_name in "
+            "config.json.");
+    }
+    return Paths::joined(memoryName_, name);
+}
+
+// ---- transcripts -------------------------------------------------------------------------------
+
+void EngineWorkspace::readTranscripts() {
+    const TranscriptLibrary library = AnswerFolderResolver::library(folder_.path(), memoryName_);
+    const std::vector<std::string> paths = library.paths();
+    std::vector<std::optional<TranscriptEntry>> found(paths.size());
+    ForkJoin::run(
+        paths.size(), ForkJoin::workersFor(paths.size(), filesPerWorker),
+        [&](ForkJoin::Places& places) {
+            TranscriptReader reader;
+            places.take([&](std::size_t i) {
+                const auto facts = Files::facts(paths[i]);
+                if (!facts || (facts->isLink && !folder_.holds(paths[i]))) return;
+                auto header = reader.header(paths[i]);
+                if (!header || std::ranges::find(EnginePaths::engineSources, header->source) !=
+                                   EnginePaths::engineSources.end())
+                    return;
+                found[i] = entryOf(folder_.relative(paths[i]), std::move(*header), *facts);
+            });
+        });
+    transcripts_.emplace();
+    for (auto& entry : found)
+        if (entry) transcripts_->push_back(std::move(*entry));
+    std::ranges::sort(*transcripts_, std::less<>(), [](const TranscriptEntry& entry) {
+        return LibraryOrder{startOf(entry.header), entry.path};
+    });
+    for (const auto& entry : *transcripts_) {
+        if (byKey_.emplace(entry.key, &entry).second) continue;
+        warnings_.push_back("Two transcripts are one meeting: " + line(entry) + " and " +
+                            printable(byKey_.at(entry.key)->path) + ".");
+    }
+}
+
+const std::vector<TranscriptEntry>& EngineWorkspace::transcripts() {
+    if (!transcripts_) readTranscripts();
+    return *transcripts_;
+}
+
+const TranscriptEntry& EngineWorkspace::meeting(std::string_view argument) {
+    using Test = std::function<bool(const TranscriptEntry&)>;
+    const std::string given(argument);
+    std::string path = given;
+    if (given.starts_with('/'))
+        if (const auto real = Files::realPath(given))
+            if (real->starts_with(Paths::joined(folder_.path(), "")))
+                path = folder_.relative(*real);
+    const std::string folded = Text::folded(Text::trimmed(argument));
+    const std::vector<Test> tests = {
+        [&](const auto& entry) { return entry.path == path || entry.path == path + ".md"; },
+        [&](const auto& entry) { return entry.key == given; },
+        [&](const auto& entry) { return Text::folded(entry.header.title) == folded; },
+        [&](const auto& entry) { return Text::contains(Text::folded(entry.header.title), folded); },
+    };
+    if (!folded.empty()) {
+        for (const auto& test : tests) {
+            std::vector<const TranscriptEntry*> found;
+            for (const auto& entry : transcripts())
+                if (test(entry)) found.push_back(&entry);
+            if (found.size() == 1) return *found.front();
+            if (found.size() > 1) throw several(argument, found);
+        }
+    }
+    throw CLIError::notFound("No transcript is called '" + printable(argument) + "'.",
+                             "ombrix-engine status lists them with their keys and paths.");
+}
+
+std::string EngineWorkspace::text(const TranscriptEntry& entry) const {
+    auto bytes = folder_.bytes(entry.path, largestTranscript);
+    if (!bytes || !Utf8::isValid(*bytes) || !OmbrixTranscriptMarker::declares(*bytes))
+        throw CLIError::notFound("'" + printable(entry.path) + "' is no transcript any more.");
+    return *std::move(bytes);
+}
+
+TranscriptDocument EngineWorkspace::document(const TranscriptEntry& entry) const {
+    auto document = MarkdownTranscriptParser::parse(text(entry));
+    if (!document)
+        throw CLIError::notFound("'" + printable(entry.path) + "' is no transcript any more.");
+    return *std::move(document);
+}
+
+// ---- sidecars ----------------------------------------------------------------------------------
+
+template <typename Sidecar>
+std::vector<Sidecar> EngineWorkspace::sidecarsIn(std::string_view relativeFolder) {
+    const auto paths = folder_.files(relativeFolder, ".json");
+    std::vector<std::optional<Sidecar>> found(paths.size());
+    ForkJoin::run(paths.size(), ForkJoin::workersFor(paths.size(), filesPerWorker),
+                  [&](ForkJoin::Places& places) {
+                      Files::Reader files;
+                      Json::Parser parser;
+                      places.take([&](std::size_t i) {
+                          const auto bytes = files.read(folder_.absolute(paths[i]), largestSidecar);
+                          if (!bytes) return;
+                          try {
+                              found[i] = Json::decode<Sidecar>(parser.parse(*bytes));
+                          } catch (const Json::SyntaxError&) {
+                          } catch (const Json::DecodingError&) {
+                          } catch (const UnsupportedSchema&) {
+                          }
+                      });
+                  });
+    // Of two records of one meeting the one in the file of its name counts, else the later.
+    std::map<std::string_view, std::size_t> places;
+    const auto hasItsName = [&](std::size_t i) {
+        return Paths::lastComponent(paths[i]) == LandSidecar::fileName(found[i]->meetingKey);
+    };
+    for (std::size_t i = 0; i < found.size(); ++i) {
+        if (!found[i]) {
+            warnings_.push_back("Passed over, as it cannot be read: " + printable(paths[i]) + ".");
+            continue;
+        }
+        const auto [place, isNew] = places.emplace(found[i]->meetingKey, i);
+        if (!isNew && !hasItsName(place->second)) place->second = i;
+    }
+    std::vector<bool> counts(found.size());
+    for (const auto& [key, i] : places) counts[i] = true;
+    std::vector<Sidecar> sidecars;
+    sidecars.reserve(places.size());
+    for (std::size_t i = 0; i < found.size(); ++i)
+        if (counts[i]) sidecars.push_back(std::move(*found[i]));
+    return sidecars;
+}
+
+EngineWorkspace::Chronology EngineWorkspace::chronology(const LandSidecar& sidecar) const {
+    const auto entry = byKey_.find(sidecar.meetingKey);
+    const std::string_view start =
+        entry == byKey_.end() ? std::string_view() : entry->second->header.startedAt;
+    return {sidecar.date, start, sidecar.meetingKey};
+}
+
+const std::vector<LandSidecar>& EngineWorkspace::landed() {
+    if (!landed_) {
+        transcripts();
+        landed_ = sidecarsIn<LandSidecar>(EnginePaths::landFolder);
+        std::ranges::sort(*landed_, std::less<>(),
+                          [this](const LandSidecar& each) { return chronology(each); });
+        for (const auto& sidecar : *landed_) landedByKey_.emplace(sidecar.meetingKey, &sidecar);
+    }
+    return *landed_;
+}
+
+const LandSidecar* EngineWorkspace::landed(std::string_view key) {
+    landed();
+    const auto found = landedByKey_.find(key);
+    return found == landedByKey_.end() ? nullptr : found->second;
+}
+
+std::span<const LandSidecar> EngineWorkspace::landedBefore(const TranscriptEntry& entry) {
+    const Chronology place{entry.header.date, entry.header.startedAt, entry.key};
+    const auto& all = landed();
+    const auto end = std::ranges::partition_point(
+        all, [&](const LandSidecar& each) { return chronology(each) < place; });
+    return {all.begin(), end};
+}
+
+const std::vector<PrepareSidecar>& EngineWorkspace::prepared() {
+    if (!prepared_) prepared_ = sidecarsIn<PrepareSidecar>(EnginePaths::prepareFolder);
+    return *prepared_;
+}
+
+// ---- what the user wrote -----------------------------------------------------------------------
+
+const PersonAliases& EngineWorkspace::aliasesFile() {
+    if (aliasesFile_) return *aliasesFile_;
+    const auto bytes = folder_.bytes(EnginePaths::aliasesFile);
+    try {
+        aliasesFile_ = bytes ? Json::decode<PersonAliases>(*bytes) : PersonAliases();
+    } catch (const std::exception& error) {
+        throw CLIError::invalidInput(
+            std::string(EnginePaths::aliasesFile) + " cannot be read: " + error.what() + ".",
+            "Mend the file, or move it away.");
+    }
+    return *aliasesFile_;
+}
+
+const PersonAliases& EngineWorkspace::aliases() {
+    if (aliases_) return *aliases_;
+    PersonAliases all = aliasesFile();
+    for (const auto& file : memoryFiles()) {
+        if (!file.parsed || file.parsed->meta.kind != LandMemoryFact::Kind::person) continue;
+        PersonIdentity identity{.canonical = all.canonical(file.key)};
+        for (const auto& correction : file.corrections) {
+            if (correction.kind != Correction::Kind::alias) continue;
+            if (auto key = EntityKeys::normalizeKey(correction.text); key && *key != file.key)
+                identity.aliases.push_back(*std::move(key));
+        }
+        if (!identity.aliases.empty()) all.add(std::move(identity));
+    }
+    aliases_ = std::move(all);
+    return *aliases_;
+}
+
+const std::vector<MemoryFileEntry>& EngineWorkspace::memoryFiles() {
+    if (!memoryFiles_) {
+        memoryFiles_.emplace();
+        const std::string followUps = memoryPath(EnginePaths::followUpsFileName);
+        for (const auto& path : folder_.files(memoryPath(""), ".md")) {
+            if (path == followUps) continue;
+            if (auto bytes = folder_.bytes(path))
+                memoryFiles_->push_back(memoryFileOf(path, *std::move(bytes)));
+        }
+    }
+    return *memoryFiles_;
+}
+
+const std::vector<Correction>& EngineWorkspace::corrections() {
+    if (!corrections_) {
+        const auto text = folder_.bytes(memoryPath(EnginePaths::followUpsFileName));
+        corrections_ = Corrections::parse(Corrections::section(text.value_or("")).value_or(""));
+    }
+    return *corrections_;
+}
+
+const Privacy& EngineWorkspace::privacy() {
+    if (privacy_) return *privacy_;
+    std::vector<Privacy::Hidden> hidden;
+    for (const auto& file : memoryFiles()) {
+        const auto isPrivate = [](const Correction& each) {
+            return each.kind == Correction::Kind::isPrivate;
+        };
+        if (std::ranges::none_of(file.corrections, isPrivate)) continue;
+        Privacy::Hidden each{.keys = {file.key}};
+        if (file.parsed)
+            each.keys.insert(each.keys.end(), file.parsed->meta.aliases.begin(),
+                             file.parsed->meta.aliases.end());
+        // A thread is called by ordinary words, which stay.
+        if (!file.key.starts_with("thread:")) {
+            each.names.push_back(file.title);
+            for (const auto& correction : file.corrections)
+                if (correction.kind == Correction::Kind::alias)
+                    each.names.push_back(correction.text);
+        }
+        hidden.push_back(std::move(each));
+    }
+    privacy_.emplace(hidden, aliases());
+    return *privacy_;
+}
+
+FollowUpsLedger EngineWorkspace::ledger() {
+    return FollowUpsMerger::merge(landed(), corrections(), today_, aliases());
+}
+}  // namespace ombrix

@@ -1,0 +1,124 @@
+// All that the engine works on: the transcripts folder of `config.json`, and what is in it. Each
+// part is read when it is first asked for, and once: a workspace is a snapshot for one command.
+// What cannot be read is passed over, and a warning says so.
+#pragma once
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "OmbrixCLI/CLIContext.h"
+#include "OmbrixEngine/Workspace/Privacy.h"
+#include "OmbrixEngine/Workspace/TranscriptsFolder.h"
+#include "OmbrixMarkdownKit/Transcript/TranscriptDocument.h"
+#include "OmbrixMemoryKit/Identity/PersonAliases.h"
+#include "OmbrixMemoryKit/Land/LandSidecar.h"
+#include "OmbrixMemoryKit/Ledger/FollowUpsLedger.h"
+#include "OmbrixMemoryKit/Memory/MemoryFiles.h"
+#include "OmbrixMemoryKit/Moves/PrepareSidecar.h"
+#include "OmbrixMemoryKit/Region/Corrections.h"
+#include "OmbrixPlatform/Calendar.h"
+#include "OmbrixPlatform/Files.h"
+
+namespace ombrix {
+
+/// One transcript, as its front matter has it.
+struct TranscriptEntry {
+    std::string path{};           ///< inside the transcripts folder
+    std::string key{};            ///< see MeetingKey.h
+    TranscriptDocument header{};  ///< without its sections
+    Files::Facts facts{};
+};
+
+/// One Markdown file in the Memory folder itself, "Follow Ups.md" aside.
+struct MemoryFileEntry {
+    std::string path{};  ///< inside the transcripts folder
+    std::string text{};
+    std::optional<MemoryFile::Parsed> parsed{};  ///< nothing for another file or a damaged one
+    /// What can be read even of a damaged file: its key, made of the file's name when the
+    /// frontmatter has none; its title, else the file's name; its corrections.
+    std::string key{}, title{};
+    std::vector<Correction> corrections{};
+    bool declares = false;  ///< its frontmatter says that it is a memory file
+};
+
+class EngineWorkspace {
+  public:
+    /// Reads `config.json` and opens the folder. Throws `CLIError` when there is no such folder.
+    explicit EngineWorkspace(const CLIContext& context);
+
+    const TranscriptsFolder& folder() const { return folder_; }
+    const std::string& userName() const { return userName_; }  ///< may be empty
+    const Calendar& calendar() const { return calendar_; }
+    Instant now() const { return now_; }
+    const std::string& today() const { return today_; }
+
+    /// A path in the Memory folder. Throws `CLIError` when that folder is a file, or leads out.
+    std::string memoryPath(std::string_view name) const;
+
+    /// The newest first; see `LibraryOrder`. Engine files are none.
+    const std::vector<TranscriptEntry>& transcripts();
+    /// The transcript that `argument` names: its path, absolute or inside the folder; its key; its
+    /// title; or a part of its title, without case and diacritics, that no other has. Throws
+    /// `CLIError`, which lists the transcripts when there are several.
+    const TranscriptEntry& meeting(std::string_view argument);
+    /// The whole text, and the document. Throws `CLIError` when the file is gone or no transcript.
+    std::string text(const TranscriptEntry& entry) const;
+    TranscriptDocument document(const TranscriptEntry& entry) const;
+
+    /// The records of landed meetings, the earliest meeting first; one a meeting.
+    const std::vector<LandSidecar>& landed();
+    /// The record of a meeting; null when it was not landed. Valid as long as the workspace.
+    const LandSidecar* landed(std::string_view key);
+    /// Those of the meetings that were before this one: the part of `landed` ahead of it.
+    std::span<const LandSidecar> landedBefore(const TranscriptEntry& entry);
+
+    /// In the order of their files; of several of one meeting the later counts.
+    const std::vector<PrepareSidecar>& prepared();
+
+    /// The aliases file alone. Throws `CLIError` when it cannot be read: it is the user's.
+    const PersonAliases& aliasesFile();
+    /// The same with the names under "alias:" in the corrections of memory files.
+    const PersonAliases& aliases();
+    const std::vector<MemoryFileEntry>& memoryFiles();
+    /// The corrections in "Follow Ups.md".
+    const std::vector<Correction>& corrections();
+    const Privacy& privacy();
+    /// Of `today`, from all sidecars.
+    FollowUpsLedger ledger();
+
+    /// What was passed over.
+    std::vector<std::string>& warnings() { return warnings_; }
+
+  private:
+    struct Chronology {
+        std::string_view day, start, key;
+        auto operator<=>(const Chronology&) const = default;
+    };
+    Chronology chronology(const LandSidecar& sidecar) const;
+    void readTranscripts();
+    template <typename Sidecar>
+    std::vector<Sidecar> sidecarsIn(std::string_view relativeFolder);
+
+    TranscriptsFolder folder_;
+    std::string memoryName_, userName_;
+    Calendar calendar_;
+    Instant now_;
+    std::string today_;
+    std::vector<std::string> warnings_;
+
+    std::optional<std::vector<TranscriptEntry>> transcripts_;
+    std::map<std::string_view, const TranscriptEntry*> byKey_;
+    std::optional<std::vector<LandSidecar>> landed_;
+    std::map<std::string_view, const LandSidecar*> landedByKey_;
+    std::optional<std::vector<PrepareSidecar>> prepared_;
+    std::optional<PersonAliases> aliasesFile_, aliases_;
+    std::optional<std::vector<MemoryFileEntry>> memoryFiles_;
+    std::optional<std::vector<Correction>> corrections_;
+    std::optional<Privacy> privacy_;
+};
+}  // namespace ombrix
