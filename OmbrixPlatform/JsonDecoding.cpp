@@ -3,12 +3,31 @@
 #include <ranges>
 
 #include "OmbrixPlatform/Calendar.h"
+#include "OmbrixPlatform/Characters.h"
 
 namespace ombrix::Json {
 
-DecodingError::DecodingError(std::string_view path, std::string_view problem)
-    : std::runtime_error((path.empty() ? std::string("the record") : std::string(path)) + ": " +
-                         std::string(problem)) {}
+namespace {
+
+constexpr std::size_t longestFound = 120;  // characters
+
+std::string shown(Node node) {
+    if (node.isList()) return "a list";
+    if (node.isObject()) return "an object";
+    if (const auto text = node.string()) {
+        const auto start = Characters::prefix(*text, longestFound);
+        const std::string cut(start.size() < text->size() ? "…" : "");
+        return write(std::string(start) + cut, Style::canonical);
+    }
+    return write(node.value(), Style::canonical);
+}
+}  // namespace
+
+DecodingError::DecodingError(std::string_view path, std::string_view problem,
+                             std::string foundThere)
+    : DecodingError((path.empty() ? std::string("the record") : std::string(path)) + ": " +
+                        std::string(problem),
+                    std::string(path), std::string(problem), std::move(foundThere)) {}
 
 std::string Element::path() const {
     if (outer_ == nullptr) return {};
@@ -18,7 +37,9 @@ std::string Element::path() const {
     return path.append(*key_);
 }
 
-void Element::fail(std::string_view problem) const { throw DecodingError(path(), problem); }
+void Element::fail(std::string_view problem) const {
+    throw DecodingError(path(), problem, shown(node_));
+}
 
 Object::Object(const Element& element) : element_(element) {
     if (!element.node().isObject()) element.fail("not an object");
@@ -42,7 +63,9 @@ const Node* Object::present(std::string_view key) const {
 }
 
 void Object::fail(std::string_view key, std::string_view problem) const {
-    Element(element_.node(), element_, key).fail(problem);
+    const Member* member = find(key);
+    if (member != nullptr) Element(member->node, element_, key).fail(problem);
+    throw DecodingError(Element(element_.node(), element_, key).path(), problem);
 }
 
 void Object::refuseUnknownKeys() const {

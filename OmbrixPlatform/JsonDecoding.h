@@ -33,9 +33,32 @@ namespace ombrix::Json {
 /// The JSON is not the record. The message begins with the path: "reminders[2].tags: not a list".
 class DecodingError : public std::runtime_error {
   public:
-    DecodingError(std::string_view path, std::string_view problem);
-    /// Of a record that has the right shape but not the right content: the problem alone.
-    explicit DecodingError(const std::string& problem) : std::runtime_error(problem) {}
+    /// `foundThere` is what the JSON has at the path.
+    DecodingError(std::string_view path, std::string_view problem, std::string foundThere = {});
+    /// Of a record that has the right shape but not the right content: the message is the problem
+    /// alone.
+    explicit DecodingError(const std::string& problem) : DecodingError(problem, {}, {}, {}) {}
+    static DecodingError ofContent(const std::string& problem, std::string path,
+                                   std::string foundThere = {}) {
+        return {problem, std::move(path), problem, std::move(foundThere)};
+    }
+
+    /// Empty for the record as a whole, and where no path is known.
+    const std::string& path() const { return path_; }
+    const std::string& problem() const { return problem_; }
+    /// A string, number or boolean as JSON, a long one cut; "a list" or "an object"; empty for what
+    /// is missing.
+    const std::string& found() const { return found_; }
+
+  private:
+    DecodingError(const std::string& message, std::string path, std::string problem,
+                  std::string foundThere)
+        : std::runtime_error(message),
+          path_(std::move(path)),
+          problem_(problem.empty() ? message : std::move(problem)),
+          found_(std::move(foundThere)) {}
+
+    std::string path_, problem_, found_;
 };
 
 /// How strictly a record is read.

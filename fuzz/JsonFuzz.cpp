@@ -8,6 +8,7 @@
 #include "OmbrixCore/AppStateBus.h"
 #include "OmbrixMarkdownKit/Search/AnswerScope.h"
 #include "OmbrixPlatform/JsonDecoding.h"
+#include "OmbrixPlatform/JsonFault.h"
 
 using namespace ombrix;
 using Fuzz::law;
@@ -45,12 +46,14 @@ void checkRecord(std::string_view text, Json::Reading reading) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const auto fault = Json::firstFault(Fuzz::text(data, size));
     Json::Value value;
     try {
         value = Json::parse(Fuzz::text(data, size));
     } catch (const Json::SyntaxError&) {
         return 0;
     }
+    law(!fault, "what is read has no fault");
     for (const Json::Style style :
          {Json::Style::envelope, Json::Style::file, Json::Style::canonical}) {
         const std::string text = Json::write(value, style);

@@ -13,6 +13,7 @@ namespace ombrix::EntityKeys {
 
 constexpr std::string_view namePrefix = "name:";
 constexpr std::string_view emailPrefix = "email:";
+constexpr std::string_view threadPrefix = "thread:";
 
 /// The person's key: the address when it is not blank, else the name when it is not, its words
 /// joined by single blanks; both in lower case. Nothing when both are absent or blank.

@@ -1,6 +1,5 @@
 #include "OmbrixMemoryKit/Land/LandModels.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <utility>
 
@@ -19,80 +18,126 @@ constexpr std::size_t mostBullets = 3;
 constexpr std::size_t longestTopic = 120;   // characters
 constexpr std::size_t longestBullet = 500;  // characters
 
-bool isLongerThan(std::size_t limit, std::string_view text) {
-    return Characters::hasAtLeast(text, limit + 1);
+/// `problem` is empty when there is none.
+void requireNotes(std::string path, std::string problem, std::string_view text = {}) {
+    if (problem.empty()) return;
+    throw LandOutput::DecodeError::invalidNotes(
+        {.rule = AnswerFault::Rule::notes,
+         .path = std::move(path),
+         .problem = std::move(problem),
+         .text = text.empty() ? std::string() : AnswerPath::quoted(text)});
 }
 
-bool isValidTopic(std::string_view given) {
-    const auto topic = Text::trimmed(given);
-    return !topic.empty() && !isLongerThan(longestTopic, topic) &&
-           !Text::equalsIgnoringCase(topic, "Decisions") &&
-           !Text::equalsIgnoringCase(topic, "Key Moments");
+std::string tooLong(std::size_t limit, std::string_view text) {
+    if (!Characters::hasAtLeast(text, limit + 1)) return {};
+    return "longer than " + std::to_string(limit) + " characters";
 }
 
-bool isValidBullet(std::string_view bullet) {
-    return !Text::trimmed(bullet).empty() && !isLongerThan(longestBullet, bullet);
+std::string faultOfTopic(std::string_view topic) {
+    if (topic.empty()) return "empty";
+    if (Text::equalsIgnoringCase(topic, "Decisions") ||
+        Text::equalsIgnoringCase(topic, "Key Moments"))
+        return "this is no topic; name what was talked about";
+    return tooLong(longestTopic, topic);
 }
 
-bool isValidNote(const LandNoteTopic& note) {
-    return isValidTopic(note.topic) && !note.bullets.empty() &&
-           note.bullets.size() <= mostBullets && std::ranges::all_of(note.bullets, isValidBullet);
+std::string faultOfCount(std::size_t count, std::size_t most, std::string_view what) {
+    if (count <= most) return {};
+    return std::to_string(count) + " " + std::string(what) + ", and " + std::to_string(most) +
+           " at most";
 }
 
-void checkDay(std::string_view field, const std::optional<std::string>& day) {
-    if (day && !ISODate::isValid(*day)) throw LandOutput::DecodeError::invalidDate(field, *day);
-}
-
-/// The fields a person reads as the model's own words. Quotes, speakers and keys are not among
-/// them: they hold what people said, and labels.
-std::vector<std::string_view> prose(const LandOutput& output) {
-    std::vector<std::string_view> texts = {output.summary};
-    for (const auto& note : output.notes) {
-        texts.push_back(note.topic);
-        texts.insert(texts.end(), note.bullets.begin(), note.bullets.end());
+void checkNotes(const std::vector<LandNoteTopic>& notes) {
+    requireNotes("notes", faultOfCount(notes.size(), mostTopics, "topics"));
+    for (std::size_t i = 0; i < notes.size(); ++i) {
+        const auto path = AnswerPath::item("notes", i);
+        const auto topic = Text::trimmed(notes[i].topic);
+        requireNotes(path + ".topic", faultOfTopic(topic), topic);
+        const auto& bullets = notes[i].bullets;
+        requireNotes(path + ".bullets", bullets.empty()
+                                            ? std::string("none, and a topic has at least one")
+                                            : faultOfCount(bullets.size(), mostBullets, "bullets"));
+        for (std::size_t j = 0; j < bullets.size(); ++j)
+            requireNotes(AnswerPath::item(path + ".bullets", j),
+                         Text::trimmed(bullets[j]).empty() ? std::string("empty")
+                                                           : tooLong(longestBullet, bullets[j]),
+                         bullets[j]);
     }
-    texts.insert(texts.end(), output.notSure.begin(), output.notSure.end());
-    for (const auto& decision : output.decisions) texts.push_back(decision.text);
-    for (const auto& question : output.openQuestions) texts.push_back(question.text);
-    for (const auto& commitment : output.commitments) {
-        texts.push_back(commitment.what);
-        texts.push_back(commitment.who);
-    }
-    for (const auto& fact : output.memory) texts.push_back(fact.fact);
-    return texts;
 }
 
-LandOutput shapeOf(std::string_view data) {
-    try {
-        return Json::decode<LandOutput>(data);
-    } catch (const Json::SyntaxError&) {
-    } catch (const Json::DecodingError&) {
-    }
-    throw LandOutput::DecodeError::notJSON();
+/// `list` and `field` name the place: "commitments" and "due".
+template <typename Items, typename Day>
+void checkDays(const Items& items, Day day, const std::string& list, const std::string& field) {
+    for (std::size_t i = 0; i < items.size(); ++i)
+        if (const auto& value = items[i].*day; value && !ISODate::isValid(*value))
+            throw LandOutput::DecodeError::invalidDate(list + "." + field, *value,
+                                                       AnswerPath::item(list, i) + "." + field);
+}
+
+void requireNoCommentary(const std::string& path, std::string_view text) {
+    const auto match = LandNotesPolicy::commentary().firstMatch(text);
+    if (!match) return;
+    const std::string words(match->range().of(text));
+    throw LandOutput::DecodeError::notesCommentary(
+        {.rule = AnswerFault::Rule::commentary,
+         .path = path,
+         .problem = AnswerPath::quoted(words) + " is about how the record was made; say what the "
+                                                "meeting said",
+         .text = words});
+}
+
+template <typename Items, typename Field>
+void checkProse(const Items& items, Field field, const std::string& list, const char* key) {
+    for (std::size_t i = 0; i < items.size(); ++i)
+        requireNoCommentary(AnswerPath::item(list, i) + key, items[i].*field);
+}
+
+void checkProse(const Strings& texts, const std::string& list) {
+    for (std::size_t i = 0; i < texts.size(); ++i)
+        requireNoCommentary(AnswerPath::item(list, i), texts[i]);
+}
+
+/// Looks at the fields a person reads as the model's own words. Quotes, speakers and keys are not
+/// among them: they hold what people said, and labels.
+void checkProse(const LandOutput& output) {
+    requireNoCommentary("summary", output.summary);
+    checkProse(output.notes, &LandNoteTopic::topic, "notes", ".topic");
+    for (std::size_t i = 0; i < output.notes.size(); ++i)
+        checkProse(output.notes[i].bullets, AnswerPath::item("notes", i) + ".bullets");
+    checkProse(output.notSure, "not_sure");
+    checkProse(output.decisions, &LandDecision::text, "decisions", ".text");
+    checkProse(output.openQuestions, &LandOpenQuestion::text, "open_questions", ".text");
+    checkProse(output.commitments, &LandCommitment::what, "commitments", ".what");
+    checkProse(output.commitments, &LandCommitment::who, "commitments", ".who");
+    checkProse(output.memory, &LandMemoryFact::fact, "memory", ".fact");
 }
 }  // namespace
 
 LandOutput LandOutput::decode(std::string_view data) {
-    LandOutput output = shapeOf(data);
+    auto output = DecodeError::shapeOf<LandOutput>(data);
     if (output.version != 1) throw DecodeError::unsupportedVersion(output.version);
-    if (output.notes.size() > mostTopics || !std::ranges::all_of(output.notes, isValidNote))
-        throw DecodeError::invalidNotes();
-    for (const auto& commitment : output.commitments) checkDay("commitments.due", commitment.due);
-    for (const auto& each : output.resolutions) checkDay("resolutions.new_due", each.newDue);
-    if (std::ranges::any_of(prose(output), LandNotesPolicy::containsCommentary))
-        throw DecodeError::notesCommentary();
+    checkNotes(output.notes);
+    checkDays(output.commitments, &LandCommitment::due, "commitments", "due");
+    checkDays(output.resolutions, &LandResolution::newDue, "resolutions", "new_due");
+    checkProse(output);
     return output;
 }
 
 LandOutput::DecodeError LandOutput::DecodeError::unsupportedVersion(std::int64_t version) {
-    DecodeError error(Reason::unsupportedVersion);
+    const std::string text = std::to_string(version);
+    DecodeError error(Reason::unsupportedVersion, {.rule = AnswerFault::Rule::version,
+                                                   .path = "version",
+                                                   .problem = "must be 1, not " + text,
+                                                   .text = text});
     error.version = version;
     return error;
 }
 
 LandOutput::DecodeError LandOutput::DecodeError::invalidDate(std::string_view field,
-                                                             std::string_view value) {
-    DecodeError error(Reason::invalidDate);
+                                                             std::string_view value,
+                                                             std::string path) {
+    DecodeError error(Reason::invalidDate,
+                      notADay(path.empty() ? std::string(field) : std::move(path), value));
     error.field = field;
     error.value = value;
     return error;

@@ -6,12 +6,12 @@
 #pragma once
 
 #include <cstdint>
-#include <exception>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "OmbrixMemoryKit/Land/AnswerFault.h"
 #include "OmbrixPlatform/EnumNames.h"
 #include "OmbrixPlatform/JsonDecoding.h"
 
@@ -118,8 +118,8 @@ struct LandOutput {
     bool operator==(const LandOutput&) const = default;
 };
 
-/// Why a record of a model is refused. Callers look at `reason`; there is no text for a person.
-class LandOutput::DecodeError : public std::exception {
+/// Why a record of a model is refused. Programs look at `reason`; `fault` says it to the model.
+class LandOutput::DecodeError : public RefusedAnswer {
   public:
     enum class Reason {
         unsupportedVersion,  ///< `version` says which
@@ -133,17 +133,40 @@ class LandOutput::DecodeError : public std::exception {
     std::string field{}, value{};
 
     static DecodeError unsupportedVersion(std::int64_t version);
-    static DecodeError invalidDate(std::string_view field, std::string_view value);
-    static DecodeError notJSON() { return DecodeError(Reason::notJSON); }
-    static DecodeError invalidNotes() { return DecodeError(Reason::invalidNotes); }
-    static DecodeError notesCommentary() { return DecodeError(Reason::notesCommentary); }
+    /// `path` leads to the field of one item, "commitments[2].due".
+    static DecodeError invalidDate(std::string_view field, std::string_view value,
+                                   std::string path = {});
+    static DecodeError notJSON(AnswerFault fault = {}) {
+        return {Reason::notJSON, std::move(fault)};
+    }
+    static DecodeError invalidNotes(AnswerFault fault = {}) {
+        return {Reason::invalidNotes, std::move(fault)};
+    }
+    static DecodeError notesCommentary(AnswerFault fault = {}) {
+        return {Reason::notesCommentary, std::move(fault)};
+    }
 
-    const char* what() const noexcept override { return "refused model answer"; }
+    /// The record that `Json::decode` reads in `answer`; its errors become `notJSON`.
+    template <typename Record>
+    static Record shapeOf(std::string_view answer);
+
+    /// True for the same reason, whatever the faults say.
     bool operator==(const DecodeError& other) const;
 
   private:
-    explicit DecodeError(Reason why) : reason(why) {}
+    DecodeError(Reason why, AnswerFault fault) : RefusedAnswer(std::move(fault)), reason(why) {}
 };
+
+template <typename Record>
+Record LandOutput::DecodeError::shapeOf(std::string_view answer) {
+    try {
+        return Json::decode<Record>(answer);
+    } catch (const Json::SyntaxError&) {
+        throw notJSON(AnswerFault::ofText(answer));
+    } catch (const Json::DecodingError& error) {
+        throw notJSON(AnswerFault::of(error));
+    }
+}
 
 // The codecs read a record's shape alone: what `LandOutput::decode` checks besides is not checked.
 Json::Value encode(LandNoteTopic topic);

@@ -114,10 +114,27 @@ std::optional<BeforeCard::Heading> BeforeCard::fromHeading(std::string_view head
 BeforeOutput BeforeOutput::decode(std::string_view data) {
     auto output = Json::decode<BeforeOutput>(data);
     if (output.version != 1 && output.version != 2)
-        throw Json::DecodingError("before output version " + std::to_string(output.version));
+        throw Json::DecodingError::ofContent(
+            "before output version " + std::to_string(output.version), "version",
+            std::to_string(output.version));
     if (output.openers.size() != openerCount)
-        throw Json::DecodingError(std::string("before output needs three openers"));
+        throw Json::DecodingError::ofContent("before output needs three openers", "openers",
+                                             std::to_string(output.openers.size()));
     return output;
+}
+
+BeforeOutput BeforeOutput::decodeOrRefuse(std::string_view data) {
+    try {
+        return decode(data);
+    } catch (const Json::SyntaxError&) {
+        throw RefusedAnswer(AnswerFault::ofText(data));
+    } catch (const Json::DecodingError& error) {
+        auto fault = AnswerFault::of(error);
+        if (error.what() == error.problem())  // the shape is right
+            fault.rule =
+                fault.path == "version" ? AnswerFault::Rule::version : AnswerFault::Rule::openers;
+        throw RefusedAnswer(std::move(fault));
+    }
 }
 
 std::vector<MemoryRegionParser::Source> BeforeOutput::sources(

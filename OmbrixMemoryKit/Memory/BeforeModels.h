@@ -124,6 +124,8 @@ struct BeforeOutput {
     /// Throws `Json::SyntaxError` and `Json::DecodingError`, the latter also for a version other
     /// than 1 and 2 ("before output version 3") and when there are not three openers.
     static BeforeOutput decode(std::string_view data);
+    /// The same, but throws `RefusedAnswer` for whatever is wrong.
+    static BeforeOutput decodeOrRefuse(std::string_view data);
 
     /// Each "[title, date]" as a source; without a day at its end the whole is a title. Texts that
     /// are not in brackets and empty titles are left out.

@@ -9,27 +9,24 @@ namespace {
 
 using Strings = std::vector<std::string>;
 
-void checkDay(std::string_view field, const std::optional<std::string>& day) {
-    if (day && !ISODate::isValid(*day)) throw LandOutput::DecodeError::invalidDate(field, *day);
-}
-
-ConsolidateOutput shapeOf(std::string_view data) {
-    try {
-        return Json::decode<ConsolidateOutput>(data);
-    } catch (const Json::SyntaxError&) {
-    } catch (const Json::DecodingError&) {
-    }
-    throw LandOutput::DecodeError::notJSON();
+void checkDay(std::string_view list, std::size_t index, std::string_view field,
+              const std::optional<std::string>& day) {
+    if (!day || ISODate::isValid(*day)) return;
+    const std::string key = "." + std::string(field);
+    throw LandOutput::DecodeError::invalidDate(std::string(list) + key, *day,
+                                               AnswerPath::item(list, index) + key);
 }
 }  // namespace
 
 CanonicalInput ConsolidateInput::canonical() const { return canonicalInput(encode(*this)); }
 
 ConsolidateOutput ConsolidateOutput::decode(std::string_view data) {
-    ConsolidateOutput output = shapeOf(data);
+    auto output = LandOutput::DecodeError::shapeOf<ConsolidateOutput>(data);
     if (output.version != 1) throw LandOutput::DecodeError::unsupportedVersion(output.version);
-    for (const auto& decision : output.decisions) checkDay("decisions.date", decision.date);
-    for (const auto& each : output.open) checkDay("open.due", each.due);
+    for (std::size_t i = 0; i < output.decisions.size(); ++i)
+        checkDay("decisions", i, "date", output.decisions[i].date);
+    for (std::size_t i = 0; i < output.open.size(); ++i)
+        checkDay("open", i, "due", output.open[i].due);
     return output;
 }
 

@@ -16,8 +16,6 @@ namespace {
 using Keys = std::set<std::string, std::less<>>;
 using Kind = ConsolidateCandidate::Kind;
 
-constexpr std::string_view threadPrefix = "thread:";
-
 Keys lowercasedKeys(std::string_view entityKey, std::span<const std::string> aliasKeys) {
     Keys keys{Text::lowercased(entityKey)};
     for (const auto& key : aliasKeys) keys.insert(Text::lowercased(key));
@@ -156,8 +154,8 @@ std::optional<std::string> display(std::string_view entityKey,
             if (EntityKeys::normalizeKey(participant) == key) return participant;
     if (key.starts_with(EntityKeys::namePrefix))
         return capitalized(std::string_view(key).substr(EntityKeys::namePrefix.size()));
-    if (key.starts_with(threadPrefix))
-        return capitalized(Text::replacingAll(key.substr(threadPrefix.size()), "-", " "));
+    if (key.starts_with(EntityKeys::threadPrefix))
+        return capitalized(Text::replacingAll(key.substr(EntityKeys::threadPrefix.size()), "-", " "));
     return std::nullopt;
 }
 }  // namespace ombrix::MemoryCandidates

@@ -24,86 +24,167 @@ bool isTime(std::string_view text) {
     return hours && minutes && *hours <= 23 && *minutes < 60;
 }
 
-void requireDay(const char* field, const std::string& value) {
-    if (!ISODate::isValid(value)) throw DecodeError(DecodeError::InvalidDate{field, value});
+using Rule = AnswerFault::Rule;
+using AnswerPath::item;
+using AnswerPath::quoted;
+
+AnswerFault fault(Rule rule, std::string path, std::string problem, std::string_view text = {}) {
+    return {.rule = rule,
+            .path = std::move(path),
+            .problem = std::move(problem),
+            .text = std::string(text)};
 }
 
-void checkForm(const PrepareMove& move) {
-    if (move.due) requireDay("moves.due.iso", move.due->iso);
+void requireDay(const char* field, const std::string& path, const std::string& value) {
+    if (!ISODate::isValid(value))
+        throw DecodeError(DecodeError::InvalidDate{field, value}, notADay(path, value));
+}
+
+/// Of a part that another kind of move has.
+DecodeError misplaced(const char* field, const char* kind, const PrepareMove& move,
+                      const std::string& path) {
+    return {DecodeError::Misplaced{field, move.key},
+            fault(Rule::kind, path + "." + field,
+                  "only a " + std::string(kind) + " has one; write null, or another kind",
+                  rawValue(move.kind))};
+}
+
+void checkForm(const PrepareMove& move, const std::string& path) {
+    if (move.due) requireDay("moves.due.iso", path + ".due.iso", move.due->iso);
     if (move.invite) {
-        if (move.kind != PrepareMoveKind::hold)
-            throw DecodeError(DecodeError::Misplaced{"invite", move.key});
-        requireDay("moves.invite.date", move.invite->date);
-        if (move.invite->time && !isTime(*move.invite->time))
-            throw DecodeError(DecodeError::InvalidTime{"moves.invite.time", *move.invite->time});
+        if (move.kind != PrepareMoveKind::hold) throw misplaced("invite", "hold", move, path);
+        requireDay("moves.invite.date", path + ".invite.date", move.invite->date);
+        if (const auto& time = move.invite->time; time && !isTime(*time))
+            throw DecodeError(DecodeError::InvalidTime{"moves.invite.time", *time},
+                              fault(Rule::time, path + ".invite.time",
+                                    quoted(*time) + " is no time; write HH:mm, or null", *time));
     }
     if (move.email && move.kind != PrepareMoveKind::message)
-        throw DecodeError(DecodeError::Misplaced{"email", move.key});
+        throw misplaced("email", "message", move, path);
 }
 
 // ---- citations --------------------------------------------------------------------------------
 
 using IDs = std::set<std::string, std::less<>>;
 
-/// The ids of the move's claims.
-IDs checkClaims(const PrepareMove& move, const IDs& turnIDs) {
-    IDs claims;
-    for (const auto& claim : move.claims) {
-        if (!claims.insert(claim.id).second)
-            throw CitationError(CitationError::DuplicateClaim{move.key, claim.id});
-        if (claim.turnIDs.empty()) throw CitationError(CitationError::Unciting{move.key, claim.id});
-        for (const auto& turn : claim.turnIDs)
-            if (!turnIDs.contains(turn))
-                throw CitationError(CitationError::UnknownTurn{move.key, claim.id, turn});
-    }
-    return claims;
-}
+/// Checks one move; `path_` leads to it.
+class CitationCheck {
+  public:
+    CitationCheck(const PrepareMove& move, std::size_t index)
+        : move_(move), path_(item("moves", index)) {}
 
-void checkCitations(const PrepareMove& move, const IDs& turnIDs) {
-    if (move.commitmentIDs.empty()) throw CitationError(CitationError::NoCommitment{move.key});
-    const IDs claims = checkClaims(move, turnIDs);
-    const auto requireKnown = [&](const Strings& cited, std::string_view at) {
-        for (const auto& id : cited)
-            if (!claims.contains(id))
-                throw CitationError(CitationError::UnknownClaim{move.key, std::string(at), id});
-    };
-    for (const auto& block : move.blocks) {
-        for (const auto& line : block.lines) {
-            if (line.claimIds.empty())
-                throw CitationError(CitationError::UnclaimedLine{move.key, line.id});
-            requireKnown(line.claimIds, line.id);
+    void run(const IDs& turnIDs) {
+        if (move_.commitmentIDs.empty())
+            refuse(CitationError::NoCommitment{move_.key}, ".commitment_ids",
+                   "none, and a move serves at least one commitment of the input");
+        checkClaims(turnIDs);
+        for (std::size_t i = 0; i < move_.blocks.size(); ++i)
+            checkLines(move_.blocks[i], item(".blocks", i) + ".lines");
+        for (std::size_t i = 0; i < move_.unresolved.size(); ++i) {
+            const auto& open = move_.unresolved[i];
+            requireKnown(open.claimIds, open.id, item(".unresolved", i) + ".claim_ids");
+        }
+        if (!move_.invite) return;
+        requireKnown(move_.invite->cites.date, "invite.cites.date", ".invite.cites.date");
+        requireKnown(move_.invite->cites.time, "invite.cites.time", ".invite.cites.time");
+        requireKnown(move_.invite->cites.with, "invite.cites.with", ".invite.cites.with");
+    }
+
+    void runCommitments(const IDs& commitmentIDs) const {
+        for (std::size_t i = 0; i < move_.commitmentIDs.size(); ++i) {
+            const auto& id = move_.commitmentIDs[i];
+            if (commitmentIDs.contains(id)) continue;
+            refuse(CitationError::UnknownCommitment{move_.key, id}, item(".commitment_ids", i),
+                   "no commitment " + quoted(id) + " in the input", id);
         }
     }
-    for (const auto& item : move.unresolved) requireKnown(item.claimIds, item.id);
-    if (move.invite) {
-        requireKnown(move.invite->cites.date, "invite.cites.date");
-        requireKnown(move.invite->cites.time, "invite.cites.time");
-        requireKnown(move.invite->cites.with, "invite.cites.with");
+
+    [[noreturn]] void refuse(CitationError::Reason reason, const std::string& at,
+                             std::string problem, std::string_view text = {},
+                             Rule rule = Rule::citation) const {
+        throw CitationError(std::move(reason), fault(rule, path_ + at, std::move(problem), text));
+    }
+
+  private:
+    void checkClaims(const IDs& turnIDs) {
+        for (std::size_t i = 0; i < move_.claims.size(); ++i) {
+            const auto& claim = move_.claims[i];
+            const auto at = item(".claims", i);
+            if (!claims_.insert(claim.id).second)
+                refuse(CitationError::DuplicateClaim{move_.key, claim.id}, at + ".id",
+                       "another claim of this move is called " + quoted(claim.id), claim.id,
+                       Rule::unique);
+            if (claim.turnIDs.empty())
+                refuse(CitationError::Unciting{move_.key, claim.id}, at + ".turn_ids",
+                       "none, and a claim rests on at least one turn");
+            for (std::size_t j = 0; j < claim.turnIDs.size(); ++j) {
+                const auto& turn = claim.turnIDs[j];
+                if (turnIDs.contains(turn)) continue;
+                refuse(CitationError::UnknownTurn{move_.key, claim.id, turn},
+                       item(at + ".turn_ids", j), "no turn " + quoted(turn) + " in the input",
+                       turn);
+            }
+        }
+    }
+
+    void checkLines(const PrepareBlock& block, const std::string& at) const {
+        for (std::size_t i = 0; i < block.lines.size(); ++i) {
+            const auto& line = block.lines[i];
+            const auto path = item(at, i) + ".claim_ids";
+            if (line.claimIds.empty())
+                refuse(CitationError::UnclaimedLine{move_.key, line.id}, path,
+                       "none, and a line rests on at least one claim");
+            requireKnown(line.claimIds, line.id, path);
+        }
+    }
+
+    void requireKnown(const Strings& cited, std::string_view where, const std::string& at) const {
+        for (std::size_t i = 0; i < cited.size(); ++i)
+            if (!claims_.contains(cited[i]))
+                refuse(CitationError::UnknownClaim{move_.key, std::string(where), cited[i]},
+                       item(at, i), "no claim " + quoted(cited[i]) + " in this move", cited[i]);
+    }
+
+    const PrepareMove& move_;
+    std::string path_;
+    IDs claims_;
+};
+
+PrepareOutput shapeOf(std::string_view json) {
+    try {
+        return Json::decode<PrepareOutput>(json, Json::Reading::answer);
+    } catch (const Json::SyntaxError&) {
+        throw DecodeError(DecodeError::NotJSON{}, AnswerFault::ofText(json));
+    } catch (const Json::DecodingError& error) {
+        throw DecodeError(DecodeError::NotJSON{}, AnswerFault::of(error));
     }
 }
 }  // namespace
 
 PrepareOutput PrepareOutput::decode(std::string_view json) {
-    const auto output = [json] {
-        try {
-            return Json::decode<PrepareOutput>(json, Json::Reading::answer);
-        } catch (const Json::SyntaxError&) {
-        } catch (const Json::DecodingError&) {
-        }
-        throw DecodeError(DecodeError::NotJSON{});
-    }();
-    if (output.version != 1) throw DecodeError(DecodeError::UnsupportedVersion{output.version});
-    for (const auto& move : output.moves) checkForm(move);
+    auto output = shapeOf(json);
+    if (const auto text = std::to_string(output.version); output.version != 1)
+        throw DecodeError(DecodeError::UnsupportedVersion{output.version},
+                          fault(Rule::version, "version", "must be 1, not " + text, text));
+    for (std::size_t i = 0; i < output.moves.size(); ++i)
+        checkForm(output.moves[i], item("moves", i));
     return output;
 }
 
 void PrepareOutput::validate(const IDs& turnIDs) const {
     IDs keys;
-    for (const auto& move : moves) {
-        if (!keys.insert(move.key).second)
-            throw CitationError(CitationError::DuplicateMoveKey{move.key});
-        checkCitations(move, turnIDs);
+    for (std::size_t i = 0; i < moves.size(); ++i) {
+        CitationCheck check(moves[i], i);
+        if (const auto& key = moves[i].key; !keys.insert(key).second)
+            check.refuse(CitationError::DuplicateMoveKey{key}, ".key",
+                         "another move is called " + quoted(key), key, Rule::unique);
+        check.run(turnIDs);
     }
+}
+
+void PrepareOutput::validateCommitments(const IDs& commitmentIDs) const {
+    for (std::size_t i = 0; i < moves.size(); ++i)
+        CitationCheck(moves[i], i).runCommitments(commitmentIDs);
 }
 
 // ---- JSON -------------------------------------------------------------------------------------

@@ -7,7 +7,6 @@
 #pragma once
 
 #include <cstdint>
-#include <exception>
 #include <optional>
 #include <set>
 #include <string>
@@ -15,6 +14,7 @@
 #include <variant>
 #include <vector>
 
+#include "OmbrixMemoryKit/Land/AnswerFault.h"
 #include "OmbrixMemoryKit/Moves/MoveModels.h"
 
 namespace ombrix {
@@ -110,10 +110,14 @@ struct PrepareOutput {
     /// Throws `CitationError` for the first fault. `turnIDs` are those of the input's meeting.
     /// Claim ids are local to their move. Looks at no date.
     void validate(const std::set<std::string, std::less<>>& turnIDs) const;
+
+    /// Throws `CitationError` for the first move that serves a commitment which is not among
+    /// `commitmentIDs`, those of the input.
+    void validateCommitments(const std::set<std::string, std::less<>>& commitmentIDs) const;
 };
 
 /// Why `decode` refuses an answer.
-class PrepareOutput::DecodeError : public std::exception {
+class PrepareOutput::DecodeError : public RefusedAnswer {
   public:
     struct NotJSON {
         bool operator==(const NotJSON&) const = default;
@@ -139,16 +143,16 @@ class PrepareOutput::DecodeError : public std::exception {
     };
     using Reason = std::variant<NotJSON, UnsupportedVersion, InvalidDate, InvalidTime, Misplaced>;
 
-    explicit DecodeError(Reason reason) : reason_(std::move(reason)) {}
+    DecodeError(Reason reason, AnswerFault fault)
+        : RefusedAnswer(std::move(fault)), reason_(std::move(reason)) {}
     const Reason& reason() const { return reason_; }
-    const char* what() const noexcept override { return "not an answer to the prepare recipe"; }
 
   private:
     Reason reason_;
 };
 
 /// Why `validate` refuses an answer. `move` is a move's key, the others are ids.
-class PrepareOutput::CitationError : public std::exception {
+class PrepareOutput::CitationError : public RefusedAnswer {
   public:
     struct DuplicateMoveKey {
         std::string key;
@@ -181,12 +185,17 @@ class PrepareOutput::CitationError : public std::exception {
         std::string move, at, claimID;
         bool operator==(const UnknownClaim&) const = default;
     };
+    /// Only `validateCommitments` throws it.
+    struct UnknownCommitment {
+        std::string move, commitmentID;
+        bool operator==(const UnknownCommitment&) const = default;
+    };
     using Reason = std::variant<DuplicateMoveKey, NoCommitment, DuplicateClaim, Unciting,
-                                UnknownTurn, UnclaimedLine, UnknownClaim>;
+                                UnknownTurn, UnclaimedLine, UnknownClaim, UnknownCommitment>;
 
-    explicit CitationError(Reason reason) : reason_(std::move(reason)) {}
+    CitationError(Reason reason, AnswerFault fault)
+        : RefusedAnswer(std::move(fault)), reason_(std::move(reason)) {}
     const Reason& reason() const { return reason_; }
-    const char* what() const noexcept override { return "the answer cites what is not there"; }
 
   private:
     Reason reason_;

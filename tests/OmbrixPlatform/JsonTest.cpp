@@ -5,7 +5,9 @@
 
 #include <random>
 
+#include "OmbrixPlatform/JsonFault.h"
 #include "OmbrixPlatform/RandomText.h"
+#include "OmbrixPlatform/Regex.h"
 #include "OmbrixPlatform/Text.h"
 #include "OmbrixPlatform/Utf8.h"
 
@@ -15,6 +17,40 @@ namespace {
 using Json::Array;
 using Json::Members;
 using Json::Value;
+
+bool isRead(std::string_view text) {
+    try {
+        Json::parse(text);
+        return true;
+    } catch (const Json::SyntaxError&) {
+        return false;
+    }
+}
+
+TEST(JsonFault, IsFoundInExactlyWhatIsNotRead) {
+    const std::string good =
+        R"( {"a\n\u00e9\ud83d\ude00":[true,false,null,-0.5e-3,[],{}],"":{"b":"\\/"}} )";
+    const std::string pieces = "{}[],:\"\\ue0d8-+.19tn \n\x01\x7F\xC3";
+    const Regex tooLarge(R"(e\+?\d{3})");
+    std::mt19937 random(7);
+    const auto below = [&](std::size_t n) { return random() % n; };
+    for (int round = 0; round < 30'000; ++round) {
+        std::string text = good;
+        for (std::size_t edits = below(3) + 1; edits > 0; --edits) {
+            const auto at = below(text.size());
+            text.replace(at, below(3), below(4), pieces[below(pieces.size())]);
+        }
+        const auto fault = Json::firstFault(text);
+        if (const bool mayBeTooLarge = tooLarge.found(text); !mayBeTooLarge) {
+            ASSERT_EQ(!fault, isRead(text)) << text << (fault ? fault->problem : "");
+        }
+        if (fault && !fault->isCut) {
+            ASSERT_LT(fault->at, text.size());
+        }
+    }
+    for (std::size_t end = 2; end < good.size() - 1; ++end)
+        EXPECT_TRUE(Json::firstFault(good.substr(0, end)).value().isCut) << end;
+}
 
 TEST(Json, ReadsWholeTextsOnly) {
     for (const char* good :
