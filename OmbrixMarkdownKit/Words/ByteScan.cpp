@@ -7,9 +7,7 @@
 #include <cstring>
 
 #include "OmbrixMarkdownKit/Words/AsciiLanes.h"
-#include "OmbrixPlatform/Characters.h"
 #include "OmbrixPlatform/Text.h"
-#include "OmbrixPlatform/Utf8.h"
 
 namespace ombrix::ByteScan {
 namespace {
@@ -40,8 +38,12 @@ class Block {
                                 AsciiLanes::Detail::within(raw_[i], '0', '9'));
         });
     }
-    std::uint64_t notAscii() const {
-        return mask([&](std::size_t i) { return raw_[i]; });
+    /// The first bytes of characters that are not ASCII.
+    std::uint64_t leads() const {
+        const __m128i lastInside = _mm_set1_epi8(static_cast<char>(0xBF));
+        return mask([&](std::size_t i) {
+            return _mm_and_si128(_mm_cmpgt_epi8(raw_[i], lastInside), raw_[i]);
+        });
     }
 
   private:
@@ -69,8 +71,8 @@ class Block {
         return mask([&](char c) { return (c | caseBit) == (lower | caseBit); });
     }
     std::uint64_t alphanumeric() const { return mask(Text::isAsciiAlphanumeric); }
-    std::uint64_t notAscii() const {
-        return mask([](char c) { return static_cast<unsigned char>(c) >= 0x80; });
+    std::uint64_t leads() const {
+        return mask([](char c) { return static_cast<unsigned char>(c) >= 0xC0; });
     }
 
   private:
@@ -111,28 +113,6 @@ std::size_t firstPlace(std::string_view text, std::size_t from, Marks marks, Con
     }
     return text.size();
 }
-
-/// Characters that can be inside a word and have no part in its normal form.
-constexpr bool joinsSilently(char c) {
-    return c == '\'' || c == '.' || c == ',' || c == ';' || c == '_' || c == '@';
-}
-
-bool agree(std::string_view a, std::string_view b) {
-    const std::size_t shared = std::min(a.size(), b.size());
-    return a.substr(0, shared) == b.substr(0, shared);
-}
-
-/// True when the word that starts with the ASCII run at `at` can begin with `prefix`: the run
-/// does, or it ends earlier at a character that can be inside a word and not in its normal form.
-bool runMayBegin(std::string_view text, std::size_t at, std::string_view prefix) {
-    for (const char wanted : prefix) {
-        if (at == text.size()) return false;
-        const char c = text[at++];
-        if (Text::asciiLowercased(c) == wanted && Text::isAsciiAlphanumeric(c)) continue;
-        return joinsSilently(c) || static_cast<unsigned char>(c) >= 0x80;
-    }
-    return true;
-}
 }  // namespace
 
 std::size_t findOneForm(std::string_view text, std::size_t from) {
@@ -147,15 +127,17 @@ std::size_t findOneForm(std::string_view text, std::size_t from) {
         });
 }
 
-WordStarts::WordStarts(std::vector<std::string> prefixes) : prefixes_(std::move(prefixes)) {
-    for (const auto& prefix : prefixes_)
-        pairs_.emplace_back(prefix[0], prefix.size() > 1 ? prefix[1] : '\0');
+WordStarts::WordStarts(std::vector<std::string> prefixes) : beginnings_(std::move(prefixes)) {
+    for (const auto& prefix : beginnings_.prefixes()) {
+        if (Text::isAscii(prefix[0]))
+            pairs_.emplace_back(prefix[0], prefix.size() > 1 ? prefix[1] : '\0');
+    }
     std::ranges::sort(pairs_);
     pairs_.erase(std::ranges::unique(pairs_).begin(), pairs_.end());
 }
 
 std::size_t WordStarts::next(std::string_view text, std::size_t from) const {
-    if (prefixes_.empty()) return text.size();
+    if (beginnings_.prefixes().empty()) return text.size();
     const auto marks = [&](const Block& block, std::size_t at) {
         const std::uint64_t inWord = block.alphanumeric();
         const std::uint64_t wordBefore = at > 0 && Text::isAsciiAlphanumeric(text[at - 1]) ? 1 : 0;
@@ -167,23 +149,9 @@ std::size_t WordStarts::next(std::string_view text, std::size_t from) const {
                 second == '\0' ? ~std::uint64_t{0} : shiftedDown(block.equal(second), 1);
             begins |= block.equal(first) & (seconds | ~runGoesOn);
         }
-        return (runStarts & begins) | block.notAscii();
+        return (runStarts & begins) | block.leads();
     };
-    return firstPlace(text, from, marks, [&](std::size_t at) { return mayBeginAt(text, at); });
-}
-
-bool WordStarts::mayBeginAt(std::string_view text, std::size_t at) const {
-    const auto byte = static_cast<unsigned char>(text[at]);
-    if (byte < 0x80)
-        return std::ranges::any_of(
-            prefixes_, [&](const auto& prefix) { return runMayBegin(text, at, prefix); });
-    constexpr unsigned char firstLead = 0xC2;
-    if (byte < firstLead) return false;  // inside a character
-    const char32_t scalar = Utf8::decode(text, at).scalar;
-    // A prefix joins with the letter after it into one character, so the word can begin there.
-    if (Characters::isPrefix(scalar)) return true;
-    const std::string fold = Text::folded(scalar);
-    if (fold.empty()) return false;
-    return std::ranges::any_of(prefixes_, [&](const auto& prefix) { return agree(fold, prefix); });
+    return firstPlace(text, from, marks,
+                      [&](std::size_t at) { return beginnings_.mayBeginAt(text, at); });
 }
 }  // namespace ombrix::ByteScan

@@ -7,6 +7,7 @@
 #include "OmbrixMarkdownKit/Words/QueryTokenizer.h"
 #include "OmbrixPlatform/RandomText.h"
 #include "OmbrixPlatform/Text.h"
+#include "OmbrixPlatform/Utf8.h"
 #include "OmbrixPlatform/Words.h"
 
 namespace ombrix {
@@ -44,8 +45,9 @@ TEST(ByteScan, EveryWordThatBeginsSoHasAPlaceInsideIt) {
         std::vector<std::string> beginnings{"qq"};
         for (std::size_t i = 1 + random.below(3); i > 0 && !words.empty(); --i) {
             const std::string& normal = words[random.below(words.size())].second;
-            const std::string beginning(normal.substr(0, 1 + random.below(6)));
-            if (!beginning.empty()) beginnings.push_back(beginning);
+            std::size_t end = std::min(1 + random.below(8), normal.size());
+            while (end > 0 && !Utf8::isValid(normal.substr(0, end))) --end;
+            if (end > 0) beginnings.push_back(normal.substr(0, end));
         }
         const auto found = places(ByteScan::WordStarts(beginnings), text);
         for (const auto& [range, normal] : words) {
@@ -65,14 +67,26 @@ TEST(ByteScan, AWordIsFoundAcrossTheBordersOfBlocks) {
     const struct {
         std::string word, beginning;
     } cases[] = {
-        {"price", "pric"},        {"PRICE", "price"},
-        {"p'rice", "price"},      {"p", "p"},
-        {"pr_ice", "price"},      {"pri\u00E7ing", "pricing"},
-        {"\u00E9cole", "ecol"},   {"e\u0301cole", "ecol"},
-        {"\u212Aelvin", "kel"},   {"\uFB01nd", "find"},
-        {"\u0600xprice", "pric"}, {"@price", "price"},
-        {"\u00DFa", "ssa"},       {"\uD55C\uAD6D", "\u1112\u1161"},
+        {"price", "pric"},
+        {"PRICE", "price"},
+        {"p'rice", "price"},
+        {"p", "p"},
+        {"pr_ice", "price"},
+        {"pri\u00E7ing", "pricing"},
+        {"\u00E9cole", "ecol"},
+        {"e\u0301cole", "ecol"},
+        {"\u212Aelvin", "kel"},
+        {"\uFB01nd", "find"},
+        {"\u0600xprice", "pric"},
+        {"@price", "price"},
+        {"\u00DFa", "ssa"},
+        {"\uD55C\uAD6D", "\u1112\u1161"},
         {"p\u0301rice", "price"},
+        {"\u0416\u0443\u0440\u043D\u0430\u043B", "\u0436\u0443\u0440"},
+        {"\u0418\u0306\u043E\u0434", "\u0438\u043E\u0434"},
+        {"\u0419\u043E\u0434", "\u0438\u043E\u0434"},
+        {"\u03A3\u03CD\u03BD\u03C2", "\u03C3\u03C5\u03BD\u03C3"},
+        {"z\u0142oty", "z\u0142ot"},
     };
     for (const auto& [word, beginning] : cases) {
         for (std::size_t before = 0; before < 140; ++before) {
@@ -88,7 +102,8 @@ TEST(ByteScan, AWordIsFoundAcrossTheBordersOfBlocks) {
 
 TEST(ByteScan, OtherWordsAreRarelyLookedAt) {
     const ByteScan::WordStarts starts({"pric", "launch"});
-    EXPECT_TRUE(places(starts, "surprice apricot prince _xprice lunch p r launc").empty());
+    EXPECT_TRUE(
+        places(starts, "surprice apricot prince _xprice lunch p r launc \u00E9price").empty());
     EXPECT_EQ(places(starts, "x pricing, launches"), (std::vector<std::size_t>{2, 11}));
     EXPECT_EQ(starts.next("price price", 1), 6U) << "not inside a word";
     EXPECT_TRUE(places(starts, "").empty());

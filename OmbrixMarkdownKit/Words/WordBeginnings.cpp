@@ -1,0 +1,119 @@
+#include "OmbrixMarkdownKit/Words/WordBeginnings.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "OmbrixPlatform/Letters.h"
+#include "OmbrixPlatform/Text.h"
+#include "OmbrixPlatform/Utf8.h"
+
+namespace ombrix {
+namespace {
+
+using Letters::Letter;
+namespace Table = Letters::Table;
+
+unsigned char byteAt(std::string_view text, std::size_t at) {
+    return static_cast<unsigned char>(text[at]);
+}
+
+bool agree(std::string_view a, std::string_view b) {
+    const std::size_t shared = std::min(a.size(), b.size());
+    return a.substr(0, shared) == b.substr(0, shared);
+}
+
+/// True when the word that has its first letter at `at` can begin with `prefix`. A prefix may end
+/// inside the fold of a scalar.
+bool mayBeginWith(std::string_view prefix, std::string_view text, std::size_t at) {
+    bool afterKnown = true;
+    while (!prefix.empty()) {
+        if (at == text.size()) return false;
+        if (Text::isAsciiAlphanumeric(text[at])) {
+            if (Text::asciiLowercased(text[at++]) != prefix[0]) return false;
+            prefix.remove_prefix(1);
+            afterKnown = true;
+            continue;
+        }
+        const auto found = Letters::find(text, at);
+        // Quotes are inside Hebrew words.
+        if (found.letter.kind == Letters::Kind::gap) return !afterKnown && text[at] == '"';
+        if (found.letter.foldSize == Letter::noFold) return true;
+        const auto fold = Letters::foldOf(found, text, at);
+        // What is not in normal forms can stand inside a word.
+        if (found.letter.characters == 0 && !fold.empty()) return true;
+        if (!agree(fold, prefix)) return false;
+        prefix.remove_prefix(std::min(fold.size(), prefix.size()));
+        at += found.length;
+        afterKnown = found.letter.isKnown();
+    }
+    return true;
+}
+
+/// The scalars of each page of the table with which a word of the prefixes can begin.
+std::vector<std::uint64_t> startsOfPages(const std::vector<std::string>& prefixes) {
+    std::array<bool, 256> firstBytes{};
+    for (const auto& prefix : prefixes) firstBytes[byteAt(prefix, 0)] = true;
+    const auto starts = [&](const Letter& letter) {
+        if (letter.isPrefix || letter.foldSize == Letter::noFold) return true;
+        if (letter.foldSize == Letter::asItIs || letter.foldSize == 0) return false;
+        const std::string_view fold(letter.fold.data(), letter.foldSize);
+        return firstBytes[byteAt(fold, 0)] &&
+               std::ranges::any_of(prefixes,
+                                   [&](const auto& prefix) { return agree(fold, prefix); });
+    };
+    std::vector<std::uint64_t> pages(Table::letterCount / Table::pageSize);
+    for (std::size_t i = 0; i < Table::letterCount; ++i) {
+        if (starts(Table::letters[i]))
+            pages[i / Table::pageSize] |= std::uint64_t{1} << (i % Table::pageSize);
+    }
+    return pages;
+}
+}  // namespace
+
+WordBeginnings::WordBeginnings(std::vector<std::string> prefixes) : prefixes_(std::move(prefixes)) {
+    const auto pages = startsOfPages(prefixes_);
+    for (const std::size_t page : Table::pagesOfTwo) afterOne_.push_back(pages[page]);
+    for (const std::size_t page : Table::pagesOfThree) afterTwo_.push_back(pages[page]);
+    // A scalar that is its own fold has no place of its own in the table.
+    for (const auto& prefix : prefixes_) {
+        const auto [scalar, length] = Utf8::decode(prefix, 0);
+        const auto last = std::uint64_t{1} << (scalar & 0x3FU);
+        if (length == 2) afterOne_[scalar >> 6U] |= last;
+        if (length == 3) afterTwo_[scalar >> 6U] |= last;
+    }
+}
+
+/// Rules out most characters that are not ASCII by their bytes.
+bool WordBeginnings::isCandidate(std::string_view text, std::size_t at) const {
+    const unsigned lead = byteAt(text, at);
+    const std::size_t left = text.size() - at;
+    if (lead < 0xC2) return false;  // inside a character
+    if (lead >= 0xF0) return true;
+    if (lead < 0xE0)
+        return left > 1 && (afterOne_[lead & 0x1FU] >> (byteAt(text, at + 1) & 0x3FU) & 1U) != 0;
+    if (left < 3) return false;
+    const std::size_t firstTwo = (lead & 0x0FU) << 6U | (byteAt(text, at + 1) & 0x3FU);
+    return (afterTwo_[firstTwo] >> (byteAt(text, at + 2) & 0x3FU) & 1U) != 0;
+}
+
+bool WordBeginnings::mayBeginAt(std::string_view text, std::size_t at) const {
+    const bool isAscii = Text::isAscii(text[at]);
+    if (!isAscii && !isCandidate(text, at)) return false;
+    const auto found = Letters::find(text, at);
+    // Not inside a word: between two letters is no boundary.
+    if (found.letter.isSpelled() && at > 0 && !Text::isAscii(text[at - 1]) &&
+        Letters::findBefore(text, at).letter.isSpelled())
+        return false;
+    // A prefix joins with the letter after it into one character, so the word can begin there.
+    if (found.letter.isPrefix) return true;
+    if (found.letter.foldSize == Letter::noFold) {
+        const std::string fold = Text::folded(Utf8::decode(text, at).scalar);
+        return !fold.empty() && std::ranges::any_of(prefixes_, [&](const auto& prefix) {
+            return agree(fold, prefix);
+        });
+    }
+    return std::ranges::any_of(prefixes_,
+                               [&](const auto& prefix) { return mayBeginWith(prefix, text, at); });
+}
+}  // namespace ombrix
