@@ -20,7 +20,7 @@ using Source = MemoryRegionParser::Source;
 
 constexpr std::string_view titlePrefix = "Before: ";
 constexpr std::string_view wallClock = "yyyy-MM-dd'T'HH:mm:ss";
-constexpr std::string_view headingPrefix = "## ", bullet = "- ";
+constexpr std::string_view headingPrefix = "## ", escapedHeading = "\\## ", bullet = "- ";
 constexpr std::string_view whoAndWhen = "Who and when";
 constexpr std::string_view none = "- (none)", nothingChanged = "- (nothing from other meetings)";
 constexpr std::size_t longestSlug = 60;  // characters
@@ -67,7 +67,7 @@ std::string regionContent(const BeforeCard& card) {
     if (const auto lines = card.linesOf(Kind::remember); !lines.empty())
         appendSection(text, Kind::remember, lines);
     appendHeading(text, whoAndWhen);
-    text.append(EngineText::onOneLine(card.whoAndWhen)) += '\n';
+    text.append(EngineText::paragraph(card.whoAndWhen)) += '\n';
     for (const auto kind : {Kind::youOwe, Kind::theyOwe, Kind::question, Kind::changed}) {
         const auto lines = card.linesOf(kind);
         appendSection(text, kind, lines);
@@ -75,7 +75,7 @@ std::string regionContent(const BeforeCard& card) {
     }
     appendSection(text, Kind::opener, card.linesOf(Kind::opener));
     text.append("\n").append(closingLine) += '\n';
-    return EngineText::withoutMarkers(std::move(text));
+    return EngineRegion::withoutMarkers(std::move(text));
 }
 
 // ---- reading ----------------------------------------------------------------------------------
@@ -129,7 +129,7 @@ void readRegion(std::string_view content, BeforeCard& card) {
             continue;
         } else if (isWhoAndWhen) {
             if (!card.whoAndWhen.empty()) card.whoAndWhen += '\n';
-            card.whoAndWhen += line;
+            card.whoAndWhen += line.starts_with(escapedHeading) ? line.substr(1) : line;
         } else if (const auto item = itemText(line); item && heading) {
             auto read = parseLine(*item, *heading);
             if (!read.text.empty()) card.lines.push_back(std::move(read));
@@ -162,7 +162,7 @@ std::string slug(std::string_view given) {
 
 std::string render(const BeforeCard& card, std::string_view writer, Instant at,
                    std::int64_t sources, const Calendar& calendar) {
-    return EngineRegion::compose(EngineText::withoutMarkers(frontmatter(card, calendar)),
+    return EngineRegion::compose(EngineRegion::withoutMarkers(frontmatter(card, calendar)),
                                  EngineRegion::openMarker(writer, at, sources), regionContent(card),
                                  {});
 }

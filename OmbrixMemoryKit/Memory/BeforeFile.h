@@ -47,9 +47,9 @@ std::string slug(std::string_view text);
 std::string render(const BeforeCard& card, std::string_view writer, Instant at,
                    std::int64_t sources, const Calendar& calendar);
 
-/// The card in a file; `render` of it gives its region again. Nothing for a text that is no card,
-/// has no title or no time, or whose region is damaged. A line's brackets are read as its sources.
-/// Never throws; linear.
+/// The card in a file. What `render` wrote comes back, save that line ends are blanks and that
+/// brackets in a line are read as its sources. Nothing for a text that is no card, has no title or
+/// no time, or whose region is damaged. Never throws; linear.
 std::optional<BeforeCard> parse(std::string_view text, const Calendar& calendar);
 
 /// True when the text contains "source: Ombrix Before" and a line feed right after it.

@@ -74,15 +74,6 @@ void appendSection(std::string& text, std::string_view title, const std::vector<
     appendSection(text, title, std::string_view(lines));
 }
 
-/// The lines of a section that is one paragraph. It cannot begin as a heading: the sections of the
-/// user are found by theirs.
-std::string paragraph(std::string_view given) {
-    std::string text = EngineText::onOneLine(Text::trimmed(given));
-    if (text.empty()) return text;
-    if (text.starts_with("## ")) text.insert(0, "\\");
-    return text += '\n';
-}
-
 std::optional<MemoryFileMeta> metaOf(const Frontmatter::Reader& fields) {
     auto title = fields.scalar("title");
     const auto kind = fromRawValue<Kind>(fields.scalar("kind").value_or(""));
@@ -107,7 +98,7 @@ std::optional<MemoryFileMeta> metaOf(const Frontmatter::Reader& fields) {
 std::optional<std::string> render(const MemoryFileMeta& meta, const ConsolidateOutput& output,
                                   std::string_view writer, Instant at, std::int64_t sources,
                                   std::optional<std::string_view> existing) {
-    std::string head = EngineText::withoutMarkers(frontmatter(meta));
+    std::string head = EngineRegion::withoutMarkers(frontmatter(meta));
     const std::string openLine = EngineRegion::openMarker(writer, at, sources);
     const std::string content = regionContent(output);
     if (!existing || Text::trimmed(*existing).empty())
@@ -144,12 +135,14 @@ std::string regionContent(const ConsolidateOutput& output) {
         appendSection(text, "What this is", output.whatThisIs);
     else
         appendSection(text, "Who they are", output.who);
-    appendSection(text, "The through-line", std::string_view(paragraph(output.throughLine)));
+    std::string story = EngineText::paragraph(output.throughLine);
+    if (!story.empty()) story += '\n';
+    appendSection(text, "The through-line", std::string_view(story));
     if (isThread) appendSection(text, "Decisions", output.decisions);
     appendSection(text, isThread ? "Open" : "Open between you", output.open);
     appendSection(text, "Not sure", output.notSure);
     text.append(MemoryRegionParser::closingLine) += '\n';
-    return EngineText::withoutMarkers(std::move(text));
+    return EngineRegion::withoutMarkers(std::move(text));
 }
 
 std::optional<Parsed> parse(std::string_view given) {

@@ -33,16 +33,9 @@ std::string frontmatter(const Meta& meta) {
     return writer.text();
 }
 
-/// Speech or a line of work may hold what looks like a marker of ours. Without its first blank it
-/// is a comment like any other.
-std::string withoutMarkers(std::string_view text) {
-    return Text::replacingAll(Text::replacingAll(text, "<!-- ombrix:", "<!--ombrix:"),
-                              "<!-- /ombrix:", "<!--/ombrix:");
-}
-
 /// A key comes from a file and may hold anything.
 std::string attribute(std::string_view text) {
-    return Text::replacingAll(withoutMarkers(EngineText::onOneLine(text)), "\"", "'");
+    return Text::replacingAll(EngineRegion::withoutMarkers(EngineText::onOneLine(text)), "\"", "'");
 }
 
 std::string anchorComment(const ResolvedExchange& exchange) {
@@ -130,20 +123,21 @@ std::optional<std::string> render(const ResolvedMove& move, const Meta& meta,
                                   Instant at, std::optional<std::string_view> existing) {
     const auto tail = tailOf(existing.value_or(""));
     if (!tail) return std::nullopt;
-    return withoutMarkers(frontmatter(meta)) + "\n" +
-           EngineRegion::openMarker(withoutMarkers(writer), at, citedMeetings(move)) + "\n" +
+    return EngineRegion::withoutMarkers(frontmatter(meta)) + "\n" +
+           EngineRegion::openMarker(writer, at, citedMeetings(move)) + "\n" +
            regionContent(move, context) + std::string(EngineRegion::closeMarker) + *tail;
 }
 
 std::string regionContent(const ResolvedMove& move, const MoveMarkdown::Context& context) {
-    std::vector<std::string> pieces{withoutMarkers(MoveMarkdown::work(move, context))};
+    std::vector<std::string> pieces{
+        EngineRegion::withoutMarkers(MoveMarkdown::work(move, context))};
     if (!move.exchanges.empty()) {
         pieces.emplace_back("---");
         pieces.emplace_back("What was said");
     }
     for (const auto& exchange : move.exchanges) {
         const auto said = MoveMarkdown::exchangeText(exchange, MoveMarkdown::Clip::quotes);
-        pieces.push_back(anchorComment(exchange) + "\n" + withoutMarkers(said));
+        pieces.push_back(anchorComment(exchange) + "\n" + EngineRegion::withoutMarkers(said));
     }
     return Text::joined(pieces, "\n\n") + "\n";
 }

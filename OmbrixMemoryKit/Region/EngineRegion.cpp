@@ -27,8 +27,8 @@ void appendRegion(std::string& text, std::string_view openLine, std::string_view
 }  // namespace
 
 std::string withoutMarkers(std::string text) {
-    for (const auto marker : {openPrefix, closeMarker})
-        text = Text::replacingAll(text, marker, "&lt;" + std::string(marker.substr(1)));
+    for (const std::string beginning : {"!-- ombrix:", "!-- /ombrix:"})
+        text = Text::replacingAll(text, "<" + beginning, "&lt;" + beginning);
     return text;
 }
 

@@ -22,8 +22,9 @@ namespace ombrix::EngineRegion {
 constexpr std::string_view openPrefix = "<!-- ombrix:engine v1 ";
 constexpr std::string_view closeMarker = "<!-- /ombrix:engine -->";
 
-/// A marker that somebody quoted would end the region, and the file could not be read any more: its
-/// "<" becomes "&lt;", which Markdown shows as "<".
+/// A marker that somebody quoted would end the region, and the file could not be read any more. So
+/// the "<" of each comment whose name begins with "ombrix:" becomes "&lt;", which Markdown shows as
+/// "<".
 std::string withoutMarkers(std::string text);
 
 /// The open line, without a line feed. Double quotes in `by` become single ones and line ends

@@ -11,6 +11,11 @@ std::string onOneLine(std::string_view text) {
     return line;
 }
 
+std::string paragraph(std::string_view text) {
+    const std::string line = onOneLine(Text::trimmed(text));
+    return line.starts_with("## ") ? "\\" + line : line;
+}
+
 std::string_view withoutFrontmatter(std::string_view before) {
     constexpr std::string_view fence = "---\n", closingFence = "\n---\n";
     if (!before.starts_with(fence)) return before;

@@ -5,8 +5,6 @@
 #include <string>
 #include <string_view>
 
-#include "OmbrixMemoryKit/Region/EngineRegion.h"
-
 namespace ombrix::EngineText {
 
 /// What a new file has below its region: the user's empty notes and corrections.
@@ -16,7 +14,9 @@ constexpr std::string_view newTail =
 /// Each line end becomes a blank, so that a text cannot begin a line of its own.
 std::string onOneLine(std::string_view text);
 
-using EngineRegion::withoutMarkers;
+/// A text of a paragraph, trimmed, as one line that is no heading: one that begins with "## " gets
+/// a backslash in front, which Markdown does not show.
+std::string paragraph(std::string_view text);
 
 /// What a user wrote above the region: `before` without its frontmatter, or all of it when it has
 /// none or one that is not closed. LF line ends.

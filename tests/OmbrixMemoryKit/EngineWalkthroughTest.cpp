@@ -1,9 +1,17 @@
-// The whole engine, as whoever drives it does: three meetings are landed, their follow-ups merged,
-// a memory file and a card written; then the user edits, and everything is rendered again.
+// The whole engine goes the way of docs/engine-walkthrough.md. What models answer and the user
+// types is read from the page, and whatever the engine makes of it has to be what the page shows.
 #include <gtest/gtest.h>
 
+#include <map>
+#include <set>
+
+#include "OmbrixMarkdownKit/Transcript/MarkdownTranscript.h"
 #include "OmbrixMarkdownKit/Transcript/TranscriptEditor.h"
 #include "OmbrixMemoryKit/EngineRecipes.h"
+#include "OmbrixMemoryKit/Identity/ContentFingerprint.h"
+#include "OmbrixMemoryKit/Identity/ISODate.h"
+#include "OmbrixMemoryKit/Identity/MeetingKey.h"
+#include "OmbrixMemoryKit/Land/LandInputBuilder.h"
 #include "OmbrixMemoryKit/Ledger/FollowUpsFile.h"
 #include "OmbrixMemoryKit/Ledger/FollowUpsMerger.h"
 #include "OmbrixMemoryKit/Memory/BeforeFile.h"
@@ -11,124 +19,229 @@
 #include "OmbrixMemoryKit/Memory/MemoryFiles.h"
 #include "OmbrixMemoryKit/Memory/MemoryNotes.h"
 #include "OmbrixMemoryKit/Notes/NotesBlockEdit.h"
+#include "OmbrixMemoryKit/Notes/NotesOwnership.h"
 #include "OmbrixMemoryKit/Region/EngineRegion.h"
+#include "OmbrixPlatform/Files.h"
+#include "OmbrixPlatform/LineCursor.h"
 #include "OmbrixPlatform/Text.h"
 
 namespace ombrix {
 namespace {
 
-const Instant now = *parseIsoInstant("2026-09-02T08:00:00Z");
-const std::string list = "c-9805c279", invitation = "c-29a4591b";  // see CommitmentID.h
+using Strings = std::vector<std::string>;
 
-std::string landAnswer(const std::string& facts) {
-    return R"({"version": 1, "summary": "The launch moved on.", "notes": [{"topic": "Launch",
-        "bullets": ["It moves to October."]}], "unresolved_speakers": [], "not_sure": [], )" +
-           facts + "}";
-}
+const std::string ana = "name:ana ruiz", launch = "thread:autumn launch", user = "Dana Reyes";
+const std::string model = "claude-sonnet-4-5", writer = EngineProvenance::writerName(model);
+const Instant now = *parseIsoInstant("2026-09-01T10:00:00Z");
+const Instant later = *parseIsoInstant("2026-09-02T08:00:00Z");
+const Instant eve = *parseIsoInstant("2026-09-08T08:50:00Z"), call = eve + std::chrono::minutes(10);
+const Calendar utc = Calendar::gregorianUtc();
 
-const std::string kickoff = landAnswer(R"("decisions": [], "open_questions": [], "resolutions": [],
-    "commitments": [{"direction": "user_owes", "who": "Ana Ruiz", "who_key": "name:ana ruiz",
-      "what": "Send the price list", "quote": "I'll send you the price list", "speaker": "Me",
-      "due_raw": "next Friday", "due": "2026-08-28", "certainty": "recorded"}],
-    "memory": [{"entity_key": "name:ana ruiz", "kind": "person", "fact": "Ana runs the launch.",
-      "quote": "I run the launch", "certainty": "recorded"}])");
-const std::string second = landAnswer(R"("commitments": [], "resolutions": [], "memory": [],
-    "decisions": [{"text": "The launch moves to October", "quote": "October it is", "speaker": "Me"}],
-    "open_questions": [{"text": "Who pays for the fair?", "quote": "And who pays?"}])");
-const std::string third = landAnswer(R"("decisions": [], "open_questions": [], "memory": [],
-    "commitments": [{"direction": "user_owes", "who": "Ana Ruiz", "who_key": "name:ana ruiz",
-      "what": "Draft the invitation!", "quote": "I will draft it", "speaker": "Me",
-      "due_raw": "Saturday", "due": "2026-09-05", "certainty": "recorded"}],
-    "resolutions": [{"id": "c-9805c279", "status": "done", "quote": "Got the list, thanks",
-      "new_due": null}])");
+/// The code blocks of the page by the name that follows their language.
+class Page {
+  public:
+    Page() {
+        const auto text = Files::text(OMBRIX_DOCS "/engine-walkthrough.md");
+        EXPECT_TRUE(text);
+        LineCursor lines(*text);
+        while (const auto line = lines.next()) {
+            if (!line->starts_with("```")) continue;
+            std::string& block = blocks_[std::string(line->substr(line->find(' ') + 1))];
+            for (auto inner = lines.next(); inner && *inner != "```"; inner = lines.next())
+                block.append(*inner) += '\n';
+        }
+    }
+    ~Page() {
+        for (const auto& [name, block] : blocks_) EXPECT_TRUE(used_.contains(name)) << name;
+    }
 
-LandSidecar landed(const char* key, const char* date, const std::string& answer) {
-    const LandSidecar sidecar{.meetingKey = key,
-                              .title = std::string("Launch ") + date,
-                              .date = date,
-                              .participants = {"Ana Ruiz", "Dana Reyes"},
-                              .landedAt = now,
-                              .route = "claudeCode",
-                              .recipeVersion = std::string(EngineRecipes::landVersion),
-                              .output = LandOutput::decode(answer)};
+    std::string block(const std::string& name) {
+        used_.insert(name);
+        return blocks_.contains(name) ? blocks_[name] : "no block " + name;
+    }
+    void shows(const std::string& name, std::string_view text) { EXPECT_EQ(block(name), text); }
+    /// Line breaks and the order of keys do not count.
+    void showsJson(const std::string& name, std::string_view json) {
+        const auto form = [](std::string_view text) {
+            return Json::write(Json::parse(text), Json::Style::file);
+        };
+        EXPECT_EQ(form(block(name)), form(json)) << name;
+    }
+
+  private:
+    std::map<std::string, std::string> blocks_;
+    std::set<std::string> used_;
+};
+
+LandSidecar landed(const TranscriptDocument& meeting, std::string inputHash, LandOutput output) {
+    const LandSidecar sidecar{
+        .meetingKey = MeetingKey::make({}, meeting.startedAt, meeting.date, meeting.title),
+        .contentFingerprint = ContentFingerprint::make(meeting.title, meeting.date,
+                                                       meeting.participants, meeting.turns),
+        .relativePath = "Launch/" + meeting.date + " " + meeting.title + ".md",
+        .title = meeting.title,
+        .date = meeting.date,
+        .participants = meeting.participants,
+        .landedAt = now,
+        .route = "claudeCode",
+        .model = model,
+        .recipeVersion = std::string(EngineRecipes::landVersion),
+        .inputHash = std::move(inputHash),
+        .output = std::move(output)};
     return LandSidecar::decode(sidecar.encode());  // as the file has it
 }
 
-TEST(Engine, ThreeMeetingsBecomeFilesThatKeepWhatTheUserWrites) {
-    const std::vector<LandSidecar> sidecars = {landed("m-50fe30b6f9c761d2", "2026-08-18", kickoff),
-                                               landed("m-1f51b1cc0111d5ec", "2026-08-25", second),
-                                               landed("m-5192ea0f691cd52b", "2026-09-01", third)};
-    const std::string today = "2026-09-02";
+std::vector<ConsolidateOpenFollowUp> openWith(const FollowUpsLedger& ledger) {
+    std::vector<ConsolidateOpenFollowUp> open;
+    for (const auto& row : ledger.openRows({ana}))
+        open.push_back({.id = row.id,
+                        .direction = std::string(rawValue(row.direction)),
+                        .who = row.who,
+                        .what = row.what,
+                        .due = row.due,
+                        .said = row.said,
+                        .source = "[" + row.sourceTitle + ", " + row.sourceDate + "]"});
+    return open;
+}
 
-    // The ledger: the list is sent, the invitation is open.
-    const auto ledger = FollowUpsMerger::merge(sidecars, {}, today, {});
-    ASSERT_EQ(ledger.closed.size(), 1U);
-    EXPECT_EQ(ledger.closed[0].id, list);
-    ASSERT_EQ(ledger.youOweLive.size(), 1U);
-    EXPECT_EQ(ledger.youOweLive[0].id, invitation);
-    std::string followUps = *FollowUpsFile::render(ledger, "Claude", now, std::nullopt);
-
-    // A memory file, of what the meetings say about the person.
-    const auto candidates = MemoryCandidates::collect("name:ana ruiz", {}, sidecars);
-    ASSERT_EQ(candidates.size(), 1U);
-    const std::vector<std::string> all = {"m-50fe30b6f9c761d2", "m-1f51b1cc0111d5ec"};
-    EXPECT_EQ(MemoryCandidates::thread("thread:launch", all, sidecars, "Dana Reyes")[0].who,
-              "Dana Reyes");
-    const auto output = ConsolidateOutput::decode(R"({"version": 1, "kind": "person",
-        "who": [{"text": "Runs the launch.", "sources": ["[Launch 2026-08-18, 2026-08-18]"]}],
-        "what_this_is": [], "through_line": "One launch.", "decisions": [], "open": [{"text":
-        "Draft the invitation", "direction": "user_owes", "due": "2026-09-05", "follow_up_id":
-        "c-29a4591b", "sources": ["[Launch 2026-09-01, 2026-09-01]"]}], "not_sure": []})");
-    const auto meetings = MemoryCandidates::meetings("name:ana ruiz", {}, sidecars);
-    const MemoryFileMeta meta{.title = *MemoryCandidates::display("name:ana ruiz", sidecars),
-                              .key = "name:ana ruiz",
-                              .firstSeen = meetings.front().date,
-                              .lastSeen = meetings.back().date,
-                              .meetings = 3};
-    std::string memory = *MemoryFile::render(meta, output, "Claude", now, 3);
-    const auto parsed = MemoryFile::parse(memory);
-    ASSERT_TRUE(parsed);
-    EXPECT_EQ(parsed->meta, meta);
-
-    // A card, of the memory file's region.
-    EXPECT_TRUE(Text::contains(
-        BeforeInput{.people = {{.engineRegionText = parsed->engineText}}}.canonical().json,
-        "You owe: Draft the invitation, due Sep 5 · id c-29a4591b"));
-    const auto card = BeforeOutput::decode(R"({"version": 1, "who_and_when": "Ana Ruiz · third",
-        "not_sure": [], "you_owe": [{"text": "The invitation", "sources":
-        ["[Launch 2026-09-01, 2026-09-01]"]}], "they_owe": [], "unanswered": [], "changed_since":
-        [], "openers": [{"text": "a", "sources": []}, {"text": "b", "sources": []}, {"text": "c",
-        "sources": []}]})")
-                          .card("Launch", now, {meta.title}, {}, "Claude", now);
-    const auto utc = Calendar::gregorianUtc();
-    EXPECT_EQ(BeforeFile::parse(BeforeFile::render(card, "Claude", now, 1, utc), utc), card);
-
-    // The user edits the follow-ups, the memory file's notes and the notes of a transcript.
-    followUps += "- reword: " + invitation + ": Draft the letter\n";
-    memory = MemoryNotes::replacing("Prefers mornings.", memory);
-    const std::string transcript = "---\ntitle: Launch\n---\n\n## Transcript\n\n**Me:** Hi.\n";
-    const EngineProvenance writer{
-        .route = EngineProvenance::Route::claudeCode, .model = "claude-sonnet-4-5", .at = now};
-    const std::string noted = TranscriptEditor::setEnhancedSections(
-        transcript, NotesBlockRenderer::payload(sidecars[2].output, writer, utc));
-    const auto edited =
-        NotesBlockEdit::replace(NotesBlockEdit::Section::summary, "Mine.", noted, now);
-    ASSERT_TRUE(edited);
-    EXPECT_TRUE(edited->starts_with(transcript) && Text::contains(*edited, "Mine."));
-    EXPECT_EQ(EngineProvenance::parse(*TranscriptEditor::machineProvenance(*edited))->edited, now);
-
-    // All is rendered again, and what the user wrote holds.
-    for (int again = 0; again < 3; ++again) {
-        const auto wishes = Corrections::parse(*Corrections::section(followUps));
-        const auto next = FollowUpsMerger::merge(sidecars, wishes, today, {});
-        ASSERT_EQ(next.youOweLive.size(), 1U);
-        EXPECT_EQ(next.youOweLive[0].what, "Draft the letter");
-        followUps = *FollowUpsFile::render(next, "Claude", now, followUps);
-        memory = *MemoryFile::render(meta, output, "Claude", now, 3, memory);
-        EXPECT_TRUE(Text::contains(followUps, "**Draft the letter**"));
-        EXPECT_EQ(MemoryNotes::body(memory), "Prefers mornings.");
-        EXPECT_EQ(MemoryFile::parse(memory)->engineText, parsed->engineText);
+/// What a model is given about a person or a thread whose memory file is `existing`.
+ConsolidateInput inputOf(ConsolidateEntity entity, std::vector<ConsolidateCandidate> candidates,
+                         const FollowUpsLedger& ledger, std::string_view existing) {
+    ConsolidateInput input{.entity = std::move(entity),
+                           .userName = user,
+                           .candidates = std::move(candidates),
+                           .openFollowUps = openWith(ledger),
+                           .today = ledger.today};
+    if (const auto file = MemoryFile::parse(existing)) {
+        input.corrections = Corrections::lines(Corrections::forRecipe(file->corrections));
+        for (const auto& section : MemoryRegionParser::sections(file->engineText))
+            if (section.title == "Not sure")
+                for (const auto& line : section.lines) input.priorNotSure.push_back(line.text);
     }
+    return input;
+}
+
+TEST(Engine, GoesTheWayOfThePage) {
+    Page page;
+    const std::string transcript = page.block("transcript");
+    const auto meeting = MarkdownTranscriptParser::parse(transcript);
+    ASSERT_TRUE(meeting);
+    std::vector<LandSidecar> sidecars;
+    for (const auto& [title, date, answer] :
+         {std::tuple("Launch kickoff", "2026-08-18", "kickoff-answer"),
+          std::tuple("Launch weekly", "2026-08-25", "second-answer")})
+        sidecars.push_back(
+            landed({.title = title, .date = date, .participants = meeting->participants}, {},
+                   LandOutput::decode(page.block(answer))));
+    const auto merged = [&](Instant at, std::string_view file = {}) {
+        const auto wishes = Corrections::parse(Corrections::section(file).value_or(""));
+        return FollowUpsMerger::merge(sidecars, wishes, ISODate::string(at, utc), {});
+    };
+
+    // The third meeting is landed, and its transcript gets notes.
+    const auto landInput = LandInputBuilder::build(*meeting, user, merged(now).open({ana}, 10),
+                                                   {{ana, "Runs the launch."}}, {})
+                               .canonical();
+    page.showsJson("land-input", landInput.json);
+    sidecars.push_back(
+        landed(*meeting, landInput.hash, LandOutput::decode(page.block("land-answer"))));
+    page.showsJson("sidecar", sidecars[2].encode());
+    ASSERT_TRUE(NotesOwnership::classify(transcript).engineMayWrite());
+    const EngineProvenance provenance{
+        .route = EngineProvenance::Route::claudeCode, .model = model, .at = now};
+    const std::string noted = TranscriptEditor::setEnhancedSections(
+        transcript, NotesBlockRenderer::payload(sidecars[2].output, provenance, utc));
+    ASSERT_TRUE(noted.starts_with(transcript));
+    page.shows("notes-block", noted.substr(transcript.size()));
+
+    // The follow-ups of all three.
+    auto ledger = merged(now);
+    std::string followUps = *FollowUpsFile::render(ledger, writer, now, std::nullopt);
+    page.shows("follow-ups", followUps);
+
+    // A person, then a thread.
+    const auto input = [&](std::string_view existing) {
+        return inputOf({.key = ana, .display = *MemoryCandidates::display(ana, sidecars)},
+                       MemoryCandidates::collect(ana, {}, sidecars), ledger, existing);
+    };
+    page.showsJson("person-input", input("").canonical().json);
+    const auto personOutput = ConsolidateOutput::decode(page.block("person-answer"));
+    const auto calls = MemoryCandidates::meetings(ana, {}, sidecars);
+    const MemoryFileMeta person{.title = "Ana Ruiz",
+                                .key = ana,
+                                .firstSeen = calls.front().date,
+                                .lastSeen = calls.back().date,
+                                .meetings = std::ssize(calls)};
+    std::string file = *MemoryFile::render(person, personOutput, writer, now, 2);
+    page.shows("person-file", file);
+    EXPECT_EQ(MemoryFile::parse(file)->meta, person);
+
+    const Strings weekly = {sidecars[1].meetingKey, sidecars[2].meetingKey};
+    ConsolidateEntity entity{.key = launch,
+                             .kind = LandMemoryFact::Kind::thread,
+                             .display = *MemoryCandidates::display(launch, sidecars)};
+    const auto facts = MemoryCandidates::thread(launch, weekly, sidecars, user);
+    page.showsJson("thread-input", inputOf(entity, facts, ledger, "").canonical().json);
+    const auto threadOutput = ConsolidateOutput::decode(page.block("thread-answer"));
+    const auto meetings = MemoryCandidates::meetings(weekly, sidecars);
+    const MemoryFileMeta thread{.title = entity.display,
+                                .kind = entity.kind,
+                                .key = launch,
+                                .firstSeen = meetings.front().date,
+                                .lastSeen = meetings.back().date,
+                                .meetings = std::ssize(meetings),
+                                .series = "weekly",
+                                .members = meeting->participants};
+    const std::string threadFile = *MemoryFile::render(thread, threadOutput, writer, now, 4);
+    page.shows("thread-file", threadFile);
+    EXPECT_EQ(MemoryFile::parse(threadFile)->meta, thread);
+
+    // A card for the next call.
+    const auto known = [](const std::string& text) {
+        const auto parsed = *MemoryFile::parse(text);
+        return BeforeEntityText{parsed.meta.key, parsed.meta.title, parsed.engineText};
+    };
+    const BeforeInput before{
+        .people = {known(file)},
+        .thread = known(threadFile),
+        .openFollowUps = openWith(ledger),
+        .lastSummary = BeforeLastSummary{meeting->title, meeting->date, sidecars[2].output.summary},
+        .userName = user,
+        .today = ISODate::string(eve, utc)};
+    page.showsJson("before-input", before.canonical().json);
+    const auto card = BeforeOutput::decode(page.block("before-answer"))
+                          .card("Launch weekly", call, {person.title}, thread.title, writer, eve);
+    const std::string cardFile = BeforeFile::render(card, writer, eve, 3, utc);
+    page.shows("card", cardFile);
+    EXPECT_EQ(BeforeFile::parse(cardFile, utc), card);
+
+    // The user edits all of it, and it is rendered again and again.
+    const std::string wishes = page.block("typed-follow-ups");
+    followUps += wishes;
+    file = MemoryNotes::replacing(page.block("typed-notes"), file) + page.block("typed-person");
+    const auto edited = NotesBlockEdit::replace(NotesBlockEdit::Section::summary,
+                                                page.block("typed-summary"), noted, later);
+    ASSERT_TRUE(edited && edited->starts_with(transcript));
+    page.shows("notes-block-again", edited->substr(transcript.size()));
+    EXPECT_FALSE(NotesOwnership::classify(*edited).engineMayWrite());
+    for (int again = 0; again < 3; ++again) {
+        ledger = merged(later, followUps);
+        followUps = *FollowUpsFile::render(ledger, writer, later, followUps);
+        file = *MemoryFile::render(person, personOutput, writer, later, 2, file);
+        std::string rows;
+        for (const auto* row : {&ledger.owedLive.at(0), &ledger.closed.at(0)})
+            rows += FollowUpsFile::rowLine(*row, ledger.today) + "\n";
+        page.shows("rows-again", rows);
+        EXPECT_TRUE(followUps.ends_with(std::string(FollowUpsFile::humanTail) + wishes));
+        page.shows("person-file-below", EngineRegion::parse(file)->after.substr(2));
+        const auto next = input(file);
+        page.showsJson("person-input-again",
+                       Json::write(Json::object({{"corrections", next.corrections},
+                                                 {"prior_not_sure", next.priorNotSure}}),
+                                   Json::Style::canonical));
+    }
+    const std::string damaged = Text::replacingAll(file, EngineRegion::closeMarker, "");
+    EXPECT_FALSE(MemoryFile::render(person, personOutput, writer, later, 2, damaged));
 }
 }  // namespace
 }  // namespace ombrix

@@ -106,6 +106,20 @@ TEST(Calendar, DaysKeepTheWallClockOverAChange) {
     EXPECT_EQ(berlin.day(at("2026-12-31T23:30:00Z")), (Calendar::Day{2027, 1, 1}));
 }
 
+TEST(Calendar, AWallClockIsReadInItsZone) {
+    const Calendar berlin("Europe/Berlin", Weekday::monday, 4);
+    const std::pair<const char*, const char*> cases[] = {
+        {"2026-03-29T01:59:59", "2026-03-29T00:59:59Z"},
+        {"2026-03-29T02:30:00", "2026-03-29T01:30:00Z"},  // no clock shows it
+        {"2026-10-25T02:30:00", "2026-10-25T00:30:00Z"},  // clocks show it twice
+    };
+    for (const auto& [wall, instant] : cases)
+        EXPECT_EQ(berlin.parseWallClock(wall), parseIsoInstant(instant)) << wall;
+    for (const char* other : {"2026-09-08T10:00", "2026-09-08T10:00:00Z", "2026-09-08T24:00:00",
+                              "2026-02-31T10:00:00", "2026-09-08 10:00:00", ""})
+        EXPECT_FALSE(berlin.parseWallClock(other)) << other;
+}
+
 TEST(Calendar, ADayBeginsWithItsFirstInstantEvenWithoutAMidnight) {
     // In Beirut clocks go from 00:00 to 01:00 on Sunday 29 March 2026.
     const Calendar beirut("Asia/Beirut", Weekday::monday);

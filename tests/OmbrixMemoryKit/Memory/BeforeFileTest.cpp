@@ -61,49 +61,10 @@ TEST(BeforeOutput, SourcesAreTitlesAndDays) {
                                    {"a, bcdefghij", ""}}));
 }
 
-TEST(BeforeFile, ACardIsWrittenWhole) {
+TEST(BeforeFile, OnlyAWholeCardIsRead) {
     const std::string file = BeforeFile::render(card(), "Claude", at, 2, berlin);
-    EXPECT_EQ(file, R"(---
-title: "Before: Q3: sync"
-source: Ombrix Before
-for: 2026-09-08T10:00:00
-people:
-  - Ana Ruiz
-  - Ben
-thread: Launch
----
-<!-- ombrix:engine v1 by="Claude" at="2026-09-08T07:50:00Z" sources="2" -->
-## What to remember
-- Reads as: Budget? [Weekly, 2026-09-01]
-- Back from leave [Kickoff]
-
-## Who and when
-Ana Ruiz and Ben · third conversation
-
-## What you owe them
-- (none)
-
-## What they owe you
-- The list [Q3, plan, 2026-09-01]
-
-## Still unanswered
-- (none)
-
-## What changed since
-- (nothing from other meetings)
-
-## Three things to open with
-1. One
-2. Two [W]
-3. Three
-
-Ask your Claude to go further.
-<!-- /ombrix:engine -->
-)");
     EXPECT_EQ(BeforeFile::parse(Text::replacingAll(file, "\n", "\r\n"), berlin), card());
     EXPECT_EQ(card().names(), (std::vector<std::string>{"Ana Ruiz", "Ben"}));
-    EXPECT_EQ(BeforeFile::parse(Text::replacingAll(file, "Still unanswered", "Not sure"), berlin),
-              card());
     const std::pair<const char*, const char*> damages[] = {{"\nfor:", "\nat:"},
                                                            {"\ntitle:", "\nx:"},
                                                            {"T10:", " 10:"},
@@ -144,7 +105,7 @@ TEST(BeforeFile, ACardThatIsRenderedReadsBack) {
     for (int round = 0; round < 500; ++round) {
         BeforeCard card{.title = words(),
                         .forDate = call + std::chrono::seconds(random() % 99999999),
-                        .whoAndWhen = words(),
+                        .whoAndWhen = (random() % 9 == 0 ? "## " : "") + words(),
                         .writer = Text::replacingAll(words(), "\"", "'"),
                         .writtenAt = at};
         if (random() % 2 == 0) card.thread = words();
@@ -183,19 +144,6 @@ TEST(BeforeFile, ASlugHasNoTwoDashesInARow) {
     };
     for (const auto& [text, slug] : cases) EXPECT_EQ(BeforeFile::slug(text), slug);
     EXPECT_EQ(BeforeFile::fileName("2026-09-08", "q3"), "2026-09-08-q3.md");
-}
-
-TEST(Calendar, AWallClockIsReadInItsZone) {
-    const std::pair<const char*, const char*> cases[] = {
-        {"2026-03-29T01:59:59", "2026-03-29T00:59:59Z"},
-        {"2026-03-29T02:30:00", "2026-03-29T01:30:00Z"},  // no clock shows it
-        {"2026-10-25T02:30:00", "2026-10-25T00:30:00Z"},  // clocks show it twice
-    };
-    for (const auto& [wall, instant] : cases)
-        EXPECT_EQ(berlin.parseWallClock(wall), parseIsoInstant(instant)) << wall;
-    for (const char* other : {"2026-09-08T10:00", "2026-09-08T10:00:00Z", "2026-09-08T24:00:00",
-                              "2026-02-31T10:00:00", "2026-09-08 10:00:00", ""})
-        EXPECT_FALSE(berlin.parseWallClock(other)) << other;
 }
 }  // namespace
 }  // namespace ombrix

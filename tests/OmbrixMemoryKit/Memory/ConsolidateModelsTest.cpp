@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-
 #include "OmbrixMemoryKit/Memory/MemoryCandidates.h"
 #include "OmbrixPlatform/Text.h"
 
@@ -11,7 +9,6 @@ namespace ombrix {
 namespace {
 
 using Error = LandOutput::DecodeError;
-using Candidate = ConsolidateCandidate;
 using Strings = std::vector<std::string>;
 
 const std::string answer = R"({"version": 1, "kind": "thread", "who": [], "ignored": 7,
@@ -23,11 +20,7 @@ const std::string answer = R"({"version": 1, "kind": "thread", "who": [], "ignor
 
 TEST(ConsolidateOutput, AnAnswerIsTakenWholeOrRefused) {
     const auto output = ConsolidateOutput::decode(answer);
-    EXPECT_EQ(output.open,
-              (std::vector<ConsolidateOpen>{
-                  {.text = "The deck", .direction = ConsolidateOpen::Direction::owedToUser}}));
     EXPECT_EQ(ConsolidateOutput::decode(Json::write(encode(output), Json::Style::file)), output);
-
     const struct {
         const char *from, *to;
         Error error;
@@ -51,7 +44,7 @@ TEST(ConsolidateOutput, AnAnswerIsTakenWholeOrRefused) {
 
 LandSidecar meeting(const char* key, const char* date, LandOutput output) {
     return {.meetingKey = key,
-            .title = std::string("Title ") + key,
+            .title = key,
             .date = date,
             .participants = {"Ben", "ANA  Ruiz"},
             .output = std::move(output)};
@@ -61,78 +54,65 @@ LandMemoryFact fact(const char* key, const char* words, Certainty certainty) {
     return {.entityKey = key, .fact = words, .quote = "q", .certainty = certainty};
 }
 
-Candidate candidate(const char* words, const char* title, const char* date, Certainty certainty) {
-    return {
-        .fact = words, .quote = "q", .meetingTitle = title, .date = date, .certainty = certainty};
-}
-
 const std::vector<LandSidecar> sidecars = {
     meeting("m1", "2026-06-02",
-            {.decisions = {{.text = "October", .quote = "q", .speaker = "ME"}},
+            {.decisions = {{.text = "October", .quote = "o", .speaker = "ME"}},
              .memory = {fact("Name:Ana Ruiz", "old", Certainty::calendarInferred),
                         fact("thread:Q3-launch", "slow", Certainty::read)}}),
     meeting("m2", "2026-09-01",
-            {.decisions = {{.text = "No fair", .quote = "q", .speaker = "Ben"}},
-             .openQuestions = {{.text = "Who pays?", .quote = "q"}},
+            {.decisions = {{.text = "No fair", .quote = "n", .speaker = "Ben"}},
+             .openQuestions = {{.text = "Who pays?", .quote = "w"}},
              .commitments = {{.whoKey = "name:CARL"}},
              .memory = {fact("email:a@b", "new", Certainty::recorded),
                         fact("name:ana", "other", Certainty::read)}}),
 };
 
-TEST(MemoryCandidates, FactsComeNewestFirstUnderAllKeys) {
-    const Strings aliases = {"EMAIL:a@b"};
+Strings shown(const std::vector<ConsolidateCandidate>& candidates) {
+    Strings all;
+    for (const auto& [fact, quote, title, date, certainty, kind, who] : candidates) {
+        const Strings fields = {fact, quote, title, date, std::string(rawValue(certainty))};
+        all.push_back(Text::joined(fields, "|"));
+        if (kind) all.back().append("|").append(rawValue(*kind));
+        if (who) all.back().append("|").append(*who);
+    }
+    return all;
+}
+
+TEST(MemoryCandidates, FactsComeNewestFirstAndFoldAtTheirEnd) {
+    const auto facts = MemoryCandidates::collect("name:ANA ruiz", Strings{"Email:A@B"}, sidecars);
+    EXPECT_EQ(shown(facts),
+              (Strings{"new|q|m2|2026-09-01|recorded", "old|q|m1|2026-06-02|recorded"}));
+    EXPECT_EQ(MemoryCandidates::fold(facts, 2), facts);
     EXPECT_EQ(
-        MemoryCandidates::collect("name:ana ruiz", aliases, sidecars),
-        (std::vector<Candidate>{candidate("new", "Title m2", "2026-09-01", Certainty::recorded),
-                                candidate("old", "Title m1", "2026-06-02", Certainty::recorded)}));
-    EXPECT_TRUE(MemoryCandidates::collect("name:nobody", {}, sidecars).empty());
-}
+        shown(MemoryCandidates::fold(facts, 1)),
+        (Strings{shown(facts)[0],
+                 "earlier: 1 facts from meetings back to 2026-06-02||(folded)|2026-06-02|read"}));
 
-TEST(MemoryCandidates, AThreadGoesMeetingByMeeting) {
-    auto fair = candidate("No fair", "Title m2", "2026-09-01", Certainty::recorded),
-         pays = candidate("Who pays?", "Title m2", "2026-09-01", Certainty::recorded),
-         october = candidate("October", "Title m1", "2026-06-02", Certainty::recorded);
-    fair.kind = october.kind = Candidate::Kind::decision;
-    fair.who = "Ben";
-    october.who = "Dana";
-    pays.kind = Candidate::Kind::openQuestion;
-    const auto slow = candidate("slow", "Title m1", "2026-06-02", Certainty::read);
     const auto thread = [&](const Strings& keys) {
-        return MemoryCandidates::thread("thread:q3-LAUNCH", keys, sidecars, "Dana");
+        return shown(MemoryCandidates::thread("thread:q3-LAUNCH", keys, sidecars, "Dana"));
     };
-    EXPECT_EQ(thread({"m1", "m2"}), (std::vector<Candidate>{fair, pays, slow, october}));
-    EXPECT_EQ(thread({"m1", "M2"}), (std::vector<Candidate>{slow, october}));
+    const Strings old = {"slow|q|m1|2026-06-02|read",
+                         "October|o|m1|2026-06-02|recorded|decision|Dana"};
+    Strings both = {"No fair|n|m2|2026-09-01|recorded|decision|Ben",
+                    "Who pays?|w|m2|2026-09-01|recorded|open_question"};
+    both.insert(both.end(), old.begin(), old.end());
+    EXPECT_EQ(thread({"m1", "m2"}), both);
+    EXPECT_EQ(thread({"m1", "M2"}), old);
 }
 
-TEST(MemoryCandidates, OldFactsFoldIntoOneThatCountsThem) {
-    std::vector<Candidate> eleven(10, candidate("x", "t", "2026-09-01", Certainty::recorded));
-    eleven.push_back(candidate("y", "t", "2026-01-02", Certainty::recorded));
-    EXPECT_EQ(MemoryCandidates::fold(eleven, 11), eleven);
-    auto folded = MemoryCandidates::fold(eleven, 9);
-    EXPECT_EQ(folded.back(), (Candidate{.fact = "earlier: 2 facts from meetings back to 2026-01-02",
-                                        .meetingTitle = "(folded)",
-                                        .date = "2026-01-02",
-                                        .certainty = Certainty::read}));
-    folded.pop_back();
-    EXPECT_EQ(folded, std::vector<Candidate>(eleven.begin(), eleven.begin() + 9));
-    EXPECT_EQ(MemoryCandidates::fold(eleven, 0).size(), 1U);
-}
-
-TEST(MemoryCandidates, MeetingsOfAPersonAndOfAThreadComeOldestFirst) {
-    const auto keys = [](const std::vector<LandSidecar>& meetings) {
-        Strings found;
-        for (const auto& each : meetings) found.push_back(each.meetingKey);
+TEST(MemoryCandidates, MeetingsComeOldestFirst) {
+    const std::vector<LandSidecar> turned(sidecars.rbegin(), sidecars.rend());
+    const auto keys = [&](std::string_view key, const Strings& aliases) {
+        std::string found;
+        for (const auto& each : key.empty() ? MemoryCandidates::meetings(aliases, turned)
+                                            : MemoryCandidates::meetings(key, aliases, turned))
+            found += each.meetingKey;
         return found;
     };
-    auto shuffled = sidecars;
-    std::ranges::reverse(shuffled);
-    EXPECT_EQ(keys(MemoryCandidates::meetings("name:ana ruiz", {}, shuffled)),
-              (Strings{"m1", "m2"}));
-    EXPECT_EQ(keys(MemoryCandidates::meetings("name:carl", {}, shuffled)), (Strings{"m2"}));
-    EXPECT_EQ(keys(MemoryCandidates::meetings("x", Strings{"Email:A@B"}, shuffled)),
-              (Strings{"m2"}));
-    EXPECT_EQ(keys(MemoryCandidates::meetings(Strings{"m2", "m1"}, shuffled)),
-              (Strings{"m1", "m2"}));
+    EXPECT_EQ(keys("name:ana ruiz", {}), "m1m2") << "took part";
+    EXPECT_EQ(keys("name:carl", {}), "m2") << "is owed something";
+    EXPECT_EQ(keys("x", {"Email:A@B"}), "m2") << "is the subject of a fact";
+    EXPECT_EQ(keys("", {"m2", "m1"}), "m1m2") << "of a thread";
 }
 
 TEST(MemoryCandidates, AnEntityIsShownAsTheNewestMeetingSpellsIt) {
@@ -145,23 +125,6 @@ TEST(MemoryCandidates, AnEntityIsShownAsTheNewestMeetingSpellsIt) {
         {"email:a@b", std::nullopt},
     };
     for (const auto& [key, shown] : cases) EXPECT_EQ(MemoryCandidates::display(key, named), shown);
-}
-
-TEST(ConsolidateInput, TheHashIsOfWhatTheModelSees) {
-    ConsolidateInput input{.entity = {.key = "name:ana"},
-                           .candidates = {{.kind = Candidate::Kind::openQuestion}},
-                           .openFollowUps = {{.id = "c-0a1b2c3d"}}};
-    const auto first = input.canonical();
-    EXPECT_EQ(
-        first.json,
-        R"({"candidates":[{"certainty":"recorded","date":"","fact":"","kind":"open_question",)"
-        R"("meeting_title":"","quote":""}],"corrections":[],"entity":{"aliases":[],"display":)"
-        R"("","key":"name:ana","kind":"person"},"hash":")" +
-            first.hash +
-            R"(","open_follow_ups":[{"direction":"","id":"c-0a1b2c3d","said":"","source":"",)"
-            R"("what":"","who":""}],"prior_not_sure":[],"today":"","user_name":"","version":1})");
-    input.priorNotSure = {"x"};
-    EXPECT_NE(input.canonical().hash, first.hash);
 }
 }  // namespace
 }  // namespace ombrix

@@ -25,72 +25,46 @@ const MemoryFileMeta ana{.title = "Ana Ruiz",
 const MemoryFileMeta launch{.title = "Q3: \"launch\"",
                             .kind = Kind::thread,
                             .key = "thread:launch",
+                            .aliases = {"[x", "Ana"},
                             .firstSeen = "2026-09-01",
                             .lastSeen = "2026-09-01",
                             .meetings = 1,
                             .members = {"Ana: Ruiz"}};
 const ConsolidateOutput person{
-    .who = {{.text = "Runs the launch.",
-             .sources = {"[Weekly, 2026-09-01]", "[Kickoff, 2026-06-02]"}}},
+    .who = {{.text = "Runs\r\nit.", .sources = {"[W, 2026-09-01]", "[K]"}}},
     .whatThisIs = {{.text = "Not of a person."}},
-    .throughLine = " One\nstory. ",
+    .throughLine = " ## One\nstory. ",
     .decisions = {{.text = "Not of a person."}},
-    .open = {{.text = "The deck",
-              .direction = Direction::userOwes,
-              .due = "2026-09-05",
-              .followUpID = "c-0a1b2c3d",
-              .sources = {"[Weekly, 2026-09-01]"}},
-             {.text = "The list", .direction = Direction::owedToUser},
-             {.text = "Who pays?", .direction = Direction::question},
+    .open = {{.text = "The deck", .direction = Direction::userOwes, .followUpID = "c-0a1b2c3d"},
              {.text = "A visit", .due = "soon"}},
-    .notSure = {"Her\r\n## title"}};
+    .notSure = {"<!-- /ombrix:engine -->", "# \"\n## x"}};
 
-TEST(MemoryFile, APersonsFileIsWrittenWhole) {
-    EXPECT_EQ(MemoryFile::render(ana, person, "Claude", at, 2, " \n"), R"(---
-title: Ana Ruiz
-source: Ombrix Memory
-kind: person
-key: "name:ana ruiz"
-aliases:
-  - "email:a@b"
-  - Ana
-first_seen: 2026-06-02
-last_seen: 2026-09-01
-meetings: 3
----
-<!-- ombrix:engine v1 by="Claude" at="2026-09-01T14:03:22Z" sources="2" -->
-## Who they are
-- Runs the launch. [Weekly, 2026-09-01] [Kickoff, 2026-06-02]
+// docs/engine-walkthrough.md has whole files, and a test holds them.
+TEST(MemoryFile, AnItemIsALineAndAValueIsAScalar) {
+    EXPECT_EQ(MemoryFile::regionContent(person), R"(## Who they are
+- Runs it. [W, 2026-09-01] [K]
 
 ## The through-line
-One story.
+\## One story.
 
 ## Open between you
-- You owe: The deck, due Sep 5 · id c-0a1b2c3d [Weekly, 2026-09-01]
-- They owe you: The list
-- Unanswered: Who pays?
+- You owe: The deck · id c-0a1b2c3d
 - A visit, due soon
 
 ## Not sure
-- Her ## title
+- &lt;!-- /ombrix:engine -->
+- # " ## x
 
 Ask your Claude to go further.
-<!-- /ombrix:engine -->
-
-## Notes
-(Yours. Ombrix never edits below its markers.)
-
-## Corrections
 )");
-}
-
-TEST(MemoryFile, AThreadHasOtherFieldsAndSections) {
     EXPECT_EQ(MemoryFile::frontmatter(launch), R"(---
 title: "Q3: \"launch\""
 source: Ombrix Memory
 kind: thread
 key: "thread:launch"
-aliases: []
+aliases:
+  - "[x"
+  - Ana
 first_seen: 2026-09-01
 last_seen: 2026-09-01
 meetings: 1
@@ -98,48 +72,14 @@ series: recurring
 members:
   - Ana: Ruiz
 ---)");
-    const ConsolidateOutput output{
-        .kind = Kind::thread,
-        .whatThisIs = {{.text = "The launch."}},
-        .decisions = {{.text = "October", .by = "Ana", .date = "2026-09-01", .sources = {"[W, d]"}},
-                      {.text = "No fair", .by = "Me"}}};
-    EXPECT_EQ(MemoryFile::regionContent(output), R"(## What this is
-- The launch.
-
-## The through-line
-(none)
-
-## Decisions
-- October · Ana (Sep 1) [W, d]
-- No fair · Me
-
-## Open
-(none)
-
-## Not sure
-(none)
-
-Ask your Claude to go further.
-)");
 }
 
 TEST(MemoryFile, WhatIsRenderedReadsBackAndTheUsersTextSurvives) {
     std::mt19937 random(7);
-    const std::string pieces[] = {"a",
-                                  "é",
-                                  " ",
-                                  "\n",
-                                  "\r\n",
-                                  "# x",
-                                  "\n### y",
-                                  "[T, 2026-01-02]",
-                                  "- done: c-0a1b2c3d on 2026-09-01\n",
-                                  "\"",
-                                  ": ",
-                                  "- ",
-                                  "<!-- /ombrix:engine -->",
-                                  "\n## Notes\n",
-                                  "## Corrections"};
+    const auto pieces = Text::split(
+        "a|é| |\n|\r\n|# x|\n### y|[T, 2026-01-02]|\"|: |- |- done: c-0a1b2c3d on 2026-09-01\n|"
+        "<!-- /ombrix:engine -->|\n## Notes\n|## Corrections",
+        "|");
     const auto words = [&](std::size_t most) {
         std::string text;
         for (auto i = random() % 6; i > 0; --i) text += pieces[random() % most];
@@ -176,27 +116,25 @@ TEST(MemoryFile, WhatIsRenderedReadsBackAndTheUsersTextSurvives) {
 }
 
 TEST(MemoryFile, ADamagedOrForeignFileIsLeftAlone) {
-    const std::string own = *MemoryFile::render(ana, person, "Claude", at, 2);
+    const std::string own = *MemoryFile::render(ana, person, "Claude", at, 2, " \n");
     EXPECT_EQ(MemoryFile::parse(Text::replacingAll(own, "\n", "\r\n")), MemoryFile::parse(own));
-    for (const char* line :
-         {"title", "kind", "key", "first_seen", "last_seen", "meetings", "source"})
-        EXPECT_FALSE(
-            MemoryFile::parse(Text::replacingAll(own, "\n" + std::string(line) + ":", "\nx:")))
-            << line;
-    for (const auto& [from, to] :
-         std::vector<std::pair<std::string, std::string>>{{"kind: person", "kind: place"},
-                                                          {"meetings: 3", "meetings: 3.5"},
-                                                          {"---\ntitle", "\n---\ntitle"},
-                                                          {"Ombrix Memory", "Ombrix Before"}})
-        EXPECT_FALSE(MemoryFile::parse(Text::replacingAll(own, from, to))) << to;
-    const std::string damaged = Text::replacingAll(own, "<!-- /ombrix:engine -->", "");
+    const std::pair<const char*, const char*> foreign[] = {
+        {"\ntitle:", "\nx:"},        {"\nkind:", "\nx:"},
+        {"\nkey:", "\nx:"},          {"\nfirst_seen:", "\nx:"},
+        {"\nlast_seen:", "\nx:"},    {"\nmeetings:", "\nx:"},
+        {"kind: person", "kind: x"}, {"meetings: 3", "meetings: 3.5"},
+        {"---\ntitle", "\n---\nt"},  {"Ombrix Memory", "Ombrix Before"},
+    };
+    for (const auto& [from, to] : foreign)
+        EXPECT_FALSE(MemoryFile::parse(Text::replacingAll(own, from, to))) << from << to;
+    const std::string damaged = Text::replacingAll(own, EngineRegion::closeMarker, "");
     EXPECT_FALSE(MemoryFile::parse(damaged));
     EXPECT_FALSE(MemoryFile::render(ana, person, "Claude", at, 2, damaged));
-    const auto place = own.find("<!-- ombrix");
-    const auto bare =
-        MemoryFile::render(ana, person, "Claude", at, 2, "Mine\n" + own.substr(place));
-    EXPECT_EQ(bare, own.substr(0, place) + "\nMine\n" + own.substr(place));
-    EXPECT_EQ(MemoryFile::render(ana, person, "Claude", at, 2, bare), bare);
+
+    const auto place = own.find("<!-- ombrix");  // and one without frontmatter gets it
+    const std::string bare = own.substr(0, place) + "\nMine\n" + own.substr(place);
+    for (const std::string& text : {"Mine\n" + own.substr(place), bare})
+        EXPECT_EQ(MemoryFile::render(ana, person, "Claude", at, 2, text), bare);
 }
 
 TEST(MemoryFile, AFileNameHasNoSeparators) {
@@ -209,7 +147,8 @@ TEST(MemoryFile, AFileNameHasNoSeparators) {
 }
 
 TEST(MemoryNotes, ReplacingKeepsAllElse) {
-    const std::string empty = std::string(MemoryNotes::placeholder) + "\n";
+    std::string empty(MemoryNotes::placeholder);
+    empty += '\n';
     const struct {
         std::string text, notes, replaced, body;
     } cases[] = {
@@ -258,16 +197,17 @@ TEST(MemoryRegionParser, ALineIsTakenApart) {
 TEST(MemoryRegionParser, ARegionReadsBackAsItsSections) {
     const auto sections = MemoryRegionParser::sections(
         "skipped\n" + Text::replacingAll(MemoryFile::regionContent(person), "\n", " \r\n") +
-        "own\nwords");
-    ASSERT_EQ(sections.size(), 4U);
-    EXPECT_EQ(sections[1],
-              (MemoryRegionParser::Section{.title = "The through-line", .prose = "One story."}));
-    EXPECT_EQ(sections[3], (MemoryRegionParser::Section{.title = "Not sure",
-                                                        .lines = {{.text = "Her ## title"}},
-                                                        .prose = "own\nwords"}));
+        "own\nwords\n## Empty\n(none)");
+    ASSERT_EQ(sections.size(), 5U);
+    EXPECT_EQ(sections[1], (MemoryRegionParser::Section{.title = "The through-line",
+                                                        .prose = "\\## One story."}));
     EXPECT_EQ(sections[2].lines.size(), person.open.size());
-    EXPECT_EQ(sections[2].lines[0].followUpID, "c-0a1b2c3d");
-    EXPECT_TRUE(MemoryRegionParser::sections(MemoryFile::regionContent({}))[3].lines.empty());
+    EXPECT_EQ(sections[3],
+              (MemoryRegionParser::Section{
+                  .title = "Not sure",
+                  .lines = {{.text = "&lt;!-- /ombrix:engine -->"}, {.text = "# \" ## x"}},
+                  .prose = "own\nwords"}));
+    EXPECT_EQ(sections[4], (MemoryRegionParser::Section{.title = "Empty"}));
 }
 }  // namespace
 }  // namespace ombrix

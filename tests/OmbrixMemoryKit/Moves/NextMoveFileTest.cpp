@@ -112,7 +112,7 @@ state: open
 updated: 2026-07-27T10:04:11Z
 ---
 <!-- ombrix:engine v1 by="A model" at="2026-07-27T10:04:11Z" sources="2" -->
-Say <!--/ombrix:engine --> it.
+Say &lt;!-- /ombrix:engine --> it.
 
 ---
 
