@@ -31,17 +31,22 @@ void ChangeSet::write(std::string path, std::string text) {
 
 void ChangeSet::remove(std::string path) { files_.push_back({std::move(path), nullptr}); }
 
-bool ChangeSet::removeFile(const File& file) const {
-    return Files::remove(folder_.absolute(file.path));
+void ChangeSet::whileUnfinished(std::string path, std::string text) {
+    unfinished_ = File{std::move(path), [text = std::move(text)](const auto&) { return text; }};
 }
 
-bool ChangeSet::apply(const File& file) const {
-    if (!file.make) return folder_.bytes(file.path).has_value() && removeFile(file);
+bool ChangeSet::apply(const File& file, const std::function<void()>& beforeChange) const {
+    if (!file.make) {
+        if (!folder_.bytes(file.path)) return false;
+        beforeChange();
+        return Files::remove(folder_.inside(file.path));
+    }
     for (int attempt = 0; attempt < mostAttempts; ++attempt) {
         const std::string target = folder_.inside(file.path);
         const auto existing = folder_.bytes(file.path);
         const auto text = file.make(existing);
         if (!text || text == existing) return false;
+        beforeChange();
         try {
             if (!existing) Files::createDirectories(std::string(Paths::parent(target)));
             if (Files::writeAtomically(target, *text,
@@ -57,8 +62,13 @@ bool ChangeSet::apply(const File& file) const {
 
 std::vector<std::string> ChangeSet::apply() const {
     std::vector<std::string> changed;
+    bool hasBegun = false;
+    const auto begin = [&] {
+        if (unfinished_ && !std::exchange(hasBegun, true)) apply(*unfinished_, [] {});
+    };
     for (const auto& file : files_)
-        if (apply(file)) changed.push_back(file.path);
+        if (apply(file, begin)) changed.push_back(file.path);
+    if (unfinished_) apply(File{unfinished_->path}, [] {});
     return changed;
 }
 

@@ -28,6 +28,10 @@ class ChangeSet {
     void write(std::string path, std::string text);
     void remove(std::string path);
 
+    /// A file that is there from before the first change until after the last: a process that is
+    /// killed in between leaves it. It counts as no change.
+    void whileUnfinished(std::string path, std::string text);
+
     /// Does it all; the paths whose content changed. A file that has its new content already is not
     /// touched. Throws `CLIError` for a file that cannot be read or written; the files before it
     /// are written then.
@@ -43,12 +47,12 @@ class ChangeSet {
   private:
     struct File {
         std::string path;
-        Make make;  ///< nothing for a file to remove
+        Make make{};  ///< nothing for a file to remove
     };
-    bool apply(const File& file) const;
-    bool removeFile(const File& file) const;
+    bool apply(const File& file, const std::function<void()>& beforeChange) const;
 
     const TranscriptsFolder& folder_;
     std::vector<File> files_;
+    std::optional<File> unfinished_;
 };
 }  // namespace ombrix

@@ -233,11 +233,26 @@ const std::vector<LandSidecar>& EngineWorkspace::landed() {
     if (!landed_) {
         transcripts();
         landed_ = sidecarsIn<LandSidecar>(EnginePaths::landFolder);
-        std::ranges::sort(*landed_, std::less<>(),
-                          [this](const LandSidecar& each) { return chronology(each); });
-        for (const auto& sidecar : *landed_) landedByKey_.emplace(sidecar.meetingKey, &sidecar);
+        sortLanded();
     }
     return *landed_;
+}
+
+void EngineWorkspace::sortLanded() {
+    std::ranges::sort(*landed_, std::less<>(),
+                      [this](const LandSidecar& each) { return chronology(each); });
+    landedByKey_.clear();
+    for (const auto& sidecar : *landed_) landedByKey_.emplace(sidecar.meetingKey, &sidecar);
+}
+
+void EngineWorkspace::land(LandSidecar sidecar) {
+    landed();
+    const auto old = std::ranges::find(*landed_, sidecar.meetingKey, &LandSidecar::meetingKey);
+    if (old == landed_->end())
+        landed_->push_back(std::move(sidecar));
+    else
+        *old = std::move(sidecar);
+    sortLanded();
 }
 
 const LandSidecar* EngineWorkspace::landed(std::string_view key) {

@@ -74,6 +74,9 @@ class EngineWorkspace {
     const std::vector<LandSidecar>& landed();
     /// The record of a meeting; null when it was not landed. Valid as long as the workspace.
     const LandSidecar* landed(std::string_view key);
+    /// Adds a record, or replaces that of its meeting, in this workspace alone. Pointers and spans
+    /// of records are no longer valid then.
+    void land(LandSidecar sidecar);
     /// Those of the meetings that were before this one: the part of `landed` ahead of it.
     std::span<const LandSidecar> landedBefore(const TranscriptEntry& entry);
 
@@ -101,6 +104,7 @@ class EngineWorkspace {
     };
     Chronology chronology(const LandSidecar& sidecar) const;
     void readTranscripts();
+    void sortLanded();
     template <typename Sidecar>
     std::vector<Sidecar> sidecarsIn(std::string_view relativeFolder);
 
