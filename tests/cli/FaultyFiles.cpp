@@ -3,7 +3,8 @@
 //
 //   FAULT_FOLDER  only calls on paths and descriptors below this folder count
 //   FAULT_AT      the number of the call that fails, from 1
-//   FAULT_KIND    an error's number, or "short": a write stores half of its bytes
+//   FAULT_KIND    an error's number; "short": a write stores half of its bytes; or "kill": the
+//                 process ends there, as if it were killed
 //   FAULT_LOG     a file that gets the name of the failed call
 #include <dlfcn.h>
 #include <fcntl.h>
@@ -12,6 +13,7 @@
 
 #include <cerrno>
 #include <climits>
+#include <csignal>
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
@@ -54,6 +56,7 @@ bool isTurn(const char* call, bool counts) {
         setting("FAULT_LOG"), O_WRONLY | O_CREAT | O_APPEND, 0644);
     original<ssize_t (*)(int, const void*, std::size_t)>("write")(log, call, std::strlen(call));
     original<int (*)(int)>("close")(log);
+    if (std::strcmp(setting("FAULT_KIND"), "kill") == 0) std::raise(SIGKILL);
     return true;
 }
 
