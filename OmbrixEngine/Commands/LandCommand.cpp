@@ -21,9 +21,7 @@ struct LandGiveOptions : GiveOptions {
     std::string meeting;
 };
 
-Json::Value subject(const EngineWorkspace& workspace, const Privacy& privacy,
-                    const TranscriptEntry& entry) {
-    (void)workspace;
+Json::Value subject(const Privacy& privacy, const TranscriptEntry& entry) {
     return Json::object({{"key", entry.key},
                          {"title", privacy.cleanedText(entry.header.title)},
                          {"date", entry.header.date}});
@@ -56,7 +54,7 @@ void askLand(const CLIContext& context, const AskOptions& options) {
     prompt.append("\n\n").append(LandNotesPolicy::prompt);
     emitAsk(context, workspace,
             {.step = "land",
-             .subject = subject(workspace, workspace.privacy(), entry),
+             .subject = subject(workspace.privacy(), entry),
              .recipeVersion = EngineRecipes::landVersion,
              .recipeSHA256 = EngineRecipes::landSHA256,
              .systemPrompt = std::move(prompt),
@@ -79,6 +77,7 @@ void land(const CLIContext& context, EngineWorkspace& workspace, const Transcrip
     LandStep step(workspace, entry);
     const std::string ask = askCommand(context, entry);
     const auto& question = answered(step, answer, ask);
+    for (auto& doubt : step.doubts(output)) workspace.warnings().push_back(std::move(doubt));
     ChangeSet changes(workspace.folder());
     Json::Members data = pass(step, question);
     data.emplace("step", "land");

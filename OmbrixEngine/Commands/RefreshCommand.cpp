@@ -15,6 +15,7 @@ void refresh(const CLIContext& context, const RefreshOptions& options) {
     EngineWorkspace workspace(context);
     std::optional<EngineLock> lock;
     if (!options.dryRun) lock.emplace(workspace.folder());
+    workspace.trimRecords(keepWhatRefreshNeeds);
     const TranscriptFactsCache facts(workspace);
     ChangeSet changes(workspace.folder());
     planRefresh(workspace, facts, changes);

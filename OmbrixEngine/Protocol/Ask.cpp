@@ -22,6 +22,8 @@ void emitAsk(const CLIContext& context, EngineWorkspace& workspace, Ask ask) {
     data.emplace("input", std::move(ask.input.json));
     data.emplace("inputHash", std::move(ask.input.hash));
     data.emplace("answerWith", std::move(ask.answerWith));
-    emitSuccess(context, std::move(data), workspace.warnings());
+    auto warnings = workspace.warnings();
+    for (auto& warning : warnings) warning = workspace.privacy().cleanedText(warning);
+    emitSuccess(context, std::move(data), std::move(warnings));
 }
 }  // namespace ombrix

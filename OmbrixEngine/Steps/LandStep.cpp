@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "OmbrixEngine/Protocol/Ask.h"
+#include "OmbrixEngine/Steps/AnswerDoubts.h"
 #include "OmbrixEngine/Steps/FollowUps.h"
 #include "OmbrixEngine/Steps/Notes.h"
 #include "OmbrixEngine/Steps/TranscriptFacts.h"
@@ -54,6 +55,7 @@ LandStep::LandStep(EngineWorkspace& workspace, const TranscriptEntry& entry)
     shown_ = workspace.privacy().cleaned(document_);
     LandHistory history(workspace);
     const auto context = history.context(entry, history.people(document_, facts.speakers));
+    for (const auto& each : context.openFollowUps) followUpIDs_.push_back(each.id);
 
     auto chunks = LandInputBuilder::chunks(shown_.turns);
     chunkCount_ = chunks.size();
@@ -86,6 +88,10 @@ LandInput LandStep::input(LandHistory::Context context,
     return LandInputBuilder::build(shown_, workspace_.userName(), std::move(context.openFollowUps),
                                    std::move(context.stubs), std::move(context.corrections),
                                    std::move(turns), chunk);
+}
+
+std::vector<std::string> LandStep::doubts(const LandOutput& output) const {
+    return doubtsAbout(output, shown_.turns, followUpIDs_);
 }
 
 const LandStep::Question& LandStep::next() const { return questions_[next_]; }

@@ -38,6 +38,9 @@ class LandStep {
     /// The last question is over the records of the chunks.
     bool reduces() const { return chunkCount_ > 1; }
 
+    /// What is odd about a record that was accepted, see AnswerDoubts.h.
+    std::vector<std::string> doubts(const LandOutput& output) const;
+
     /// Plans to keep the record of a chunk.
     void planChunk(ChangeSet& changes, const Question& question, const GivenAnswer& answer,
                    const LandOutput& output) const;
@@ -59,6 +62,7 @@ class LandStep {
     TranscriptDocument document_;  // as it is on disk
     TranscriptDocument shown_;     // without what no model is told
     std::string fingerprint_;
+    std::vector<std::string> followUpIDs_;  // of the input
     std::size_t chunkCount_ = 1;
     std::vector<Question> questions_;
     std::size_t next_ = 0;

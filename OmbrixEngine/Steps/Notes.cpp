@@ -1,6 +1,5 @@
 #include "OmbrixEngine/Steps/Notes.h"
 
-#include <algorithm>
 #include <set>
 #include <utility>
 
@@ -60,12 +59,6 @@ void planBlock(const TranscriptsFolder& folder, ChangeSet& changes, const std::s
     };
     changes.rewrite(NotesBlockWriter::mirrorURL(path), mirror);
 }
-
-const TranscriptEntry* entryOf(EngineWorkspace& workspace, std::string_view key) {
-    const auto& all = workspace.transcripts();
-    const auto found = std::ranges::find(all, key, &TranscriptEntry::key);
-    return found == all.end() ? nullptr : &*found;
-}
 }  // namespace
 
 std::vector<std::string> UnfinishedNotes::keys(EngineWorkspace& workspace) {
@@ -89,9 +82,10 @@ void planNotes(EngineWorkspace& workspace, ChangeSet& changes, std::vector<std::
     Json::Array list;
     std::set<std::string_view> seen;
     for (const auto& key : keys) {
-        const auto* sidecar = workspace.landed(key);
-        const auto* entry = entryOf(workspace, key);
-        if (sidecar == nullptr || entry == nullptr || !seen.insert(key).second) continue;
+        const auto* entry = workspace.transcript(key);
+        if (entry == nullptr || !seen.insert(key).second) continue;
+        const auto sidecar = workspace.wholeRecord(key);
+        if (!sidecar) continue;
         const auto notes = payload(*sidecar, workspace.calendar());
         if (!notes) continue;
         planBlock(workspace.folder(), changes, entry->path, *notes);

@@ -1,9 +1,18 @@
 #include "OmbrixEngine/Steps/Refresh.h"
 
+#include <utility>
+
 #include "OmbrixEngine/Steps/FollowUps.h"
 #include "OmbrixEngine/Steps/Notes.h"
 
 namespace ombrix {
+
+void keepWhatRefreshNeeds(LandSidecar& sidecar) {
+    sidecar.participants = {};
+    std::string().swap(sidecar.inputHash);  // an assignment would keep the memory
+    sidecar.output = {.commitments = std::move(sidecar.output.commitments),
+                      .resolutions = std::move(sidecar.output.resolutions)};
+}
 
 void planRefresh(EngineWorkspace& workspace, const TranscriptFactsCache& facts,
                  ChangeSet& changes) {

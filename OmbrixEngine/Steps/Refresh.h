@@ -7,6 +7,9 @@
 
 namespace ombrix {
 
+/// Takes out of a record what `planRefresh` does not look at.
+void keepWhatRefreshNeeds(LandSidecar& sidecar);
+
 /// Plans the follow-ups; notes that an earlier run did not come to, and those of an earlier landing
 /// than the record's. What is right already does not change. Both must outlive `changes`.
 void planRefresh(EngineWorkspace& workspace, const TranscriptFactsCache& facts, ChangeSet& changes);

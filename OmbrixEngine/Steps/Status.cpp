@@ -180,6 +180,16 @@ void planNext(EngineStatus& status) {
 }
 }  // namespace
 
+void keepWhatStatusNeeds(LandSidecar& sidecar) {
+    std::string().swap(sidecar.inputHash);  // an assignment would keep the memory
+    sidecar.output = {.commitments = std::move(sidecar.output.commitments),
+                      .resolutions = std::move(sidecar.output.resolutions),
+                      .memory = std::move(sidecar.output.memory)};
+    for (auto& each : sidecar.output.commitments) std::string().swap(each.quote);
+    for (auto& each : sidecar.output.resolutions) std::string().swap(each.quote);
+    for (auto& each : sidecar.output.memory) std::string().swap(each.quote);
+}
+
 EngineStatus engineStatus(EngineWorkspace& workspace) {
     EngineStatus status;
     readTranscripts(workspace, status);

@@ -63,6 +63,9 @@ struct EngineStatus {
     std::vector<std::vector<std::string>> next{};
 };
 
+/// Takes out of a record what `engineStatus` does not look at.
+void keepWhatStatusNeeds(LandSidecar& sidecar);
+
 /// Remembers what it read whole, see `TranscriptFactsCache`.
 EngineStatus engineStatus(EngineWorkspace& workspace);
 }  // namespace ombrix

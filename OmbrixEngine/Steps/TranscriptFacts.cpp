@@ -1,8 +1,8 @@
 #include "OmbrixEngine/Steps/TranscriptFacts.h"
 
 #include <algorithm>
-#include <atomic>
 #include <chrono>
+#include <map>
 #include <set>
 #include <utility>
 
@@ -102,11 +102,11 @@ TranscriptFactsCache::TranscriptFactsCache(EngineWorkspace& workspace)
                              known->second.size == static_cast<std::int64_t>(entry.facts.size) &&
                              known->second.modified == entry.facts.modified;
         if (isKnown)
-            rows_.insert(old.extract(known));
+            rows_.emplace(entry.path, std::move(known->second));
         else
             unread.push_back(&entry);
     }
-    isChanged_ = !old.empty() || !unread.empty();
+    isChanged_ = old.size() != rows_.size() || !unread.empty();
     readCount_ = unread.size();
     std::vector<std::optional<TranscriptFacts>> found(unread.size());
     ForkJoin::run(unread.size(), ForkJoin::workersFor(unread.size(), filesPerWorker),

@@ -5,10 +5,10 @@
 #pragma once
 
 #include <cstdint>
-#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "OmbrixEngine/Workspace/EngineWorkspace.h"
@@ -55,7 +55,7 @@ class TranscriptFactsCache {
     };
 
   private:
-    std::map<std::string, Row, std::less<>> rows_;  // by path
+    std::unordered_map<std::string, Row> rows_;  // by path
     std::size_t readCount_ = 0;
     bool isChanged_ = false;
     std::int64_t trustedBefore_ = 0;

@@ -1,6 +1,7 @@
 #include "OmbrixEngine/Workspace/EngineWorkspace.h"
 
 #include <algorithm>
+#include <concepts>
 #include <utility>
 
 #include "OmbrixCLI/AnswerFolderResolver.h"
@@ -125,10 +126,12 @@ void EngineWorkspace::readTranscripts() {
     std::ranges::sort(*transcripts_, std::less<>(), [](const TranscriptEntry& entry) {
         return LibraryOrder{startOf(entry.header), entry.path};
     });
-    for (const auto& entry : *transcripts_) {
-        if (byKey_.emplace(entry.key, &entry).second) continue;
+    for (std::size_t i = 0; i < transcripts_->size(); ++i) {
+        const auto& entry = (*transcripts_)[i];
+        const auto [first, isNew] = byKey_.emplace(entry.key, i);
+        if (isNew) continue;
         warnings_.push_back("Two transcripts are one meeting: " + line(entry) + " and " +
-                            printable(byKey_.at(entry.key)->path) + ".");
+                            printable((*transcripts_)[first->second].path) + ".");
     }
 }
 
@@ -194,6 +197,8 @@ std::vector<Sidecar> EngineWorkspace::sidecarsIn(std::string_view relativeFolder
                           if (!bytes) return;
                           try {
                               found[i] = Json::decode<Sidecar>(parser.parse(*bytes));
+                              if constexpr (std::same_as<Sidecar, LandSidecar>)
+                                  if (trim_) trim_(*found[i]);
                           } catch (const Json::SyntaxError&) {
                           } catch (const Json::DecodingError&) {
                           } catch (const UnsupportedSchema&) {
@@ -201,7 +206,7 @@ std::vector<Sidecar> EngineWorkspace::sidecarsIn(std::string_view relativeFolder
                       });
                   });
     // Of two records of one meeting the one in the file of its name counts, else the later.
-    std::map<std::string_view, std::size_t> places;
+    ByKey places;
     const auto hasItsName = [&](std::size_t i) {
         return Paths::lastComponent(paths[i]) == LandSidecar::fileName(found[i]->meetingKey);
     };
@@ -223,9 +228,9 @@ std::vector<Sidecar> EngineWorkspace::sidecarsIn(std::string_view relativeFolder
 }
 
 EngineWorkspace::Chronology EngineWorkspace::chronology(const LandSidecar& sidecar) const {
-    const auto entry = byKey_.find(sidecar.meetingKey);
-    const std::string_view start =
-        entry == byKey_.end() ? std::string_view() : entry->second->header.startedAt;
+    const auto found = byKey_.find(sidecar.meetingKey);
+    std::string_view start;
+    if (found != byKey_.end()) start = (*transcripts_)[found->second].header.startedAt;
     return {sidecar.date, start, sidecar.meetingKey};
 }
 
@@ -239,34 +244,62 @@ const std::vector<LandSidecar>& EngineWorkspace::landed() {
 }
 
 void EngineWorkspace::sortLanded() {
-    std::ranges::sort(*landed_, std::less<>(),
-                      [this](const LandSidecar& each) { return chronology(each); });
+    std::vector<std::pair<Chronology, std::size_t>> order;
+    for (std::size_t i = 0; i < landed_->size(); ++i)
+        order.emplace_back(chronology((*landed_)[i]), i);
+    std::ranges::sort(order);
+    std::vector<LandSidecar> sorted;
+    sorted.reserve(order.size());
+    for (const auto& [when, i] : order) sorted.push_back(std::move((*landed_)[i]));
+    landed_ = std::move(sorted);
+    chronology_.clear();
     landedByKey_.clear();
-    for (const auto& sidecar : *landed_) landedByKey_.emplace(sidecar.meetingKey, &sidecar);
+    for (const auto& sidecar : *landed_) {
+        landedByKey_.emplace(sidecar.meetingKey, chronology_.size());
+        chronology_.push_back(chronology(sidecar));
+    }
 }
 
 void EngineWorkspace::land(LandSidecar sidecar) {
     landed();
-    const auto old = std::ranges::find(*landed_, sidecar.meetingKey, &LandSidecar::meetingKey);
-    if (old == landed_->end())
+    const auto old = landedByKey_.find(sidecar.meetingKey);
+    if (old == landedByKey_.end())
         landed_->push_back(std::move(sidecar));
     else
-        *old = std::move(sidecar);
+        (*landed_)[old->second] = std::move(sidecar);
     sortLanded();
 }
 
 const LandSidecar* EngineWorkspace::landed(std::string_view key) {
     landed();
     const auto found = landedByKey_.find(key);
-    return found == landedByKey_.end() ? nullptr : found->second;
+    return found == landedByKey_.end() ? nullptr : &(*landed_)[found->second];
+}
+
+std::optional<LandSidecar> EngineWorkspace::wholeRecord(std::string_view key) {
+    const auto* known = landed(key);
+    if (known == nullptr) return std::nullopt;
+    if (!trim_) return *known;
+    const std::string path = Paths::joined(EnginePaths::landFolder, LandSidecar::fileName(key));
+    try {
+        if (const auto bytes = folder_.bytes(path)) return LandSidecar::decode(*bytes);
+    } catch (const Json::SyntaxError&) {
+    } catch (const Json::DecodingError&) {
+    }
+    return std::nullopt;
+}
+
+const TranscriptEntry* EngineWorkspace::transcript(std::string_view key) {
+    transcripts();
+    const auto found = byKey_.find(key);
+    return found == byKey_.end() ? nullptr : &(*transcripts_)[found->second];
 }
 
 std::span<const LandSidecar> EngineWorkspace::landedBefore(const TranscriptEntry& entry) {
     const Chronology place{entry.header.date, entry.header.startedAt, entry.key};
-    const auto& all = landed();
-    const auto end = std::ranges::partition_point(
-        all, [&](const LandSidecar& each) { return chronology(each) < place; });
-    return {all.begin(), end};
+    landed();
+    const auto end = std::ranges::lower_bound(chronology_, place);
+    return std::span(*landed_).first(static_cast<std::size_t>(end - chronology_.begin()));
 }
 
 const std::vector<PrepareSidecar>& EngineWorkspace::prepared() {

@@ -3,12 +3,12 @@
 // What cannot be read is passed over, and a warning says so.
 #pragma once
 
-#include <map>
-#include <memory>
+#include <functional>
 #include <optional>
 #include <span>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "OmbrixCLI/CLIContext.h"
@@ -70,10 +70,17 @@ class EngineWorkspace {
     std::string text(const TranscriptEntry& entry) const;
     TranscriptDocument document(const TranscriptEntry& entry) const;
 
+    /// Makes records smaller as they are read: a command over a whole library keeps what it needs.
+    /// Comes before they are asked for.
+    void trimRecords(std::function<void(LandSidecar&)> trim) { trim_ = std::move(trim); }
     /// The records of landed meetings, the earliest meeting first; one a meeting.
     const std::vector<LandSidecar>& landed();
     /// The record of a meeting; null when it was not landed. Valid as long as the workspace.
     const LandSidecar* landed(std::string_view key);
+    /// The same whole, also when records are trimmed; nothing when it cannot be read.
+    std::optional<LandSidecar> wholeRecord(std::string_view key);
+    /// The transcript of a meeting; null when there is none.
+    const TranscriptEntry* transcript(std::string_view key);
     /// Adds a record, or replaces that of its meeting, in this workspace alone. Pointers and spans
     /// of records are no longer valid then.
     void land(LandSidecar sidecar);
@@ -103,6 +110,7 @@ class EngineWorkspace {
         auto operator<=>(const Chronology&) const = default;
     };
     Chronology chronology(const LandSidecar& sidecar) const;
+    using ByKey = std::unordered_map<std::string_view, std::size_t>;
     void readTranscripts();
     void sortLanded();
     template <typename Sidecar>
@@ -116,9 +124,11 @@ class EngineWorkspace {
     std::vector<std::string> warnings_;
 
     std::optional<std::vector<TranscriptEntry>> transcripts_;
-    std::map<std::string_view, const TranscriptEntry*> byKey_;
+    ByKey byKey_;
     std::optional<std::vector<LandSidecar>> landed_;
-    std::map<std::string_view, const LandSidecar*> landedByKey_;
+    std::vector<Chronology> chronology_;  // of `landed_`
+    ByKey landedByKey_;
+    std::function<void(LandSidecar&)> trim_;
     std::optional<std::vector<PrepareSidecar>> prepared_;
     std::optional<PersonAliases> aliasesFile_, aliases_;
     std::optional<std::vector<MemoryFileEntry>> memoryFiles_;
