@@ -132,6 +132,19 @@ bool isDecimalDigit(char32_t scalar) {
     return u_isdigit(icu(scalar)) != 0;
 }
 
+std::optional<int> decimalDigitValue(char32_t scalar) {
+    if (!isDecimalDigit(scalar)) return std::nullopt;
+    return u_charDigitValue(icu(scalar));
+}
+
+bool isCaselessLetter(char32_t scalar) {
+    constexpr char32_t firstGeorgian = 0x10D0, lastGeorgian = 0x10FF;
+    if (scalar < 0x80) return false;
+    if (scalar >= firstGeorgian && scalar <= lastGeorgian) return true;
+    constexpr std::uint32_t cased = U_GC_LU_MASK | U_GC_LL_MASK | U_GC_LT_MASK;
+    return (U_GET_GC_MASK(icu(scalar)) & ((U_GC_L_MASK & ~cased) | U_GC_M_MASK)) != 0;
+}
+
 std::string_view trimmed(std::string_view text) { return trimmedWhile(text, isWhiteSpace); }
 
 std::string_view trimmedBlanks(std::string_view text) {

@@ -4,6 +4,7 @@
 // result.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -44,6 +45,11 @@ bool isUppercase(char32_t scalar);
 bool isNumber(char32_t scalar);
 /// General category Nd: \d of regular expressions.
 bool isDecimalDigit(char32_t scalar);
+/// 0 to 9 for the decimal digits of every script; nothing for any other scalar.
+std::optional<int> decimalDigitValue(char32_t scalar);
+/// A letter of a script that has no case, or a mark: "田", "ー", "ש". Georgian counts, whose
+/// capitals begin neither names nor sentences.
+bool isCaselessLetter(char32_t scalar);
 
 // ---- trim -------------------------------------------------------------------------------------
 

@@ -86,6 +86,29 @@ std::optional<std::string> isoDay(std::string_view text) {
     return named(text, dayFirst, 1, 2);
 }
 
+std::optional<std::string> dayWithoutYear(std::string_view text,
+                                          const std::optional<std::string>& reference) {
+    constexpr int longestGapOfLeapDays = 8;
+    static const Regex monthFirst(
+        "^(?:[a-z]+,? +)?" + std::string(month) + R"( +(\d{1,2})(?:st|nd|rd|th)?$)",
+        Regex::Case::ignored);
+    static const Regex dayFirst(
+        R"(^(?:[a-z]+,? +)?(\d{1,2})(?:st|nd|rd|th|\.)? +)" + std::string(month) + "$",
+        Regex::Case::ignored);
+    const auto today = reference ? parseIsoDay(*reference) : std::nullopt;
+    const auto first = today ? monthFirst.firstMatch(text) : std::nullopt;
+    const auto match = first || !today ? first : dayFirst.firstMatch(text);
+    if (!match) return std::nullopt;
+    const auto monthNumber = monthNamed(match->group(first ? 1 : 2, text));
+    const auto day = match->group(first ? 2 : 1, text);
+    const int latest = static_cast<int>(std::chrono::year_month_day(*today).year());
+    for (int year = latest; year >= latest - longestGapOfLeapDays; --year) {
+        auto found = dayOf(std::to_string(year), monthNumber, day);
+        if (found && *found <= *reference) return found;
+    }
+    return std::nullopt;
+}
+
 std::string titleFromFilename(std::string_view name) {
     static const Regex marks("[_-]+");
     static const Regex whiteSpace(R"(\s{2,})");

@@ -16,6 +16,11 @@ std::optional<std::string> isoDay(std::string_view text);
 /// The first "YYYY-MM-DD" or "YYYY_MM_DD" in `text`, through `isoDay`; other forms do not count.
 std::optional<std::string> numericDay(std::string_view text);
 
+/// The day of a text that is no more than "May 14", "14 May" or "Thu, May 14": the last such day
+/// that is not after `reference`, "YYYY-MM-DD". Nothing for any other text and without a reference.
+std::optional<std::string> dayWithoutYear(std::string_view text,
+                                          const std::optional<std::string>& reference);
+
 /// The title of a meeting that has no other.
 constexpr std::string_view untitled = "Imported meeting";
 

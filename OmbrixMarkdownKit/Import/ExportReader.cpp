@@ -18,12 +18,6 @@ namespace {
 
 constexpr std::string_view arrow = "-->";
 
-/// The beginning of a text, by which the text formats are told apart.
-std::string_view headOf(std::string_view text) {
-    constexpr std::size_t characters = 4000;
-    return Characters::prefix(text, characters);
-}
-
 /// True when `holds` of a trimmed line of the text.
 template <typename Holds>
 bool anyLine(std::string_view text, Holds holds) {
@@ -46,13 +40,6 @@ bool givesSpeaker(std::string_view line) {
     std::string storage;
     return markdownSpeakerLine(line, storage) || inlineSpeaker(line, storage) ||
            exportSpeechLine(line, storage);
-}
-
-Format markdownFormat(std::string_view head) {
-    const std::string lower = Text::lowercased(head);
-    if (Text::contains(lower, "granola")) return Format::granolaMarkdown;
-    if (Text::contains(lower, "limitless")) return Format::limitlessMarkdown;
-    return Format::speakerMarkdown;
 }
 
 std::optional<Format> textFormat(std::string_view head) {
@@ -83,6 +70,18 @@ std::vector<ParsedMeeting> readMeetings(Format format, std::string_view text) {
     }
 }
 }  // namespace
+
+std::string_view headOf(std::string_view text) {
+    constexpr std::size_t characters = 4000;
+    return Characters::prefix(text, characters);
+}
+
+Format markdownFormat(std::string_view head) {
+    const std::string lower = Text::lowercased(head);
+    if (Text::contains(lower, "granola")) return Format::granolaMarkdown;
+    if (Text::contains(lower, "limitless")) return Format::limitlessMarkdown;
+    return Format::speakerMarkdown;
+}
 
 std::optional<Export> recognized(std::string_view text) {
     if (beginsLikeJSON(text)) {

@@ -19,6 +19,12 @@ struct Export {
 /// known by its meetings, so that only for JSON they are there already.
 std::optional<Export> recognized(std::string_view text);
 
+/// The beginning of a text, by which the text formats are told apart.
+std::string_view headOf(std::string_view text);
+
+/// The format of speakers in Markdown, by the tool that the head names.
+Format markdownFormat(std::string_view head);
+
 /// The same with the meetings in which somebody speaks.
 std::optional<Export> readExport(std::string_view text);
 }  // namespace ombrix::TranscriptImport

@@ -20,6 +20,7 @@ std::string_view label(Format format) {
         case Format::speakerMarkdown:
             return "markdown";
         case Format::fathomJSON:
+        case Format::fathomText:
             return "fathom";
         case Format::firefliesJSON:
             return "fireflies";

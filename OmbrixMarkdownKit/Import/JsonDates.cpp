@@ -7,8 +7,6 @@
 #include "OmbrixPlatform/Calendar.h"
 
 namespace ombrix::TranscriptImport {
-namespace {
-
 std::optional<std::string> dayOfEpoch(double value) {
     constexpr double leastSeconds = 1e9;
     constexpr double leastMilliseconds = 1e11;
@@ -19,8 +17,6 @@ std::optional<std::string> dayOfEpoch(double value) {
     static const Calendar utc = Calendar::gregorianUtc();
     return utc.dayString(Instant(std::chrono::seconds(std::llround(std::floor(seconds)))));
 }
-}  // namespace
-
 std::optional<std::string> dateOf(const Json::Node& object) {
     static constexpr auto keys = std::to_array<std::string_view>(
         {"startTime", "start_time", "recording_start_time", "scheduled_start_time", "created_at",

@@ -31,13 +31,6 @@ bool holdsObject(const Node& list) {
     return false;
 }
 
-bool isListOfObjects(const Node& node) {
-    if (!node.isList()) return false;
-    for (const Node item : node.items())
-        if (!item.isObject()) return false;
-    return true;
-}
-
 std::optional<Segments> segmentsIn(const Node& object, int depth = 0) {
     for (const auto& list : fields(object, segmentKeys))
         if (list && holdsObject(*list)) return Segments{*list, object};
@@ -102,13 +95,6 @@ std::optional<Node> lifelogPage(const Node& object) {
     return list && isListOfObjects(*list) ? list : std::nullopt;
 }
 
-std::vector<ParsedMeeting> meetingsOfObject(const Node& object) {
-    if (const auto page = lifelogPage(object)) return lifelogsIn(*page);
-    std::vector<ParsedMeeting> meetings;
-    addIfSpoken(meetings, isLifelog(object) ? readLifelog(object) : meetingIn(object));
-    return meetings;
-}
-
 /// Lifelogs, meetings or the segments of one meeting; the first element tells lifelogs, since only
 /// they have all three keys.
 std::vector<ParsedMeeting> meetingsOfList(const Node& list) {
@@ -127,6 +113,20 @@ std::vector<ParsedMeeting> meetingsOfList(const Node& list) {
     return meetings;
 }
 }  // namespace
+
+bool isListOfObjects(const Node& node) {
+    if (!node.isList()) return false;
+    for (const Node item : node.items())
+        if (!item.isObject()) return false;
+    return true;
+}
+
+std::vector<ParsedMeeting> meetingsOfObject(const Node& object) {
+    if (const auto page = lifelogPage(object)) return lifelogsIn(*page);
+    std::vector<ParsedMeeting> meetings;
+    addIfSpoken(meetings, isLifelog(object) ? readLifelog(object) : meetingIn(object));
+    return meetings;
+}
 
 std::vector<ParsedMeeting> parseJSONExport(std::string_view text) {
     try {

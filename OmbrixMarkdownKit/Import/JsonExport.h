@@ -10,12 +10,20 @@
 #include <vector>
 
 #include "OmbrixMarkdownKit/Import/ParsedMeeting.h"
+#include "OmbrixPlatform/JsonDocument.h"
 
 namespace ombrix::TranscriptImport {
 
 /// The meetings of the text in which somebody speaks, each with its format; none when the text is
 /// not JSON, nests deeper than `Json::maximalDepth` or has no segments where they are looked for.
 std::vector<ParsedMeeting> parseJSONExport(std::string_view text);
+
+/// The same of one object: its page of lifelogs, its lifelog, or the meeting whose segments it
+/// holds.
+std::vector<ParsedMeeting> meetingsOfObject(const Json::Node& object);
+
+/// True for a list that holds nothing but objects.
+bool isListOfObjects(const Json::Node& node);
 
 /// True when the text, trimmed, begins with "{" or "[".
 bool beginsLikeJSON(std::string_view text);

@@ -1,6 +1,6 @@
 #include "OmbrixMarkdownKit/Import/TranscriptImport.h"
 
-#include "OmbrixMarkdownKit/Import/ExportReader.h"
+#include "OmbrixMarkdownKit/Import/AnyExport.h"
 #include "OmbrixMarkdownKit/Import/LineEnds.h"
 #include "OmbrixMarkdownKit/Transcript/OmbrixTranscriptMarker.h"
 #include "OmbrixPlatform/Text.h"
@@ -68,7 +68,8 @@ std::vector<Result> convertAll(std::string_view text, std::string_view filename,
     std::string storage;
     text = withPlainLineEnds(text, storage);
     if (OmbrixTranscriptMarker::declares(text)) throw Failure(Failure::Kind::alreadyOmbrix);
-    const auto found = readExport(text);
+    const auto day = numericDay(filename);
+    const auto found = readAnyExport(text, day ? day : fallbackDate);
     if (!found) throw Failure(Failure::Kind::unrecognizedFormat);
     if (found->meetings.empty()) throw Failure(Failure::Kind::noSpeech);
 

@@ -44,8 +44,9 @@ struct Result {
     bool operator==(const Result&) const = default;
 };
 
-/// The format of an export with any line ends; nothing when it has no known shape. For JSON this
-/// reads the whole text, for other formats only its beginning.
+/// The format of an export with any line ends; nothing when it has no shape that is known by its
+/// beginning or, for JSON, by its segments. `convertAll` reads more: shapes that are known only
+/// when the whole text proves to be a conversation.
 std::optional<Format> detect(std::string_view text);
 
 /// One result for each meeting in the export, at least one, in the export's order. `text` is valid

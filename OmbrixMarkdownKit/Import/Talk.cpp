@@ -1,0 +1,194 @@
+#include "OmbrixMarkdownKit/Import/Talk.h"
+
+#include <algorithm>
+#include <array>
+#include <unordered_map>
+#include <unordered_set>
+#include <utility>
+
+#include "OmbrixMarkdownKit/Import/ExportFacts.h"
+#include "OmbrixMarkdownKit/Import/ImportPatterns.h"
+#include "OmbrixMarkdownKit/Import/SpeakerLines.h"
+#include "OmbrixMarkdownKit/Import/TalkNames.h"
+#include "OmbrixPlatform/LineCursor.h"
+#include "OmbrixPlatform/Text.h"
+#include "OmbrixPlatform/WordSet.h"
+
+namespace ombrix::TranscriptImport {
+namespace {
+
+constexpr std::string_view frontMatterMark = "---";
+constexpr std::string_view titleMark = "# ";
+
+constexpr auto titleKeys =
+    wordSet({"title", "meeting title", "topic", "标题", "標題", "主题", "会议主题", "件名",
+             "タイトル", "会議名", "제목", "회의 제목", "العنوان", "כותרת", "शीर्षक", "หัวข้อ"});
+constexpr auto dateKeys =
+    wordSet({"date", "meeting date", "日期", "日付", "日時", "会议日期", "开会时间", "会议时间",
+             "날짜", "일시", "التاريخ", "תאריך", "दिनांक", "तारीख", "วันที่"});
+
+struct Fact {
+    std::string key;  ///< in lower case
+    std::string_view value;
+};
+
+/// "Title: x", "**Date:** x", "标题：x".
+std::optional<Fact> factOf(std::string_view line) {
+    constexpr std::size_t longestKey = 60;
+    constexpr std::string_view wide = "：", around = "*\"' ";
+    std::size_t colon = std::min(line.find(':'), line.find(wide));
+    if (colon == line.npos || colon > longestKey) return std::nullopt;
+    const std::size_t width = line[colon] == ':' ? 1 : wide.size();
+    const auto bare = [&](std::string_view part) {
+        const std::size_t begin = part.find_first_not_of(around);
+        if (begin == part.npos) return std::string_view();
+        return trimmedName(part.substr(begin, part.find_last_not_of(around) + 1 - begin));
+    };
+    return Fact{Text::lowercased(bare(line.substr(0, colon))), bare(line.substr(colon + width))};
+}
+
+/// "----", "***": a line between parts of a page.
+bool isRule(std::string_view line) {
+    return line.size() >= 3 && line.find_first_not_of("-*_=") == line.npos;
+}
+
+class TalkReader {
+  public:
+    using Read = std::function<std::optional<TalkLine>(std::string_view)>;
+    explicit TalkReader(const Read& read) : read_(read) {}
+
+    Talk talk;
+
+    /// A trimmed line, the first one included.
+    void read(std::string_view line) {
+        const bool isFirst = std::exchange(isFirstLine_, false);
+        if (line == frontMatterMark && (isFirst || isInFrontMatter_)) {
+            isInFrontMatter_ = isFirst;
+        } else if (isInFrontMatter_) {
+            readFact(line);
+        } else if (!line.empty() && !isRule(line)) {
+            readBody(line);
+        }
+    }
+
+  private:
+    bool readFact(std::string_view line) {
+        const auto fact = factOf(line);
+        if (!fact || fact->value.empty()) return false;
+        if (titleKeys.contains(fact->key)) {
+            talk.title = fact->value;
+            return true;
+        }
+        if (!dateKeys.contains(fact->key)) return false;
+        if (auto day = isoDay(fact->value)) talk.date = std::move(day);
+        return true;
+    }
+
+    void readBody(std::string_view line) {
+        if (talk.lines.empty() && !line.starts_with('#') && readFact(line)) return;
+        if (auto speech = read_(line)) {
+            if (speech->speaker.empty() && !isSpoken_) return;
+            isSpoken_ = true;
+            talk.lines.push_back(*speech);
+        } else if (line.starts_with('#')) {
+            if (line.starts_with(titleMark) && !talk.title)
+                talk.title = Text::trimmed(line.substr(titleMark.size()));
+            isSpoken_ = false;
+        } else if (isSpoken_) {
+            talk.lines.push_back({.text = stripBullet(line)});
+        } else if (talk.lines.empty()) {
+            ++talk.linesBefore;
+        }
+    }
+
+    const Read& read_;
+    bool isFirstLine_ = true;
+    bool isInFrontMatter_ = false;
+    bool isSpoken_ = false;
+};
+
+/// The names under which people of different organisations speak.
+std::unordered_set<std::string_view> sharedNames(const Talk& talk) {
+    std::unordered_map<std::string_view, std::string_view> organisations;
+    std::unordered_set<std::string_view> shared;
+    for (const auto& line : talk.lines) {
+        if (line.organisation.empty()) continue;
+        const auto [at, isNew] = organisations.emplace(line.speaker, line.organisation);
+        if (!isNew && at->second != line.organisation) shared.insert(line.speaker);
+    }
+    return shared;
+}
+
+bool isCodeLike(std::string_view text) {
+    return text.find_first_of("{}=\\|_<>") != text.npos || text.ends_with(';');
+}
+
+bool endsLikeSentence(std::string_view text) {
+    constexpr auto ends = std::to_array<std::string_view>(
+        {".", "?", "!", "…", ".\"", "?\"", "!\"", ".”", "。", "？", "！", "।", "؟"});
+    return std::ranges::any_of(ends, [&](auto end) { return text.ends_with(end); });
+}
+
+/// True when each name is that of `period` speeches before, from the first repetition on.
+bool repeatsInOrder(const std::vector<std::string_view>& speakers) {
+    constexpr std::size_t leastPeriod = 3;
+    const auto again = std::find(speakers.begin() + 1, speakers.end(), speakers.front());
+    const auto period = static_cast<std::size_t>(again - speakers.begin());
+    if (period < leastPeriod || speakers.size() < 2 * period) return false;
+    return std::equal(again, speakers.end(), speakers.begin());
+}
+}  // namespace
+
+Talk readTalk(std::string_view text, const TalkReader::Read& read) {
+    TalkReader reader(read);
+    LineCursor lines(text);
+    while (const auto line = lines.next()) reader.read(Text::trimmed(*line));
+    return std::move(reader.talk);
+}
+
+ParsedMeeting meetingOf(const Talk& talk) {
+    const auto shared = sharedNames(talk);
+    ParsedMeeting meeting{.title = talk.title, .date = talk.date};
+    std::string speaker, storage;
+    for (const auto& line : talk.lines) {
+        if (!line.speaker.empty()) {
+            speaker = line.speaker;
+            if (!line.organisation.empty() && shared.contains(line.speaker))
+                speaker.append(" (").append(line.organisation).append(")");
+        }
+        append(meeting.turns, speaker, stripTags(line.text, storage));
+    }
+    return meeting;
+}
+
+Voices voicesOf(const Talk& talk) {
+    constexpr std::int64_t fiveMinutes = 300, longestSilence = 20;
+    Voices voices;
+    std::unordered_map<std::string_view, std::size_t> speeches;
+    std::vector<std::string_view> speakers;
+    std::int64_t last = 0;
+    if (!talk.lines.empty() && talk.lines.front().clock)
+        voices.beginsAtZero = talk.lines.front().clock->seconds < longestSilence;
+    for (const auto& line : talk.lines) {
+        if (!line.speaker.empty()) {
+            speakers.push_back(line.speaker);
+            const std::size_t count = ++speeches[line.speaker];
+            if (count == 1 && isPersonal(line.speaker)) ++voices.personal;
+            if (count == 2) ++voices.returning;
+        }
+        if (!line.text.empty()) {
+            ++voices.texts;
+            if (isCodeLike(line.text)) ++voices.codeLike;
+            if (endsLikeSentence(line.text)) ++voices.sentences;
+        }
+        if (!line.clock) continue;
+        if (line.clock->seconds < last) voices.clocksGoBack = true;
+        last = line.clock->seconds;
+        if (!line.clock->isRound || last < fiveMinutes) voices.areClocksRound = false;
+    }
+    voices.speeches = speakers.size();
+    voices.names = speeches.size();
+    voices.areRecords = !speakers.empty() && repeatsInOrder(speakers);
+    return voices;
+}
+}  // namespace ombrix::TranscriptImport

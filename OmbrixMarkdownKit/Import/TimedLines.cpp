@@ -1,0 +1,213 @@
+#include "OmbrixMarkdownKit/Import/TimedLines.h"
+
+#include <algorithm>
+#include <array>
+
+#include "OmbrixMarkdownKit/Import/SpeakerLines.h"
+#include "OmbrixMarkdownKit/Import/TalkNames.h"
+#include "OmbrixPlatform/Text.h"
+
+namespace ombrix::TranscriptImport {
+namespace {
+
+constexpr std::string_view boldMark = "**";
+constexpr auto openBrackets = std::to_array<std::string_view>({"[", "(", "【", "（", "［"});
+constexpr auto closeBrackets = std::to_array<std::string_view>({"]", ")", "】", "）", "］"});
+constexpr auto dashes = std::to_array<std::string_view>({"-", "–", "—", "|", "·"});
+constexpr auto colons = std::to_array<std::string_view>({":", "："});
+
+/// Where a name and a clock must have ended.
+constexpr std::size_t longestBeginning = 200;
+
+template <std::size_t count>
+bool takeOneOf(std::string_view& text, const std::array<std::string_view, count>& pieces) {
+    for (const auto piece : pieces) {
+        if (!text.starts_with(piece)) continue;
+        text.remove_prefix(piece.size());
+        return true;
+    }
+    return false;
+}
+
+bool take(std::string_view& text, std::string_view piece) {
+    if (!text.starts_with(piece)) return false;
+    text.remove_prefix(piece.size());
+    return true;
+}
+
+struct ClockPart {
+    Clock clock;
+    bool isInBrackets = false;
+};
+
+/// "00:03", "[00:03]", "(00:03 - 00:05)"; `text` goes on after it.
+std::optional<ClockPart> takeClockPart(std::string_view& text) {
+    constexpr auto ranges = std::to_array<std::string_view>({"-->", "->", "-", "–", "—", "→"});
+    std::string_view rest = text;
+    ClockPart part{.isInBrackets = takeOneOf(rest, openBrackets)};
+    if (part.isInBrackets) rest = trimmedName(rest);
+    const auto clock = takeClock(rest);
+    if (!clock) return std::nullopt;
+    part.clock = *clock;
+    std::string_view end = trimmedName(rest);
+    if (takeOneOf(end, ranges)) {
+        end = trimmedName(end);
+        if (takeClock(end)) rest = end;
+    }
+    if (part.isInBrackets) {
+        rest = trimmedName(rest);
+        if (!takeOneOf(rest, closeBrackets)) return std::nullopt;
+    }
+    text = rest;
+    return part;
+}
+
+struct NamePart {
+    std::string_view name, organisation;
+};
+
+/// "ana ruiz": a name without capitals, as people write their own.
+bool isModestName(std::string_view name) {
+    return isPlausibleName(name) && std::ranges::count(name, ' ') <= 1 && !isNobody(name);
+}
+
+/// "Ana Ruiz", "Ana Ruiz (Acme)", each also bold; nothing when nobody has such a name. Names
+/// without capitals count only where the rest of the line is hardly anything else.
+std::optional<NamePart> namePart(std::string_view text, bool isCertainPlace = false) {
+    text = trimmedName(text);
+    take(text, boldMark);
+    if (text.ends_with(boldMark)) text.remove_suffix(boldMark.size());
+    NamePart part{.name = trimmedName(text)};
+    if (part.name.ends_with(')')) {
+        const std::size_t open = part.name.rfind('(');
+        if (open == part.name.npos) return std::nullopt;
+        part.organisation = trimmedName(part.name.substr(open + 1));
+        part.organisation.remove_suffix(1);
+        part.organisation = trimmedName(part.organisation);
+        part.name = trimmedName(part.name.substr(0, open));
+        if (part.name.ends_with(boldMark)) part.name.remove_suffix(boldMark.size());
+    }
+    if (!isTalkName(part.name) && !(isCertainPlace && isModestName(part.name))) return std::nullopt;
+    part.name = normalizeSpeaker(part.name);
+    return part;
+}
+
+/// Takes the colon and bold marks around it; a plain colon counts before a blank or at the end.
+bool takeColon(std::string_view& text) {
+    std::string_view rest = trimmedName(text);
+    take(rest, boldMark);
+    rest = trimmedName(rest);
+    const bool isPlain = rest.starts_with(':');
+    if (!takeOneOf(rest, colons)) return false;
+    const bool hasBold = take(rest, boldMark);
+    if (isPlain && !hasBold && !rest.empty() && trimmedName(rest).size() == rest.size())
+        return false;
+    text = trimmedName(rest);
+    return true;
+}
+
+/// "Ana Ruiz: text" after a clock in front.
+std::optional<TimedLine> speechAfterClock(std::string_view rest) {
+    for (std::size_t at = 0; at < std::min(rest.size(), longestBeginning); ++at) {
+        if (rest[at] != ':' && !rest.substr(at).starts_with(colons[1])) continue;
+        std::string_view text = rest.substr(at);
+        const auto name = namePart(rest.substr(0, at));
+        if (!name || !takeColon(text)) return std::nullopt;
+        return TimedLine{.form = TimedForm::clockThenSpeech,
+                         .name = name->name,
+                         .organisation = name->organisation,
+                         .text = text,
+                         .hasColon = true};
+    }
+    return std::nullopt;
+}
+
+std::optional<TimedLine> clockInFront(std::string_view line) {
+    take(line, boldMark);
+    line = trimmedName(line);
+    const auto part = takeClockPart(line);
+    if (!part) return std::nullopt;
+    const bool wasBold = take(line, boldMark);
+    std::string_view rest = trimmedName(line);
+    const bool hasGap = rest.size() < line.size() || part->isInBrackets || wasBold;
+    const bool hasDash = takeOneOf(rest, dashes);
+    rest = trimmedName(rest);
+    if (!hasGap && !hasDash && !rest.empty()) return std::nullopt;
+    auto found = speechAfterClock(rest);
+    if (!found && (hasDash || part->isInBrackets)) {
+        if (const auto name = namePart(rest)) {
+            found = TimedLine{.form = TimedForm::clockThenName,
+                              .name = name->name,
+                              .organisation = name->organisation};
+        }
+    }
+    if (!found) found = TimedLine{.form = TimedForm::clockOnly, .text = rest};
+    found->clock = part->clock;
+    return found;
+}
+
+/// The line from a clock on at which a name could have ended.
+std::optional<TimedLine> clockAfterName(std::string_view name, std::string_view rest) {
+    const auto part = takeClockPart(rest);
+    if (!part) return std::nullopt;
+    TimedLine found{.form = TimedForm::nameThenClock, .clock = part->clock};
+    found.hasColon = takeColon(rest);
+    if (!found.hasColon) {
+        rest = trimmedName(rest);
+        take(rest, boldMark);
+        if (!trimmedName(rest).empty()) return std::nullopt;
+        rest = {};
+    }
+    if (!rest.empty()) found.form = TimedForm::nameThenSpeech;
+    found.text = rest;
+    name = trimmedName(name);
+    for (const std::string_view mark : {"-", "–", "—", "|", "·", ","})
+        if (name.ends_with(mark)) name.remove_suffix(mark.size());
+    const auto whose = namePart(name, found.hasColon && part->isInBrackets);
+    if (!whose) return std::nullopt;
+    found.name = whose->name;
+    found.organisation = whose->organisation;
+    return found;
+}
+
+bool opensBracket(std::string_view text) {
+    return std::ranges::any_of(openBrackets, [&](auto open) { return text.starts_with(open); });
+}
+
+std::optional<TimedLine> clockAfterName(std::string_view line) {
+    for (std::size_t at = 1; at < std::min(line.size(), longestBeginning); ++at) {
+        const auto rest = line.substr(at);
+        const bool followsGap = line[at - 1] == ' ' || line[at - 1] == '\t' ||
+                                line[at - 1] == '*' || !Text::isAscii(line[at - 1]);
+        const bool isDigit = Text::isAsciiDigit(rest[0]) || !Text::isAscii(rest[0]);
+        if (!opensBracket(rest) && !(followsGap && isDigit)) continue;
+        if (auto found = clockAfterName(line.substr(0, at), rest)) return found;
+    }
+    return std::nullopt;
+}
+}  // namespace
+
+bool mayHoldClock(std::string_view text) {
+    const auto isDigitOfAnyScript = [](char c) {
+        return Text::isAsciiDigit(c) || !Text::isAscii(c);
+    };
+    for (std::size_t at = text.find(':'); at != text.npos; at = text.find(':', at + 1)) {
+        if (at == 0 || at + 1 == text.size()) continue;
+        if (isDigitOfAnyScript(text[at - 1]) && isDigitOfAnyScript(text[at + 1])) return true;
+    }
+    return false;
+}
+
+std::optional<TimedLine> timedLine(std::string_view line) {
+    if (!mayHoldClock(line.substr(0, longestBeginning))) return std::nullopt;
+    const bool isHeading = line.starts_with('#');
+    if (isHeading) line.remove_prefix(std::min(line.find_first_not_of('#'), line.size()));
+    line = trimmedName(stripBullet(line));
+    auto found = clockInFront(line);
+    if (!found) found = clockAfterName(line);
+    if (found && isHeading && found->form != TimedForm::nameThenClock &&
+        found->form != TimedForm::clockThenName)
+        return std::nullopt;
+    return found;
+}
+}  // namespace ombrix::TranscriptImport

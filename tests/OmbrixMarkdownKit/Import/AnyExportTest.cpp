@@ -1,0 +1,211 @@
+// Exports that the readers of known formats refuse: what is read, and what must not be taken for
+// one.
+#include "OmbrixMarkdownKit/Import/AnyExport.h"
+
+#include <gtest/gtest.h>
+
+#include "OmbrixMarkdownKit/Import/LineEnds.h"
+#include "OmbrixMarkdownKit/Transcript/OmbrixTranscriptMarker.h"
+#include "OmbrixPlatform/Files.h"
+#include "OmbrixPlatform/RandomText.h"
+#include "OmbrixPlatform/Text.h"
+
+namespace ombrix {
+namespace {
+
+using namespace TranscriptImport;
+
+/// "Title, 2026-05-14. Ann: one / Bo: two" for each meeting; empty when there is none.
+std::string told(std::string_view text, const std::optional<std::string>& reference = {}) {
+    std::string storage, told;
+    const auto found = readAnyExport(withPlainLineEnds(text, storage), reference);
+    if (!found) return "";
+    for (const auto& meeting : found->meetings) {
+        told += told.empty() ? "" : " // ";
+        told += meeting.title.value_or("") + ", " + meeting.date.value_or("") + ".";
+        for (const Turn& turn : meeting.turns)
+            told.append(" ").append(turn.speaker).append(": ").append(turn.text);
+    }
+    return told;
+}
+
+/// The format of a text that only the further readers take.
+std::string labelOf(std::string_view given) {
+    std::string storage;
+    const auto text = withPlainLineEnds(given, storage);
+    const auto known = readExport(text);
+    if (known && !known->meetings.empty()) return "known";
+    const auto found = readAnyExport(text, std::nullopt);
+    return found && !found->meetings.empty() ? std::string(label(found->format)) : "none";
+}
+
+struct Case {
+    const char* why;
+    std::string text, told;
+};
+
+TEST(AnyExport, ReadsLinesWithClocks) {
+    const Case cases[] = {
+        {"service text, hours without end", "Speaker 1 (00:03):\na\nb\n\nAna Ruiz (101:00:07):\nc",
+         ", . Speaker 1: a b Ana Ruiz: c"},
+        {"halves of a day", "Ana (11:58 AM):\na\nTom (12:01 p.m):\nx",  // no clock: "p.m"
+         ""},
+        {"halves of a day in order", "Ana R (11:58 AM):\na\nTom (12:01 PM):\nb\nAna R (1:05pm):\nc",
+         ", . Ana R: a Tom: b Ana R: c"},
+        {"clocks that go back", "Ana R (00:07):\na\nTom R (00:03):\nb\nAna R (00:09):\nc", ""},
+        {"bold, after a dash, and headings",
+         "## **Ana Ruiz** - 00:02\na\n## Tom 00:05\nb\n## Ana Ruiz 0:09", ", . Ana Ruiz: a Tom: b"},
+        {"without capitals", "ana ruiz [00:02]:\na\ntom [00:05]:\nb", ", . ana ruiz: a tom: b"},
+        {"clock in front, ranges, fractions",
+         "[00:00:03.120 - 00:00:05] You: a\n[00:06 → 00:07] **Tom**: b\n[00:08] c\n00:09\n",
+         ", . Me: a Tom: b c"},
+        {"clock and name in bold", "**[00:02] Jan van Dam:** a **b**\n00:03 - Tom R: c",
+         ", . Jan van Dam: a **b** Tom R: c"},
+        {"facts ahead of it",
+         "Title: \"T\"\nDate: May 2, 2026\n\n**Ana (0:01):** a\n**Bo (0:02):** b",
+         "T, 2026-05-02. Ana: a Bo: b"},
+        {"clocks in other digits", "أحمد (٠٠:٠٢):\nx\nسارة (٠٠:٠٥):\ny", ", . أحمد: x سارة: y"},
+        {"names without case", "【00:03】王明：好\n【00:05】李雷：请", ", . 王明: 好 李雷: 请"},
+        {"marks of direction", "\u200Fדנה\u200F (00:02)\u200F: א\n\u200Fיוסי (00:05): ב",
+         ", . דנה: א יוסי: ב"},
+        {"after a comment as before", "<!-- x -->\n\nAna Ruiz  0:12\na\n\nTom R  0:15\nb",
+         ", . Ana Ruiz: a Tom R: b"},
+    };
+    for (const auto& [why, text, expected] : cases) EXPECT_EQ(told(text), expected) << why;
+}
+
+TEST(AnyExport, ReadsTheCopiedPageOfACall) {
+    const std::string link = "\nVIEW RECORDING - 9 mins (none): https://x.example\n---\n";
+    const std::string talk = "0:00 - Ana (Acme)\n  a\n0:05 - Tom\n  b";
+    const std::string page = "Q2 - prices - May 14" + link + talk;
+    EXPECT_EQ(told(page, "2026-05-14"), "Q2 - prices, 2026-05-14. Ana: a Tom: b");
+    EXPECT_EQ(told(page, "2026-05-13"), "Q2 - prices, 2025-05-14. Ana: a Tom: b");
+    EXPECT_EQ(told(page), "Q2 - prices, . Ana: a Tom: b");
+    EXPECT_EQ(told("Q - Feb 29" + link + talk, "2027-01-01"), "Q, 2024-02-29. Ana: a Tom: b");
+    EXPECT_EQ(told("Q - 3 May 2026" + link + talk), "Q, 2026-05-03. Ana: a Tom: b");
+    EXPECT_EQ(told("Q - May 14" + link + talk + "\n0:09 - Ana (Lumen)\nc"),
+              "Q, . Ana (Acme): a Tom: b Ana (Lumen): c");
+    EXPECT_EQ(labelOf(page), "fathom");
+    EXPECT_EQ(labelOf("Q2 - prices" + link + talk), "none");
+    EXPECT_EQ(labelOf(talk + "\n0:09 - Ana\nc"), "markdown");
+}
+
+TEST(AnyExport, ReadsLabelsAndNamesWithoutCase) {
+    const Case cases[] = {
+        {"labels", "SPEAKER_00: a b\n[SPEAKER_01]: c\n[SPEAKER_01] d",
+         ", . SPEAKER_00: a b SPEAKER_01: c d"},
+        {"of two forms", "SPEAKER_00: a b\nspk_1: c", ""},
+        {"full-width colons and a title",
+         "会议主题：价格\n王明：一\n李雷：二\n续\n王明：三\n李雷: 四",
+         "价格, . 王明: 一 李雷: 二 续 王明: 三 李雷: 四"},
+        {"one name that returns", "王明：一\n李雷：二\n王明：三", ""},
+        {"Hindi", "राहुल शर्मा: एक।\nप्रिया: दो\nराहुल शर्मा: क\nप्रिया: ख",
+         ", . राहुल शर्मा: एक। प्रिया: दो राहुल शर्मा: क प्रिया: ख"},
+        {"more than four words", "ا ب ج د ه: و\nسارة: ا\nا ب ج د ه: و\nسارة: ا", ""},
+        {"labels of a manual", "参数：一\n返回值：二\n参数：三\n返回值：四", ""},
+        {"records", "城市：甲\n国家：乙\n人口：一\n城市：丙\n国家：丁\n人口：二", ""},
+        {"arrows and comments", "<!-- x\n-->\n\n# T\n\nAnn: a --> b\n\nBo: c\n\nAnn: d\n\nBo: e",
+         "T, . Ann: a --> b Bo: c Ann: d Bo: e"},
+        {"a document with a comment",
+         "<!-- x -->\n\n**Quick Start:** run make\n\n**Known Issues:** none", ""},
+    };
+    for (const auto& [why, text, expected] : cases) EXPECT_EQ(told(text), expected) << why;
+}
+
+TEST(AnyExport, ReadsLinkedQuotes) {
+    const std::string one = "[8](#startMs=1715702700000&endMs=1)", you = "[You](x/#startMs=5)";
+    EXPECT_EQ(told("# A\n\n## B\n\n> " + one + ": a\n> b\nc\n\nlost\n> lost\n\n> " + you +
+                   ": d\n"
+                   "# C\nlost\n# D\n>> **[Ana](#startMs=1715789100000)**: e"),
+              "A, 2024-05-14. 8: a b c Me: d // D, 2024-05-15. Ana: e");
+    EXPECT_EQ(labelOf("> " + one + ": a"), "limitless");
+    EXPECT_EQ(labelOf("> [8](#start=1715702700000): a"), "none");
+    EXPECT_EQ(labelOf("[#startMs=1](x): a"), "none");
+}
+
+TEST(AnyExport, ReadsPagesOfJson) {
+    const std::string meeting =
+        R"({"title": "T", "transcript": [{"speaker": "Ann", "text": "a"}]})";
+    const std::string lifelog =
+        R"({"title": "L", "contents": [{"type": "blockquote", "content": "b"}]})";
+    const Case cases[] = {
+        {"a list under a key", R"({"notes": [)" + meeting + "," + lifelog + "]}",
+         "T, . Ann: a // L, . Speaker 1: b"},
+        {"below data", R"({"x": 1, "data": {"transcripts": [)" + meeting + "]}}", "T, . Ann: a"},
+        {"data itself", R"({"data": [)" + meeting + "]}", "T, . Ann: a"},
+        {"pages after each other", R"([{"items": [)" + meeting + R"(]}, {"items": []}])",
+         "T, . Ann: a"},
+        {"nobody is named", R"({"items": [{"messages": [{"text": "a"}]}]})", ""},
+        {"a lifelog of Markdown",
+         R"({"data": {"lifelog": {"title": "M", "startTime": "2026-05-02T",)"
+         R"("markdown": "> [8](#startMs=1715702700000): a"}}})",
+         "M, 2026-05-02. 8: a"},
+        {"entries",
+         R"({"transcriptEntries": [{"participant": "c/x/p/7/", "text": "a"},)"
+         R"({"text": "b", "startTime": "2026-05-02T"}, {"participant": "me", "text": 3}]})",
+         ", 2026-05-02. 7: a Speaker 1: b"},
+    };
+    for (const auto& [why, text, expected] : cases) EXPECT_EQ(told(text), expected) << why;
+}
+
+TEST(AnyExport, TakesNoAgendaLogOrList) {
+    const char* cases[] = {
+        "Day one\n\n09:00 - Registration\n  Badges.\n09:30 - Opening Session\n  The chair.\n",
+        "Opening Session (09:00):\nThe chair speaks.\nCoffee Break (10:30):\nIn the hall.\n",
+        "0:00 - Intro\nWe begin.\n1:30 - Setup\nInstall it.\n4:12 - Demo\nSee it run.\n",
+        "Berlin (08:02):\nPlatform 3\nHamburg (09:47):\nPlatform 5\n",
+        "[12:00:01] Server: listening\n[12:00:02] Client: connected\n[12:00:03] Server: closed\n",
+        "[00:00:01] Main: tick\n[00:00:02] Pool: job=3 ok.\n[00:00:03] Pool: {x}.\n",
+        "[12:00] <ana> hi\n[12:01] <tom> hello\n",
+        "00:01 Compile: a.c\n00:02 Link: a\n00:03 Compile: b.c\n00:04 Link: b\n",
+        "speaker_1: alsa\nspeaker_2: pulse\n",
+        "interface X {\n  speaker_0: string;\n  speaker_1: a | b;\n}\n",
+        "**Dough (00:30):** mix\n\n**Oven (01:15):** bake\n",
+        "北京：中国的首都。\n上海：中国的城市。\n东京：日本的首都。\n",
+        "<!-- x -->\n\n# Tool\n\nWords.\n\n**Note:** this.\n\nWords.\n\n**Warning:** "
+        "that.\n\n**Note:** x.\n",
+    };
+    for (const char* text : cases) EXPECT_EQ(labelOf(text), "none") << text;
+    const std::string sample = "\n[00:03] Ana Ruiz: Hello.\n[00:05] Tom Reyes: Hi.\n";
+    std::string words;
+    for (int i = 0; i < 100; ++i) words += "Words about a format.\n";
+    EXPECT_EQ(labelOf("# Format\n" + sample), "markdown");
+    EXPECT_EQ(labelOf("# Format\n" + sample + words), "none");
+    EXPECT_EQ(labelOf("# Format\n" + words + sample), "none");
+}
+
+TEST(AnyExport, TakesNoFileOfThisTree) {
+    std::size_t files = 0;
+    for (const char* folder :
+         {"docs", "scripts", "cmake", "OmbrixPlatform", "OmbrixCore", "OmbrixCLI",
+          "OmbrixMarkdownKit", "OmbrixAnswerKit", "OmbrixMemoryKit", "tests", "fuzz", "benchmarks",
+          "examples/support"}) {
+        Files::walk(std::string(OMBRIX_EXAMPLES "/../") + folder, [&](const std::string& path) {
+            const auto text = Files::text(path);
+            if (!text || Text::contains(path, "/seeds/") || OmbrixTranscriptMarker::declares(*text))
+                return;
+            ++files;
+            const std::string label = labelOf(*text);
+            EXPECT_TRUE(label == "known" || label == "none") << path;
+        });
+    }
+    EXPECT_GT(files, 300U);
+}
+
+TEST(AnyExport, LineEndsAndBlanksChangeNothing) {
+    std::size_t exports = 0;
+    Files::walk(OMBRIX_EXAMPLES "/exports", [&](const std::string& path) {
+        const std::string text = Files::text(path).value();
+        const std::string label = labelOf(text), expected = told(text);
+        if (label == "known") return;
+        ++exports;
+        EXPECT_NE(label, "none") << path;
+        EXPECT_EQ(told("\uFEFF" + Text::replacingAll(text, "\n", "\r\n")), expected) << path;
+        const std::string blanks = Text::replacingAll(text, "\n", " \t\r");
+        if (labelOf(blanks) == "known") return;
+        EXPECT_EQ(told(blanks), expected) << path;
+    });
+    EXPECT_GE(exports, 17U);
+}
+}  // namespace
+}  // namespace ombrix
