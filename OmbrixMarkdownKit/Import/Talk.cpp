@@ -12,6 +12,7 @@
 #include "OmbrixMarkdownKit/Import/TalkNames.h"
 #include "OmbrixPlatform/LineCursor.h"
 #include "OmbrixPlatform/Text.h"
+#include "OmbrixPlatform/Utf8.h"
 #include "OmbrixPlatform/WordSet.h"
 
 namespace ombrix::TranscriptImport {
@@ -59,6 +60,13 @@ class TalkReader {
 
     Talk talk;
 
+    /// True when what was read cannot become a talk; its lines would take ten times its memory.
+    bool isLost() const {
+        constexpr std::size_t mostLines = 2000, mostLinesASpeech = 40;
+        return talk.linesBefore > mostLines ||
+               talk.lines.size() > mostLines + speeches_ * mostLinesASpeech;
+    }
+
     /// A trimmed line, the first one included.
     void read(std::string_view line) {
         const bool isFirst = std::exchange(isFirstLine_, false);
@@ -89,6 +97,7 @@ class TalkReader {
         if (auto speech = read_(line)) {
             if (speech->speaker.empty() && !isSpoken_) return;
             isSpoken_ = true;
+            if (!speech->speaker.empty()) ++speeches_;
             talk.lines.push_back(*speech);
         } else if (line.starts_with('#')) {
             if (line.starts_with(titleMark) && !talk.title)
@@ -105,6 +114,7 @@ class TalkReader {
     bool isFirstLine_ = true;
     bool isInFrontMatter_ = false;
     bool isSpoken_ = false;
+    std::size_t speeches_ = 0;
 };
 
 /// The names under which people of different organisations speak.
@@ -117,6 +127,10 @@ std::unordered_set<std::string_view> sharedNames(const Talk& talk) {
         if (!isNew && at->second != line.organisation) shared.insert(line.speaker);
     }
     return shared;
+}
+
+bool beginsCaseless(std::string_view name) {
+    return Text::isCaselessLetter(Utf8::decode(name, 0).scalar);
 }
 
 bool isCodeLike(std::string_view text) {
@@ -142,7 +156,10 @@ bool repeatsInOrder(const std::vector<std::string_view>& speakers) {
 Talk readTalk(std::string_view text, const TalkReader::Read& read) {
     TalkReader reader(read);
     LineCursor lines(text);
-    while (const auto line = lines.next()) reader.read(Text::trimmed(*line));
+    while (const auto line = lines.next()) {
+        reader.read(Text::trimmed(*line));
+        if (reader.isLost()) return {};
+    }
     return std::move(reader.talk);
 }
 
@@ -174,6 +191,7 @@ Voices voicesOf(const Talk& talk) {
             speakers.push_back(line.speaker);
             const std::size_t count = ++speeches[line.speaker];
             if (count == 1 && isPersonal(line.speaker)) ++voices.personal;
+            if (count == 1 && beginsCaseless(line.speaker)) ++voices.caseless;
             if (count == 2) ++voices.returning;
         }
         if (!line.text.empty()) {

@@ -44,6 +44,7 @@ struct Voices {
     std::size_t names = 0;      ///< different ones
     std::size_t returning = 0;  ///< of these, those that speak more than once
     std::size_t personal = 0;   ///< and those that are somebody's by themselves
+    std::size_t caseless = 0;   ///< and those in a script without case, where any word is a name
     std::size_t texts = 0;      ///< lines with text
     std::size_t codeLike = 0;   ///< of these, those with marks of code and logs
     std::size_t sentences = 0;  ///< of these, those that end like a sentence

@@ -74,10 +74,14 @@ bool isWithinReason(const Talk& talk, const Voices& voices) {
            talk.linesBefore <= mostLinesBefore + 2 * voices.speeches;
 }
 
-/// Names that come once each: a short talk, not a list of chapters or of what is on today.
-bool isShortTalk(const Voices& voices, bool haveColons) {
+/// True when the names are those of people who talk, and not of a list of chapters or of what is on
+/// today: somebody speaks again, or the talk is short. Of words in a script without case, which all
+/// may be names, two must come again.
+bool isAmongPeople(const Voices& voices, bool haveColons) {
+    if (voices.caseless > 0 && !haveColons) return voices.returning >= 2;
+    if (voices.returning > 0) return true;
     if (voices.areClocksRound || voices.speeches > mostWithoutReturn) return false;
-    return voices.areAllPersonal() || (haveColons && voices.beginsAtZero);
+    return (voices.areAllPersonal() && voices.caseless == 0) || (haveColons && voices.beginsAtZero);
 }
 
 /// Logs have names that return, too; theirs are single words, and few lines end like sentences.
@@ -119,8 +123,7 @@ std::optional<ParsedMeeting> readTimedTalk(std::string_view text, TimedForm form
     if (readsLikeLog(voices, form)) return std::nullopt;
     CallPage page;
     if (form == TimedForm::clockThenName) page = callPageOf(text, reference);
-    if (voices.returning == 0 && !page.isOne() && !isShortTalk(voices, haveColons))
-        return std::nullopt;
+    if (!page.isOne() && !isAmongPeople(voices, haveColons)) return std::nullopt;
     ParsedMeeting meeting = meetingOf(talk);
     if (page.isOne()) {
         meeting.format = Format::fathomText;

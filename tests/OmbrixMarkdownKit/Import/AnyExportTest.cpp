@@ -159,6 +159,7 @@ TEST(AnyExport, TakesNoAgendaLogOrList) {
         "[12:00] <ana> hi\n[12:01] <tom> hello\n",
         "00:01 Compile: a.c\n00:02 Link: a\n00:03 Compile: b.c\n00:04 Link: b\n",
         "speaker_1: alsa\nspeaker_2: pulse\n",
+        "出发 8:03\n东京\n到达 9:47\n大阪\n出发 10:01\n大阪\n",
         "interface X {\n  speaker_0: string;\n  speaker_1: a | b;\n}\n",
         "**Dough (00:30):** mix\n\n**Oven (01:15):** bake\n",
         "北京：中国的首都。\n上海：中国的城市。\n东京：日本的首都。\n",
