@@ -86,14 +86,20 @@ std::string withoutComments(std::string_view text) {
     return plain.erase(0, std::min(plain.find_first_not_of(" \t\n"), plain.size()));
 }
 
+std::size_t turnCount(const Export& found) {
+    std::size_t count = 0;
+    for (const auto& meeting : found.meetings) count += meeting.turns.size();
+    return count;
+}
+
 /// A text that was taken for subtitles because of an arrow, in a comment or in what somebody says.
 std::optional<Export> readWithoutArrows(std::string_view text, const Reference& reference) {
     const std::string plain = withoutComments(text);
     auto talk = readTalkText(plain, reference);
     if (!talk && !isPlainTalk(plain)) return std::nullopt;
     if (!holdsArrow(plain)) {
-        auto described = readExport(plain);
-        if (described && !described->meetings.empty()) return described;
+        auto known = readExport(plain);
+        if (known && turnCount(*known) >= (talk ? turnCount(*talk) : 1)) return known;
     }
     if (talk) return talk;
     auto meeting = readMarkdown(plain);

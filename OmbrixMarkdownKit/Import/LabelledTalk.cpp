@@ -104,7 +104,7 @@ std::optional<ParsedMeeting> readCaselessSpeakers(std::string_view text) {
 }
 
 bool isPlainTalk(std::string_view text) {
-    constexpr std::size_t mostLinesASpeech = 4;
+    constexpr std::size_t mostLinesASpeech = 4, leastSpeechesALabel = 10;
     std::string unused;
     std::size_t labels = 0;
     const Talk talk = readTalk(text, [&](std::string_view line) {
@@ -117,8 +117,8 @@ bool isPlainTalk(std::string_view text) {
         return said;
     });
     const Voices voices = voicesOf(talk);
-    if (voices.speeches < 2 || labels > 0 || !isProse(voices) || voices.areRecords ||
-        talk.lines.size() > mostLinesASpeech * voices.speeches ||
+    if (voices.speeches < 2 || labels * leastSpeechesALabel > voices.speeches || !isProse(voices) ||
+        voices.areRecords || talk.lines.size() > mostLinesASpeech * voices.speeches ||
         talk.linesBefore > mostLinesBefore)
         return false;
     const bool areAllPersonal = voices.areAllPersonal();

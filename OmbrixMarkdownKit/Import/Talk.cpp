@@ -53,6 +53,12 @@ bool isRule(std::string_view line) {
     return line.size() >= 3 && line.find_first_not_of("-*_=") == line.npos;
 }
 
+/// "# Title", "## Section"; "#1 on the list" is said by somebody.
+bool isHeading(std::string_view line) {
+    const std::size_t end = line.find_first_not_of('#');
+    return end != 0 && (end == line.npos || line[end] == ' ');
+}
+
 class TalkReader {
   public:
     using Read = std::function<std::optional<TalkLine>(std::string_view)>;
@@ -93,13 +99,13 @@ class TalkReader {
     }
 
     void readBody(std::string_view line) {
-        if (talk.lines.empty() && !line.starts_with('#') && readFact(line)) return;
+        if (talk.lines.empty() && !isHeading(line) && readFact(line)) return;
         if (auto speech = read_(line)) {
             if (speech->speaker.empty() && !isSpoken_) return;
             isSpoken_ = true;
             if (!speech->speaker.empty()) ++speeches_;
             talk.lines.push_back(*speech);
-        } else if (line.starts_with('#')) {
+        } else if (isHeading(line)) {
             if (line.starts_with(titleMark) && !talk.title)
                 talk.title = Text::trimmed(line.substr(titleMark.size()));
             isSpoken_ = false;

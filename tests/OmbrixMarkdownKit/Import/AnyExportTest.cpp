@@ -46,8 +46,8 @@ struct Case {
 
 TEST(AnyExport, ReadsLinesWithClocks) {
     const Case cases[] = {
-        {"service text, hours without end", "Speaker 1 (00:03):\na\nb\n\nAna Ruiz (101:00:07):\nc",
-         ", . Speaker 1: a b Ana Ruiz: c"},
+        {"service text, hours without end", "Speaker 1 (00:03):\n#a\nb\n\nAna Ruiz (101:00:07):\nc",
+         ", . Speaker 1: #a b Ana Ruiz: c"},
         {"halves of a day", "Ana (11:58 AM):\na\nTom (12:01 p.m):\nx",  // no clock: "p.m"
          ""},
         {"halves of a day in order", "Ana R (11:58 AM):\na\nTom (12:01 PM):\nb\nAna R (1:05pm):\nc",
