@@ -22,5 +22,14 @@ const std::vector<SpecCommand>& commands();
 void declareStatus(Command root);
 void declareAskLand(Command ask);
 void declareGiveLand(Command give);
+void declareAskConsolidate(Command ask);
+void declareGiveConsolidate(Command give);
+void declareAskBefore(Command ask);
+void declareGiveBefore(Command give);
+void declareAskPrepare(Command ask);
+void declareGivePrepare(Command give);
 void declareRefresh(Command root);
+void declareFollowUps(Command root);
+void declareMemory(Command root);
+void declareAlias(Command root);
 }  // namespace ombrix

@@ -3,7 +3,7 @@
 // libFuzzer: -dict=fuzz/json.dict
 #include <string>
 
-#include "Law.h"
+#include "AnswerLaws.h"
 #include "OmbrixMemoryKit/Identity/ISODate.h"
 #include "OmbrixMemoryKit/Identity/PersonAliases.h"
 #include "OmbrixMemoryKit/Land/LandInputBuilder.h"
@@ -24,7 +24,8 @@ void checkAnswer(std::string_view text) {
 
         const auto turns = LandInputBuilder::reduceTurns({&output, 1});
         law(turns.size() == 1 && turns[0].text.starts_with("Summary: "), "a record is one turn");
-    } catch (const LandOutput::DecodeError&) {
+    } catch (const LandOutput::DecodeError& error) {
+        Fuzz::checkRefusal(error);
     }
 }
 

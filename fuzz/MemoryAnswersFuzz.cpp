@@ -3,7 +3,7 @@
 // libFuzzer: -dict=fuzz/json.dict
 #include <string>
 
-#include "Law.h"
+#include "AnswerLaws.h"
 #include "OmbrixMemoryKit/Memory/BeforeFile.h"
 #include "OmbrixMemoryKit/Memory/MemoryFiles.h"
 
@@ -22,7 +22,8 @@ void checkConsolidate(std::string_view text) {
         const MemoryFileMeta meta{.title = "Ana", .kind = output.kind, .key = "name:ana"};
         const auto file = MemoryFile::render(meta, output, "Claude", at, 1);
         law(file && MemoryFile::parse(*file).has_value(), "its memory file reads back");
-    } catch (const LandOutput::DecodeError&) {
+    } catch (const LandOutput::DecodeError& error) {
+        Fuzz::checkRefusal(error);
     }
 }
 
@@ -37,6 +38,11 @@ void checkBefore(std::string_view text) {
         law(BeforeFile::parse(file, calendar).has_value(), "its card reads back");
     } catch (const Json::SyntaxError&) {
     } catch (const Json::DecodingError&) {
+    }
+    try {
+        BeforeOutput::decodeOrRefuse(text);
+    } catch (const RefusedAnswer& error) {
+        Fuzz::checkRefusal(error);
     }
 }
 }  // namespace

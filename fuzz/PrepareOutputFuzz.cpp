@@ -5,7 +5,7 @@
 #include <set>
 #include <string>
 
-#include "Law.h"
+#include "AnswerLaws.h"
 #include "OmbrixMemoryKit/Moves/PrepareSidecar.h"
 
 using namespace ombrix;
@@ -15,7 +15,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     PrepareOutput output;
     try {
         output = PrepareOutput::decode(Fuzz::text(data, size));
-    } catch (const PrepareOutput::DecodeError&) {
+    } catch (const PrepareOutput::DecodeError& error) {
+        Fuzz::checkRefusal(error);
         return 0;
     }
     const std::string written = Json::write(encode(output), Json::Style::canonical);
@@ -27,6 +28,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     try {
         output.validate(turns);
     } catch (const PrepareOutput::CitationError& error) {
+        Fuzz::checkRefusal(error);
         law(!std::holds_alternative<PrepareOutput::CitationError::UnknownTurn>(error.reason()),
             "a turn of the meeting is known");
     }

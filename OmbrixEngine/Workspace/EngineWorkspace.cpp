@@ -322,6 +322,12 @@ const PersonAliases& EngineWorkspace::aliasesFile() {
     return *aliasesFile_;
 }
 
+void EngineWorkspace::setAliasesFile(PersonAliases aliases) {
+    aliasesFile_ = std::move(aliases);
+    aliases_.reset();
+    privacy_.reset();
+}
+
 const PersonAliases& EngineWorkspace::aliases() {
     if (aliases_) return *aliases_;
     PersonAliases all = aliasesFile();

@@ -92,6 +92,9 @@ class EngineWorkspace {
 
     /// The aliases file alone. Throws `CLIError` when it cannot be read: it is the user's.
     const PersonAliases& aliasesFile();
+    /// Replaces it, in this workspace alone. What was returned of aliases and of privacy is no
+    /// longer valid then.
+    void setAliasesFile(PersonAliases aliases);
     /// The same with the names under "alias:" in the corrections of memory files.
     const PersonAliases& aliases();
     const std::vector<MemoryFileEntry>& memoryFiles();

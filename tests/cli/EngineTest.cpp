@@ -6,13 +6,11 @@
 #include <unistd.h>
 
 #include <filesystem>
-#include <map>
 
+#include "EngineLibrary.h"
 #include "OmbrixPlatform/Files.h"
-#include "OmbrixPlatform/JsonDocument.h"
 #include "OmbrixPlatform/Paths.h"
 #include "OmbrixPlatform/Regex.h"
-#include "OmbrixPlatform/TestFolder.h"
 #include "OmbrixPlatform/Text.h"
 #include "ToolProcess.h"
 
@@ -22,107 +20,6 @@ namespace {
 namespace fs = std::filesystem;
 using testing::HasSubstr;
 using testing::Not;
-using Tree = std::map<std::string, std::string>;
-
-const std::string talk =
-    "**Ana Ruiz:** Can you send me the price list by Friday?\n\n"
-    "**Me:** I'll send you the price list on Friday.\n\n"
-    "**Ana Ruiz:** Good. I run the launch, so write to ana@example.com.\n";
-
-std::string transcript(const std::string& title, const std::string& day, const std::string& turns,
-                       const std::string& more = "") {
-    return "---\ntitle: " + title + "\ndate: " + day + "\nsource: Ombrix\nparticipants:\n" +
-           "  - Ana Ruiz\n  - Dana Reyes\n" + more +
-           "---\n\n## Notes\n\nMine.\n\n## Transcript\n\n" + turns;
-}
-
-std::string answer(const std::string& commitments = "", const std::string& facts = "",
-                   const std::string& summary = "The list was promised.") {
-    return R"({"version":1,"summary":")" + summary +
-           R"(","notes":[{"topic":"Launch","bullets":["The list goes out on Friday."]}],)"
-           R"("decisions":[],"open_questions":[],"commitments":[)" +
-           commitments + R"(],"resolutions":[],"memory":[)" + facts +
-           R"(],"unresolved_speakers":[],"not_sure":[]})";
-}
-
-const std::string promise =
-    R"({"direction":"user_owes","who":"Ana Ruiz","who_key":"name:ana ruiz","what":"Send the price )"
-    R"(list","quote":"I'll send you the price list on Friday.","speaker":"Me","due_raw":"Friday",)"
-    R"("due":"2099-09-04","certainty":"recorded"})";
-const std::string role =
-    R"({"entity_key":"name:ana ruiz","kind":"person","fact":"Ana runs the launch.",)"
-    R"("quote":"I run the launch","certainty":"recorded"})";
-
-/// A library of its own, and the program over it.
-class Library {
-  public:
-    Library() {
-        disk_.write("support/config.json", R"({"output_folder_display_path": ")" + root() +
-                                               R"(", "user_name": "Dana Reyes"})");
-        fs::create_directories(root());
-    }
-    std::string root() const { return disk_.at("library"); }
-    const test::TestFolder& disk() const { return disk_; }
-    void write(const std::string& name, const std::string& text) const {
-        disk_.write("library/" + name, text);
-    }
-    std::string read(const std::string& name) const { return disk_.read("library/" + name); }
-
-    Call call(std::vector<std::string> arguments) const {
-        arguments.insert(arguments.begin(), OMBRIX_ENGINE);
-        arguments.insert(arguments.end(), {"--support-dir", disk_.at("support")});
-        return callIn(disk_.path(), std::move(arguments));
-    }
-    Outcome run(std::vector<std::string> arguments) const {
-        return ToolTests::run(call(std::move(arguments)));
-    }
-    /// The `data` of a call that succeeds.
-    Json::Value data(std::vector<std::string> arguments) const {
-        const Outcome outcome = run(std::move(arguments));
-        EXPECT_EQ(outcome.status, 0) << outcome.output << outcome.errors;
-        const auto envelope = Json::parse(outcome.output);
-        return envelope.member("data") == nullptr ? Json::Value() : *envelope.member("data");
-    }
-    std::string asked(const std::string& meeting, const char* member = "inputHash") const {
-        return *data({"ask", "land", meeting}).member(member)->string();
-    }
-    Call giving(const std::string& meeting, const std::string& hash, const std::string& text,
-                std::vector<std::string> more = {}) const {
-        disk_.write("answer.json", text);
-        std::vector<std::string> line = {"give",
-                                         "land",
-                                         meeting,
-                                         "--input-hash",
-                                         hash,
-                                         "--model",
-                                         "claude-sonnet-4-5",
-                                         "--route",
-                                         "ownKey",
-                                         "--file",
-                                         disk_.at("answer.json")};
-        line.insert(line.end(), more.begin(), more.end());
-        return call(std::move(line));
-    }
-    Outcome give(const std::string& meeting, const std::string& text) const {
-        return ToolTests::run(giving(meeting, asked(meeting), text));
-    }
-    /// The files a person or another program sees, without instants and caches.
-    Tree tree() const {
-        static const Regex instant(R"(\d{4}-\d\d-\d\dT\d\d:\d\d:\d\dZ)");
-        Tree files;
-        for (const auto& entry : fs::recursive_directory_iterator(root())) {
-            const std::string name = entry.path().lexically_relative(root());
-            if (!entry.is_regular_file() || name.starts_with(".ombrix/engine/")) continue;
-            files[name] = instant.replacingAll(Files::bytes(entry.path()),
-                                               [](const auto&) { return std::string("NOW"); });
-        }
-        return files;
-    }
-    std::string status() const { return run({"status"}).output; }
-
-  private:
-    test::TestFolder disk_;
-};
 
 TEST(Engine, AnAnswerBecomesFilesAndTheSameAnswerChangesNothing) {
     const Library library;

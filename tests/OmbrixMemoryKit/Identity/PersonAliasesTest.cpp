@@ -4,6 +4,8 @@
 #include <random>
 #include <set>
 
+#include "OmbrixMemoryKit/Identity/AliasRing.h"
+
 namespace ombrix {
 namespace {
 
@@ -81,6 +83,23 @@ TEST(PersonAliases, AnyOrderGivesTheSameSetsOfKeys) {
             std::ranges::shuffle(links, random);
         }
     }
+}
+
+TEST(AliasRing, IsWhatLeadsBackToItself) {
+    const std::pair<Identities, std::vector<std::string>> cases[] = {
+        {{{"name:a", {"name:b", "name:c"}}, {"name:d", {"name:a"}}}, {}},
+        {{{"name:a", {"Name:A"}}}, {"name:a"}},
+        {{{"name:a", {"name:b"}}, {"name:c", {"name:b", "name:a"}}, {"name:b", {"name:c"}}},
+         {"name:a", "name:c", "name:b"}},
+        {{{"name:a", {"name:b"}}, {"name:c", {"name:b"}}}, {}},  // two people, no way back
+    };
+    for (const auto& [identities, ring] : cases) EXPECT_EQ(aliasRing(identities), ring);
+    Identities chain;
+    for (int i = 0; i < 100'000; ++i)
+        chain.push_back({"name:" + std::to_string(i), {"name:" + std::to_string(i + 1)}});
+    EXPECT_TRUE(aliasRing(chain).empty());
+    chain.push_back({"name:100000", {"name:0"}});
+    EXPECT_EQ(aliasRing(chain).size(), 100'001U);
 }
 }  // namespace
 }  // namespace ombrix

@@ -1,0 +1,98 @@
+#include "OmbrixEngine/EngineCommands.h"
+#include "OmbrixEngine/Protocol/Ask.h"
+#include "OmbrixEngine/Protocol/CommandText.h"
+#include "OmbrixEngine/Protocol/Give.h"
+#include "OmbrixEngine/Protocol/PlannedWork.h"
+#include "OmbrixEngine/Steps/BeforeStep.h"
+#include "OmbrixMemoryKit/EngineRecipes.h"
+
+namespace ombrix {
+namespace {
+
+struct AskOptions {
+    UpcomingCall call;
+    GlobalOptions global;
+};
+
+struct BeforeGiveOptions : GiveOptions {
+    UpcomingCall call;
+};
+
+/// The words of the command line that name the call.
+std::vector<std::string> words(std::string verb, const UpcomingCall& call) {
+    std::vector<std::string> words = {std::move(verb), "before",   "--people", call.people,
+                                      "--title",       call.title, "--for",    call.time};
+    if (call.thread) words.insert(words.end(), {"--thread", *call.thread});
+    return words;
+}
+
+void declareCall(const Command& command, UpcomingCall& call) {
+    command.option("--people", call.people,
+                   "Who will be there: names or keys, with commas between them.",
+                   Presence::required);
+    command.option("--title", call.title, "What the call is called.", Presence::required);
+    command.option("--for", call.time,
+                   "When it begins: 2026-09-08T10:00 on this machine's clock, or with an offset.",
+                   Presence::required);
+    command.option("--thread", call.thread,
+                   "The thread it belongs to, instead of the one these people share.");
+}
+
+void askBefore(const CLIContext& context, const AskOptions& options) {
+    EngineWorkspace workspace(context);
+    const BeforeStep step(workspace, options.call);
+    const auto& question = step.question();
+    std::vector<std::string> keys;
+    for (const auto& person : step.input().people) keys.push_back(person.key);
+    auto answerWith = words("give", options.call);
+    answerWith.insert(answerWith.end(), {"--input-hash", question.hash, "--model", "NAME",
+                                         "--route", "claudeCode", "--stdin"});
+    emitAsk(context, workspace,
+            {.step = "before",
+             .subject = Json::object({{"people", keys}, {"card", step.path()}}),
+             .recipeVersion = EngineRecipes::beforeVersion,
+             .recipeSHA256 = EngineRecipes::beforeSHA256,
+             .systemPrompt = std::string(EngineRecipes::beforeSystemPrompt),
+             .schemaJSON = EngineRecipes::beforeOutputSchemaJSON,
+             .input = question,
+             .answerWith = engineCommand(context, std::move(answerWith))});
+}
+
+void giveBefore(const CLIContext& context, const BeforeGiveOptions& options) {
+    const GivenAnswer answer = readAnswer(options);
+    const std::string ask = engineCommand(context, words("ask", options.call));
+    const auto plan = [&](EngineWorkspace& workspace) {
+        const BeforeStep step(workspace, options.call);
+        requireCurrent(answer, step.question().hash, ask);
+        const auto output = decodeAnswer(answer, ask, [&](std::string_view text) {
+            auto decoded = BeforeOutput::decodeOrRefuse(text);
+            EntityCitations::check(decoded, step.input());
+            return decoded;
+        });
+        PlannedWork work{.changes = ChangeSet(workspace.folder())};
+        step.plan(work.changes, answer, output);
+        work.data.emplace("step", "before");
+        work.data.emplace("people", Json::toValue(step.people()));
+        work.data.emplace("card", step.path());
+        return work;
+    };
+    runPlanned(context, options.dryRun ? Writing::dryRun : Writing::forReal, plan);
+}
+}  // namespace
+
+void declareAskBefore(Command ask) {
+    const Command command =
+        ask.subcommand("before", "Ask for the card of a call with people the user has met.");
+    const auto options = command.options<AskOptions>();
+    declareCall(command, options->call);
+    command.run(options, askBefore);
+}
+
+void declareGiveBefore(Command give) {
+    const Command command = give.subcommand("before", "Take the card of a call.");
+    const auto options = command.options<BeforeGiveOptions>();
+    declareCall(command, options->call);
+    declareGiveOptions(command, *options);
+    command.run(options, giveBefore);
+}
+}  // namespace ombrix
