@@ -33,8 +33,8 @@ DocumentEvidence EvidenceCollector::collect(const TranscriptDocument& document) 
     addHeader(document);
     addBodies(bodyFields(document));
     for (std::size_t i = 0; i < document.turns.size(); ++i) {
-        pieces_.assign(1, document.turns[i].text);
-        if (matcher_.nextPlace(pieces_[0], 0) < pieces_[0].size()) addTurn(i);
+        counter_.addWhole(document.turns[i].text);
+        finishTurn(i);
     }
     auto evidence = finish(document);
     evidence.userSpoke = speaker_ && !evidence.terms.empty() &&
@@ -78,7 +78,7 @@ TermEvidence& EvidenceCollector::term(std::size_t keyword) {
 }
 
 const std::vector<KeywordMatcher::Counter::Found>& EvidenceCollector::count(std::string_view text) {
-    if (matcher_.nextPlace(text, 0) < text.size()) counter_.add(text);
+    counter_.addWhole(text);
     return counter_.finish();
 }
 
@@ -107,8 +107,7 @@ void EvidenceCollector::addBodies(const BodyFields& bodies) {
     }
 }
 
-void EvidenceCollector::addTurn(std::size_t index) {
-    for (const auto piece : pieces_) counter_.add(piece);
+void EvidenceCollector::finishTurn(std::size_t index) {
     for (const auto& [keyword, times] : counter_.finish()) {
         TermEvidence& found = term(keyword);
         found.tf += static_cast<double>(times);
@@ -117,36 +116,43 @@ void EvidenceCollector::addTurn(std::size_t index) {
 }
 
 // One scan runs through the whole section; turns are cut only when it finds a candidate, and words
-// only in the turns that have one.
+// only at the candidates, unless the turn has one that needs all of its words.
 void EvidenceCollector::addTurns(std::string_view section) {
-    std::size_t place = matcher_.nextPlace(section, 0);
+    KeywordMatcher::Places places(matcher_, section);
+    std::size_t place = places.next(0);
     if (place == section.size()) return;
-    const auto end = [&](std::string_view text) {
-        return static_cast<std::size_t>(text.data() + text.size() - section.data());
-    };
-    bool holdsPlace = false;
     std::size_t turn = 0;  // counts from 1; 0 before the first
-    const auto finishTurn = [&] {
-        if (holdsPlace) addTurn(turn - 1);
-        holdsPlace = false;
+    bool needsAllWords = false;
+    const auto finish = [&] {
+        if (needsAllWords) {
+            counter_.forget();
+            for (const auto piece : pieces_) counter_.add(piece);
+        }
+        if (turn > 0) finishTurn(turn - 1);
+        needsAllWords = false;
         pieces_.clear();
     };
     pieces_.clear();
     Paragraphs paragraphs(section);
     for (Paragraph paragraph; paragraphs.next(paragraph);) {
         if (paragraph.opensTurn) {
-            finishTurn();
+            finish();
             ++turn;
         }
-        if (place == section.size() && !holdsPlace) return;
-        pieces_.push_back(paragraph.text);
-        const std::size_t begin = end(paragraph.text) - paragraph.text.size();
-        if (place < begin) place = matcher_.nextPlace(section, begin);
-        if (place >= end(paragraph.text)) continue;
-        holdsPlace = true;
-        place = matcher_.nextPlace(section, end(paragraph.text));
+        if (place == section.size() && !needsAllWords) break;
+        const auto text = paragraph.text;
+        pieces_.push_back(text);
+        const auto begin = static_cast<std::size_t>(text.data() - section.data());
+        const std::size_t end = begin + text.size();
+        if (place < begin) place = places.next(begin);
+        for (std::size_t from = begin; place < end; place = places.next(from)) {
+            const auto read =
+                needsAllWords ? std::nullopt : counter_.addAt(text, place - begin, from - begin);
+            needsAllWords = !read;
+            from = read ? begin + *read : end;
+        }
     }
-    finishTurn();
+    finish();
 }
 
 bool EvidenceCollector::userSpoke(std::string_view section) const {

@@ -76,7 +76,8 @@ class EvidenceCollector {
     void addHeader(const TranscriptDocument& header);
     void addBodies(const BodyFields& bodies);
     void addTurns(std::string_view section);
-    void addTurn(std::size_t index);
+    /// What was counted since the last field, as a turn's.
+    void finishTurn(std::size_t index);
     bool userSpoke(std::string_view section) const;
     /// Counts the keywords of `text`; quick when the scan shows that there is none.
     const std::vector<KeywordMatcher::Counter::Found>& count(std::string_view text);

@@ -6,14 +6,19 @@
 
 #include "OmbrixMarkdownKit/Words/OneOnOne.h"
 #include "OmbrixMarkdownKit/Words/Stemmer.h"
+#include "OmbrixMarkdownKit/Words/WordAt.h"
 #include "OmbrixMarkdownKit/Words/WordScanner.h"
 #include "OmbrixPlatform/Text.h"
 
 namespace ombrix {
 namespace {
 
-/// With more prefixes than this, looking for each costs as much as cutting every word.
-constexpr std::size_t mostPrefixes = 24;
+/// With more prefixes than this, so many words may begin with one that cutting every word costs as
+/// much.
+constexpr std::size_t mostPrefixes = 32;
+
+/// Longer words are cut with their neighbours.
+constexpr std::size_t longestAlone = 64;
 
 /// Prefixes; every occurrence of the keyword contains a word that starts with one. A phrase needs
 /// all its words, so its longest prefix is enough. "1o1" is written in forms that start otherwise.
@@ -27,34 +32,48 @@ std::vector<std::string> prefixesOf(const std::vector<std::string>& stems) {
     return {longest};
 }
 
-std::optional<ByteScan::WordStarts> startsOf(
-    const std::vector<std::vector<std::string>>& keywords) {
+std::vector<std::vector<std::string>> stemsOf(const std::vector<std::string>& keywords) {
+    std::vector<std::vector<std::string>> result;
+    result.reserve(keywords.size());
+    for (const auto& keyword : keywords) {
+        const auto stems = Text::splitDroppingEmpty(keyword, " ");
+        result.emplace_back(stems.begin(), stems.end());
+    }
+    return result;
+}
+
+/// The prefixes of all keywords; none when there are too many.
+std::vector<std::string> prefixesOf(const std::vector<std::vector<std::string>>& keywords) {
     std::vector<std::string> prefixes;
     for (const auto& stems : keywords) {
         std::ranges::move(prefixesOf(stems), std::back_inserter(prefixes));
-        if (prefixes.size() > mostPrefixes) return std::nullopt;
+        if (prefixes.size() > mostPrefixes) return {};
     }
-    return ByteScan::WordStarts(std::move(prefixes));
+    return prefixes;
 }
 }  // namespace
 
-KeywordMatcher::KeywordMatcher(const std::vector<std::string>& keywords) : nodes_(1) {
-    keywords_.reserve(keywords.size());
-    for (const auto& keyword : keywords) {
-        const auto stems = Text::splitDroppingEmpty(keyword, " ");
-        keywords_.emplace_back(stems.begin(), stems.end());
-        insert(keywords_.size() - 1);
-    }
+KeywordMatcher::KeywordMatcher(const std::vector<std::string>& keywords)
+    : keywords_(stemsOf(keywords)), nodes_(1), starts_(prefixesOf(keywords_)) {
+    for (std::size_t i = 0; i < keywords_.size(); ++i) insert(i);
     link();
-    starts_ = startsOf(keywords_);
+    isEverywhere_ = !keywords_.empty() && prefixesOf(keywords_).empty();
 }
 
 void KeywordMatcher::insert(std::size_t keyword) {
     std::uint32_t node = root;
     for (const auto& stem : keywords_[keyword]) {
-        const auto number =
-            stems_.try_emplace(stem, static_cast<std::uint32_t>(stems_.size())).first->second;
-        firstBytes_[static_cast<unsigned char>(stem[0])] = true;
+        const auto [entry, isNewStem] =
+            numbers_.try_emplace(stem, static_cast<std::uint32_t>(stems_.size()));
+        const std::uint32_t number = entry->second;
+        if (isNewStem) {
+            stems_.push_back({.text = stem});
+            byFirstByte_[static_cast<unsigned char>(stem[0])].push_back(number);
+        }
+        if (keywords_[keyword].size() == 1)
+            stems_[number].keyword = keyword;
+        else
+            stems_[number].isInPhrase = true;
         const auto next = static_cast<std::uint32_t>(nodes_.size());
         const auto [place, isNew] =
             children_.try_emplace(std::uint64_t{node} << 32U | number, next);
@@ -90,18 +109,20 @@ void KeywordMatcher::link() {
 }
 
 std::uint32_t KeywordMatcher::stemNumber(std::string_view stem) const {
-    if (!firstBytes_[static_cast<unsigned char>(stem[0])]) return nowhere;
-    const auto found = stems_.find(stem);
-    return found == stems_.end() ? nowhere : found->second;
+    constexpr std::size_t fewerThanAHash = 8;
+    const auto& numbers = byFirstByte_[static_cast<unsigned char>(stem[0])];
+    if (numbers.size() > fewerThanAHash) {
+        const auto found = numbers_.find(stem);
+        return found == numbers_.end() ? nowhere : found->second;
+    }
+    for (const std::uint32_t number : numbers)
+        if (stems_[number].text == stem) return number;
+    return nowhere;
 }
 
 std::uint32_t KeywordMatcher::child(std::uint32_t node, std::uint32_t stem) const {
     const auto found = children_.find(std::uint64_t{node} << 32U | stem);
     return found == children_.end() ? nowhere : found->second;
-}
-
-std::size_t KeywordMatcher::nextPlace(std::string_view text, std::size_t from) const {
-    return starts_ ? starts_->next(text, from) : std::min(from, text.size());
 }
 
 KeywordMatcher::Counter::Counter(const KeywordMatcher& matcher)
@@ -110,6 +131,56 @@ KeywordMatcher::Counter::Counter(const KeywordMatcher& matcher)
 void KeywordMatcher::Counter::add(std::string_view piece) {
     WordScanner scanner(piece);
     for (WordScanner::Token token; scanner.next(token);) step(token.stem);
+}
+
+void KeywordMatcher::Counter::addWhole(std::string_view field) {
+    Places places(matcher_, field);
+    std::size_t from = 0;
+    for (std::size_t place = places.next(0); place < field.size(); place = places.next(from)) {
+        const auto end = addAt(field, place, from);
+        if (!end) {
+            forget();
+            return add(field);
+        }
+        from = *end;
+    }
+}
+
+std::optional<std::size_t> KeywordMatcher::Counter::addAt(std::string_view piece, std::size_t place,
+                                                          std::size_t from) {
+    if (matcher_.isEverywhere_) return std::nullopt;
+    if (Text::isAsciiAlphanumeric(piece[place])) {
+        const auto word = WordAt::plain(piece, place);
+        if (word && word->letters.size() <= longestAlone) {
+            if (WordAt::isPartOfOneForm(word->letters)) return std::nullopt;
+            if (word->letters.size() >= WordScanner::minCharacters) {
+                lower_.assign(word->letters);
+                for (char& c : lower_) c |= 0x20;  // a digit stays as it is
+                if (!addAlone(Stemmer::stem(lower_, lower_.size(), stem_))) return std::nullopt;
+            }
+            return word->end;
+        }
+    }
+    const ByteRange stretch = WordAt::stretchAround(piece, place);
+    const std::string_view text = stretch.of(piece);
+    if (ByteScan::OneForms(text).next(0) < text.size()) return std::nullopt;
+    WordScanner scanner(text);
+    for (WordScanner::Token token; scanner.next(token);)
+        if (stretch.begin + token.range.begin >= from && !addAlone(token.stem)) return std::nullopt;
+    return stretch.end;
+}
+
+/// Counts a word that is read without its neighbours; false when it can be one of a phrase.
+bool KeywordMatcher::Counter::addAlone(std::string_view stem) {
+    const std::uint32_t number = matcher_.stemNumber(stem);
+    if (number == nowhere) return true;
+    if (matcher_.stems_[number].isInPhrase) return false;
+    if (const auto keyword = matcher_.stems_[number].keyword) found(*keyword);
+    return true;
+}
+
+void KeywordMatcher::Counter::found(std::size_t keyword) {
+    if (times_[keyword]++ == 0) touched_.push_back(keyword);
 }
 
 void KeywordMatcher::Counter::step(std::string_view stem) {
@@ -125,9 +196,7 @@ void KeywordMatcher::Counter::step(std::string_view stem) {
     }
     node_ = next == nowhere ? root : next;
     for (std::uint32_t node = node_; node != root; node = matcher_.nodes_[node].shorter) {
-        if (const auto keyword = matcher_.nodes_[node].keyword) {
-            if (times_[*keyword]++ == 0) touched_.push_back(*keyword);
-        }
+        if (const auto keyword = matcher_.nodes_[node].keyword) found(*keyword);
     }
 }
 

@@ -2,6 +2,7 @@
 // stem or, for a quoted phrase, several that must follow each other.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -22,16 +23,43 @@ class KeywordMatcher {
 
     const std::vector<std::vector<std::string>>& keywords() const { return keywords_; }
 
-    /// The first place from `from` on where a keyword is possible; the size when the rest has none.
-    /// Much faster than counting. With very many keywords every place is possible.
-    std::size_t nextPlace(std::string_view text, std::size_t from) const;
+    /// Walks the places of a text where a keyword is possible; the matcher and the text must
+    /// outlive it. With very many keywords every place is possible.
+    class Places {
+      public:
+        Places(const KeywordMatcher& matcher, std::string_view text)
+            : size_(text.size()),
+              isEverywhere_(matcher.isEverywhere_),
+              walk_(matcher.starts_, text) {}
+        /// The first place from `from` on; the size when the rest has none. Much faster than
+        /// counting. Quick when `from` never goes back.
+        std::size_t next(std::size_t from) {
+            return isEverywhere_ ? std::min(from, size_) : walk_.next(from);
+        }
+
+      private:
+        std::size_t size_;
+        bool isEverywhere_;
+        ByteScan::WordStarts::Walk walk_;
+    };
 
     /// Counts over one field of a document. The field can come in pieces, whose words follow each
     /// other.
     class Counter {
       public:
         explicit Counter(const KeywordMatcher& matcher);
+        /// Counts in all words of a piece.
         void add(std::string_view piece);
+        /// Counts in the word at one of the piece's `Places`, and in the words around it that can
+        /// only be cut with it, except for those before `from`. Returns where to look for the next
+        /// place; pass that as the next `from`. Nothing when that word alone does not tell: then
+        /// forget the field and add all of its pieces.
+        std::optional<std::size_t> addAt(std::string_view piece, std::size_t place,
+                                         std::size_t from);
+        /// Forgets what was added since the last `finish`.
+        void forget() { finish(); }
+        /// Counts in a field of one piece. Quick: it looks at the places alone if it can.
+        void addWhole(std::string_view field);
         struct Found {
             std::size_t keyword = 0;
             std::size_t times = 0;
@@ -42,12 +70,15 @@ class KeywordMatcher {
 
       private:
         void step(std::string_view stem);
+        bool addAlone(std::string_view stem);
+        void found(std::size_t keyword);
 
         const KeywordMatcher& matcher_;
         std::uint32_t node_ = 0;
         std::vector<std::size_t> times_;  // by keyword; zero between fields
         std::vector<std::size_t> touched_;
         std::vector<Found> found_;
+        std::string lower_, stem_;
     };
 
   private:
@@ -60,6 +91,12 @@ class KeywordMatcher {
         std::uint32_t fallback = root;  // the longest shorter path that is a suffix of this one
         std::uint32_t shorter = root;   // the nearest keyword on the fallbacks; root for none
         std::optional<std::size_t> keyword;
+    };
+    /// What a stem is by itself.
+    struct Stem {
+        std::string text;
+        std::optional<std::size_t> keyword;
+        bool isInPhrase = false;
     };
     struct Hash {
         using is_transparent = void;
@@ -74,10 +111,12 @@ class KeywordMatcher {
     void link();
 
     std::vector<std::vector<std::string>> keywords_;
-    std::unordered_map<std::string, std::uint32_t, Hash, std::equal_to<>> stems_;
-    std::array<bool, 256> firstBytes_{};  // of the stems: most words are ruled out by this
+    std::vector<Stem> stems_;  // by number
+    std::unordered_map<std::string, std::uint32_t, Hash, std::equal_to<>> numbers_;
+    std::array<std::vector<std::uint32_t>, 256> byFirstByte_;    // the stems: rules out most words
     std::unordered_map<std::uint64_t, std::uint32_t> children_;  // node and stem to node
     std::vector<Node> nodes_;
-    std::optional<ByteScan::WordStarts> starts_;
+    bool isEverywhere_ = false;
+    ByteScan::WordStarts starts_;
 };
 }  // namespace ombrix

@@ -30,8 +30,8 @@ bool isAsciiOrEnd(std::string_view text, std::size_t at) {
 /// ASCII: whether a word ends there, or continues with an "ſ", only the expression can tell.
 std::optional<std::vector<Match>> plainMatches(std::string_view text) {
     std::vector<Match> found;
-    std::size_t place = 0;
-    for (std::size_t at; (at = ByteScan::findOneForm(text, place)) < text.size(); place = at + 1) {
+    ByteScan::OneForms forms(text);
+    for (std::size_t at = forms.next(0); at < text.size(); at = forms.next(at + 1)) {
         const std::size_t length = formLength(text.substr(at));
         if (length == 0) continue;
         std::size_t end = at + length;

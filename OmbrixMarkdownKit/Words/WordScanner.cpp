@@ -15,7 +15,6 @@
 namespace ombrix {
 namespace {
 
-constexpr std::size_t minCharacters = 2;
 constexpr std::size_t minRoom = 64;  // in the buffer of the normal form, before a run is copied
 
 /// What a byte of an ASCII word becomes in the normal form, or one of these two.

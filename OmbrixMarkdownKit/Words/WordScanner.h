@@ -20,6 +20,9 @@ namespace ombrix {
 /// Reads one text, which must outlive it. Linear; ASCII words cost no allocation.
 class WordScanner {
   public:
+    /// Shorter words are left out.
+    static constexpr std::size_t minCharacters = 2;
+
     explicit WordScanner(std::string_view text);
     WordScanner(const WordScanner&) = delete;
     WordScanner& operator=(const WordScanner&) = delete;

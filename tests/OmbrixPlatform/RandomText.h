@@ -26,7 +26,8 @@ constexpr std::string_view asciiPieces[] = {
 inline const std::vector<std::string_view> otherPieces = Text::split(
     "\u00E9|e\u0301|\u00DF|\u017F|\u212A|\u0130|\u03A3|\u03C2|\uD55C|\u1112\u1161\u11AB|"
     "\u0E01\u0E32\u0E23|\u4F1A\u8B70|\u30AB\u30BF|\U0001F468\u200D\U0001F4BB|\U0001F1E9|"
-    "\u0301|\u0600|\u00AD|\u200D|\u2019s|\u2019|\u00A0|\u3000|\u0915\u094D\u0937\u093F|"
+    "\u0301|\u0600|\u00AD|\u200D|\u2019s|\u2019|\u201C|\u201D|\u2014|\u2026|\u2018|\u00A0|\u3000|"
+    "\u0915\u094D\u0937\u093F|"
     "\u05D0|\u0663|\u00BD|\uFB01|\u00B7|\u2028|\U0001D400|\u0D4E|\xC3|\x80|\xE2\x80|"
     "\xF0\x9F\x98|\xED\xA0\x80|\xFF",
     "|");

@@ -11,6 +11,7 @@
 #include "OmbrixMarkdownKit/Transcript/TranscriptHeader.h"
 #include "OmbrixMarkdownKit/Transcript/TranscriptSections.h"
 #include "OmbrixMarkdownKit/Words/QueryTokenizer.h"
+#include "OmbrixPlatform/RandomText.h"
 #include "OmbrixPlatform/Text.h"
 
 namespace ombrix {
@@ -297,6 +298,30 @@ TEST(KeywordMatcher, ManyKeywordsAreCountedAsFewAre) {
         for (std::size_t k = 0; k < keywords.size(); ++k) {
             ASSERT_EQ(found[k], QueryTokenizer::count(matcher.keywords()[k], tokens))
                 << keywords[k] << " in " << text;
+        }
+    }
+}
+
+TEST(KeywordMatcher, WordsCountedAtTheirPlacesAreTheWordsOfTheText) {
+    test::RandomText random(42);
+    for (int round = 0; round < 20000; ++round) {
+        const std::string text = random.any();
+        const auto tokens = QueryTokenizer::tokens(text);
+        std::vector<std::string> keywords{"1o1", "s", "planning", "1"};
+        keywords.resize(random.below(5));
+        for (std::size_t i = 1 + random.below(3); i > 0 && !tokens.empty(); --i)
+            keywords.push_back(tokens[random.below(tokens.size())]);
+        if (round % 4 == 0 && tokens.size() > 1) keywords.push_back(tokens[0] + " " + tokens[1]);
+        std::ranges::sort(keywords);
+        keywords.erase(std::ranges::unique(keywords).begin(), keywords.end());
+        const KeywordMatcher matcher(keywords);
+        KeywordMatcher::Counter counter(matcher);
+        counter.addWhole(text);
+        std::vector<std::size_t> found(keywords.size(), 0);
+        for (const auto& [keyword, times] : counter.finish()) found[keyword] = times;
+        for (std::size_t k = 0; k < keywords.size(); ++k) {
+            ASSERT_EQ(found[k], QueryTokenizer::count(matcher.keywords()[k], tokens))
+                << test::visible(keywords[k]) << " in " << test::visible(text);
         }
     }
 }

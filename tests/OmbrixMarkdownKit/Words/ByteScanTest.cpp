@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
+#include <span>
 
 #include "OmbrixMarkdownKit/Words/QueryTokenizer.h"
 #include "OmbrixPlatform/RandomText.h"
@@ -15,8 +17,13 @@ namespace {
 
 std::vector<std::size_t> places(const ByteScan::WordStarts& starts, std::string_view text) {
     std::vector<std::size_t> found;
-    for (std::size_t at = 0; (at = starts.next(text, at)) < text.size(); ++at) found.push_back(at);
+    ByteScan::WordStarts::Walk walk(starts, text);
+    for (std::size_t at = 0; (at = walk.next(at)) < text.size(); ++at) found.push_back(at);
     return found;
+}
+
+std::size_t firstOneForm(std::string_view text, std::size_t from) {
+    return ByteScan::OneForms(text).next(from);
 }
 
 TEST(ByteScan, FindsOneFormsAtEveryPlaceOfABlock) {
@@ -25,13 +32,13 @@ TEST(ByteScan, FindsOneFormsAtEveryPlaceOfABlock) {
             // What comes before looks like it and is not: a control character, cut words.
             const std::string text =
                 std::string(before, before % 2 == 0 ? '\x11' : 'o') + std::string(form) + " on";
-            ASSERT_EQ(ByteScan::findOneForm(text, 0), before) << test::visible(text);
-            ASSERT_EQ(ByteScan::findOneForm(text, before), before);
-            ASSERT_EQ(ByteScan::findOneForm(text, before + 1), text.size());
+            ASSERT_EQ(firstOneForm(text, 0), before) << test::visible(text);
+            ASSERT_EQ(firstOneForm(text, before), before);
+            ASSERT_EQ(firstOneForm(text, before + 1), text.size());
         }
     }
-    EXPECT_EQ(ByteScan::findOneForm("", 0), 0U);
-    EXPECT_EQ(ByteScan::findOneForm("no on", 0), 5U);
+    EXPECT_EQ(firstOneForm("", 0), 0U);
+    EXPECT_EQ(firstOneForm("no on", 0), 5U);
 }
 
 TEST(ByteScan, EveryWordThatBeginsSoHasAPlaceInsideIt) {
@@ -63,6 +70,38 @@ TEST(ByteScan, EveryWordThatBeginsSoHasAPlaceInsideIt) {
     }
 }
 
+TEST(ByteScan, EveryKindOfVectorsMarksTheSame) {
+    test::RandomText random(41);
+    for (int round = 0; round < 2000; ++round) {
+        std::string text = random.any();
+        text.resize(WordMarks::readBefore + 3 * WordMarks::blockSize + WordMarks::readAfter, ' ');
+        const std::string_view beginnings[] = {"n", "on", "ab", "se7", "\u0161x", "e\u00E6", "z.b"};
+        const std::span some(beginnings, 1 + random.below(std::size(beginnings)));
+        const WordMarks::Beginnings looked(
+            some, round % 3 == 0 ? WordMarks::Where::anywhere : WordMarks::Where::wordStarts);
+        // A copy that ends where memory does, as far as the sanitizers see.
+        const std::vector<char> bytes(text.begin(), text.end());
+        std::array<std::uint64_t, 3> plain{};
+        WordMarks::ways().back().mark(looked, bytes.data() + 1, plain.size(), plain.data());
+        for (const auto& [vectors, mark] : WordMarks::ways()) {
+            std::array<std::uint64_t, 3> marks{};
+            mark(looked, bytes.data() + 1, marks.size(), marks.data());
+            ASSERT_EQ(marks, plain) << vectors << ": " << test::visible(text);
+        }
+    }
+}
+
+TEST(ByteScan, LatinLettersGoOnWithAWord) {
+    // What the marks leave out: a Latin letter after an ASCII one starts no word.
+    for (char32_t scalar = 0x80; scalar < 0x280; ++scalar) {
+        for (std::string text : {"a", "7"}) {
+            Utf8::append(text, scalar);
+            for (const auto& range : Words::ranges(text + "b"))
+                ASSERT_NE(range.begin, 1U) << test::visible(text);
+        }
+    }
+}
+
 TEST(ByteScan, AWordIsFoundAcrossTheBordersOfBlocks) {
     const struct {
         std::string word, beginning;
@@ -89,7 +128,9 @@ TEST(ByteScan, AWordIsFoundAcrossTheBordersOfBlocks) {
         {"z\u0142oty", "z\u0142ot"},
     };
     for (const auto& [word, beginning] : cases) {
-        for (std::size_t before = 0; before < 140; ++before) {
+        for (std::size_t i = 0; i < 440; ++i) {
+            const std::size_t before =
+                i < 140 ? i : 3800 + i;  // also where the next marks are read
             const std::string text =
                 std::string(before, 'x') + " " + word + std::string(before % 70, ' ');
             const auto found = places(ByteScan::WordStarts({"zz", beginning}), text);
@@ -105,7 +146,7 @@ TEST(ByteScan, OtherWordsAreRarelyLookedAt) {
     EXPECT_TRUE(
         places(starts, "surprice apricot prince _xprice lunch p r launc \u00E9price").empty());
     EXPECT_EQ(places(starts, "x pricing, launches"), (std::vector<std::size_t>{2, 11}));
-    EXPECT_EQ(starts.next("price price", 1), 6U) << "not inside a word";
+    EXPECT_EQ(ByteScan::WordStarts::Walk(starts, "price price").next(1), 6U) << "not inside a word";
     EXPECT_TRUE(places(starts, "").empty());
 }
 }  // namespace

@@ -1,0 +1,125 @@
+#include "OmbrixMarkdownKit/Words/WordAt.h"
+
+#include <algorithm>
+#include <bit>
+
+#include "OmbrixMarkdownKit/Words/AsciiLanes.h"
+#include "OmbrixMarkdownKit/Words/WordMarks.h"
+#include "OmbrixPlatform/Text.h"
+#include "OmbrixPlatform/Words.h"
+
+namespace ombrix::WordAt {
+namespace {
+
+/// What a character next to a word means for it.
+enum class Side {
+    separates,  ///< whatever is beyond it
+    bridges,    ///< joins the word to what is beyond it, if that is a part of a word
+    joins,      ///< is a part of the word, or may be
+};
+
+struct Neighbour {
+    Side side = Side::separates;
+    std::size_t length = 1;
+};
+
+constexpr Neighbour asciiNeighbour(char c) {
+    if (Words::AsciiRule::isJoined(c)) return {Side::joins};
+    return {WordMarks::isSilentJoint(c) ? Side::bridges : Side::separates};
+}
+
+/// U+2013 to U+2026, by the last byte: dashes, quotes, the ellipsis. The apostrophe and its mirror
+/// image are inside words; of all others that are not ASCII nothing is known here.
+Neighbour typographic(std::string_view character) {
+    constexpr std::string_view generalPunctuation = "\xE2\x80";
+    if (character.size() != 3 || !character.starts_with(generalPunctuation)) return {Side::joins};
+    switch (static_cast<unsigned char>(character[2])) {
+        case 0x93:
+        case 0x94:
+        case 0x9C:
+        case 0x9D:
+        case 0x9E:
+        case 0xA6:
+            return {Side::separates, 3};
+        case 0x98:
+        case 0x99:
+            return {Side::bridges, 3};
+        default:
+            return {Side::joins};
+    }
+}
+
+Neighbour after(std::string_view text, std::size_t at) {
+    if (at >= text.size()) return {};
+    return Text::isAscii(text[at]) ? asciiNeighbour(text[at]) : typographic(text.substr(at, 3));
+}
+
+Neighbour before(std::string_view text, std::size_t at) {
+    if (at == 0) return {};
+    if (Text::isAscii(text[at - 1])) return asciiNeighbour(text[at - 1]);
+    return at < 3 ? Neighbour{Side::joins} : typographic(text.substr(at - 3, 3));
+}
+
+bool beginsAt(std::string_view text, std::size_t at) {
+    const auto [side, length] = before(text, at);
+    if (side != Side::bridges) return side == Side::separates;
+    return before(text, at - length).side != Side::joins;
+}
+
+bool endsAt(std::string_view text, std::size_t at) {
+    const auto [side, length] = after(text, at);
+    if (side != Side::bridges) return side == Side::separates;
+    return after(text, at + length).side != Side::joins;
+}
+
+/// The length of "'s" or "’s" at `at`, when a word ends there; 0 for none.
+std::size_t possessiveLength(std::string_view text, std::size_t at) {
+    for (const std::string_view apostrophe : {"'", "\u2019"}) {
+        const std::size_t letter = at + apostrophe.size();
+        if (text.substr(at).starts_with(apostrophe) && letter < text.size() &&
+            (text[letter] | 0x20) == 's' && endsAt(text, letter + 1))
+            return apostrophe.size() + 1;
+    }
+    return 0;
+}
+
+std::size_t endOfRun(std::string_view text, std::size_t at) {
+    for (; at + AsciiLanes::width <= text.size(); at += AsciiLanes::width) {
+        const auto length =
+            static_cast<std::size_t>(std::countr_one(AsciiLanes::alphanumeric(text.data() + at)));
+        if (length < AsciiLanes::width) return at + length;
+    }
+    while (at < text.size() && Text::isAsciiAlphanumeric(text[at])) ++at;
+    return at;
+}
+
+constexpr bool isBlank(char c) { return c == ' ' || c == '\n' || c == '\t'; }
+}  // namespace
+
+std::optional<PlainWord> plain(std::string_view text, std::size_t at) {
+    if (!beginsAt(text, at)) return std::nullopt;
+    const std::size_t end = endOfRun(text, at);
+    const PlainWord word{text.substr(at, end - at), end};
+    if (endsAt(text, end)) return word;
+    const std::size_t possessive = possessiveLength(text, end);
+    if (possessive == 0) return std::nullopt;
+    return PlainWord{word.letters, end + possessive};
+}
+
+ByteRange stretchAround(std::string_view text, std::size_t at) {
+    std::size_t begin = at;
+    while (begin > 0 && !(isBlank(text[begin - 1]) && Text::isAscii(text[begin]))) --begin;
+    std::size_t end = at + 1;
+    while (end < text.size() && !(isBlank(text[end - 1]) && Text::isAscii(text[end]))) ++end;
+    return {begin, end};
+}
+
+bool isPartOfOneForm(std::string_view letters) {
+    constexpr std::size_t longest = 4;
+    if (letters.size() > longest) return false;
+    for (const std::string_view part : {"1", "1s", "one", "ones", "on", "to"})
+        if (letters.size() == part.size() && Text::startsWithIgnoringAsciiCase(letters, part))
+            return true;
+    return false;
+}
+}  // namespace ombrix::WordAt
