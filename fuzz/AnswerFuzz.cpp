@@ -42,9 +42,12 @@ void checkEvidence(std::string_view text, const TranscriptDocument& document,
     TranscriptHeader::read(frame->header, header);
     const KeywordMatcher matcher(keywords);
     EvidenceCollector collector(matcher, RankedTranscriptSearch::speakerQuestion(options()));
-    const DocumentEvidence quick =
-        collector.collect(header, TranscriptSections::Sections(frame->body));
-    law(quick == collector.collect(document), "the text and its document give the same evidence");
+    const TranscriptSections::Sections sections(frame->body);
+    DocumentEvidence evidence = collector.collect(header, sections);
+    law(evidence == collector.collect(document),
+        "the text and its document give the same evidence");
+    forgetPlaces(evidence);
+    law(evidence == collector.count(header, sections), "counted without a walk, the same");
 }
 
 void checkHits(const std::vector<RankedTranscriptSearch::AnswerHit>& hits) {

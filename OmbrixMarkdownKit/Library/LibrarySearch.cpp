@@ -23,16 +23,6 @@ void sortNewestFirst(std::vector<Entry>& entries) {
     std::ranges::sort(entries, std::less<>(), place);
 }
 
-/// Keeps what scores need. The places of each keyword are collected again for the few files that
-/// are shown: for a long question over a large library they would fill the memory.
-void forgetPlaces(DocumentEvidence& evidence) {
-    for (TermEvidence& term : evidence.terms) {
-        term.turnIndexes = std::vector<std::size_t>();
-        term.bodyIndexes = std::vector<std::size_t>();
-    }
-    evidence.terms.shrink_to_fit();
-}
-
 /// The scope without `lastN`, which can only be applied once the others are in order.
 AnswerScope withoutCount(AnswerScope scope) {
     scope.lastN.reset();
@@ -93,10 +83,11 @@ bool Worker::read(Entry& entry) {
         const auto document = reader_.document(entry.id);
         if (!document || !question_.filter.admits(entry.id, *document)) return false;
         entry.evidence = collector_.collect(*document);
+        forgetPlaces(entry.evidence);
     } else {
-        entry.evidence = collector_.collect(view->header, view->sections);
+        // The places of each keyword are collected for the few files that are shown.
+        entry.evidence = collector_.count(view->header, view->sections);
     }
-    forgetPlaces(entry.evidence);
     entry.start = startOf(view->header);
     return true;
 }

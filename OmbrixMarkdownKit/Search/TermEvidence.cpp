@@ -21,6 +21,14 @@ BodyFields bodyFields(const TranscriptDocument& document) {
     return {document.notes, document.summary, document.actionItems, document.keyMoments};
 }
 
+void forgetPlaces(DocumentEvidence& evidence) {
+    for (TermEvidence& term : evidence.terms) {
+        term.turnIndexes = std::vector<std::size_t>();
+        term.bodyIndexes = std::vector<std::size_t>();
+    }
+    evidence.terms.shrink_to_fit();
+}
+
 EvidenceCollector::EvidenceCollector(const KeywordMatcher& matcher,
                                      std::optional<SpeakerQuestion> speaker)
     : matcher_(matcher),
@@ -46,15 +54,26 @@ DocumentEvidence EvidenceCollector::collect(const TranscriptDocument& header,
                                             const Sections& sections) {
     begin();
     addHeader(header);
-    std::array<std::string, searchedSections.size()> storage;
-    BodyFields bodies;
-    for (std::size_t i = 0; i < bodies.size(); ++i)
-        bodies[i] = sections.text(searchedSections[i], storage[i]);
-    addBodies(bodies);
+    addBodies(sections);
     addTurns(sections.raw(Section::transcript));
-    auto evidence = finish(header);
-    evidence.userSpoke =
-        speaker_ && !evidence.terms.empty() && userSpoke(sections.raw(Section::transcript));
+    return finish(header, sections);
+}
+
+DocumentEvidence EvidenceCollector::count(const TranscriptDocument& header,
+                                          const Sections& sections) {
+    begin();
+    addHeader(header);
+    addBodies(sections);
+    const auto section = sections.raw(Section::transcript);
+    if (countInTurns(section)) {
+        for (const auto& [keyword, times] : counter_.finish())
+            term(keyword).tf += static_cast<double>(times);
+    } else {
+        counter_.forget();
+        addTurns(section);
+    }
+    auto evidence = finish(header, sections);
+    forgetPlaces(evidence);
     return evidence;
 }
 
@@ -66,6 +85,14 @@ void EvidenceCollector::begin() {
 DocumentEvidence EvidenceCollector::finish(const TranscriptDocument& header) {
     std::ranges::sort(terms_, {}, &TermEvidence::keyword);
     return {.date = header.date, .terms = std::move(terms_)};
+}
+
+DocumentEvidence EvidenceCollector::finish(const TranscriptDocument& header,
+                                           const Sections& sections) {
+    auto evidence = finish(header);
+    evidence.userSpoke =
+        speaker_ && !evidence.terms.empty() && userSpoke(sections.raw(Section::transcript));
+    return evidence;
 }
 
 TermEvidence& EvidenceCollector::term(std::size_t keyword) {
@@ -105,6 +132,14 @@ void EvidenceCollector::addBodies(const BodyFields& bodies) {
             found.bodyIndexes.push_back(i);
         }
     }
+}
+
+void EvidenceCollector::addBodies(const Sections& sections) {
+    std::array<std::string, searchedSections.size()> storage;
+    BodyFields bodies;
+    for (std::size_t i = 0; i < bodies.size(); ++i)
+        bodies[i] = sections.text(searchedSections[i], storage[i]);
+    addBodies(bodies);
 }
 
 void EvidenceCollector::finishTurn(std::size_t index) {
@@ -153,6 +188,27 @@ void EvidenceCollector::addTurns(std::string_view section) {
         }
     }
     finish();
+}
+
+/// Counts at the places in the paragraphs of turns; false when some turn needs all of its words.
+bool EvidenceCollector::countInTurns(std::string_view section) {
+    KeywordMatcher::Places places(matcher_, section);
+    TranscriptSections::ParagraphFinder paragraphs(section);
+    std::size_t place = places.next(0);
+    while (place < section.size()) {
+        const auto [text, blockEnd] = paragraphs.around(place);
+        const std::size_t begin =
+            text.empty() ? blockEnd : static_cast<std::size_t>(text.data() - section.data());
+        const std::size_t end = begin + text.size();
+        if (place < begin) place = places.next(begin);
+        for (std::size_t from = begin; place < end; place = places.next(from)) {
+            const auto read = counter_.addAt(text, place - begin, from - begin);
+            if (!read) return false;
+            from = begin + *read;
+        }
+        if (place < blockEnd) place = places.next(blockEnd);
+    }
+    return true;
 }
 
 bool EvidenceCollector::userSpoke(std::string_view section) const {

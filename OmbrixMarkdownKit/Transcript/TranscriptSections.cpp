@@ -1,6 +1,7 @@
 #include "OmbrixMarkdownKit/Transcript/TranscriptSections.h"
 
 #include <algorithm>
+#include <cstring>
 #include <vector>
 
 #include "OmbrixPlatform/Text.h"
@@ -64,6 +65,38 @@ bool isCommentLine(std::string_view line) {
     return line.starts_with(commentOpen) && line.ends_with(commentClose);
 }
 
+constexpr std::string_view paragraphEnd = "\n\n";
+
+/// Reads a paragraph with the white space around it; false when it is empty or its speaker is.
+bool read(std::string_view block, Paragraph& paragraph) {
+    constexpr std::string_view speakerOpen = "**";
+    constexpr std::string_view speakerClose = ":**";
+    block = Text::trimmed(block);
+    if (block.empty()) return false;
+    const std::size_t close =
+        block.starts_with(speakerOpen) ? block.find(speakerClose) : std::string_view::npos;
+    if (close == std::string_view::npos) {
+        paragraph = {false, {}, block};
+        return true;
+    }
+    const auto speaker = block.substr(speakerOpen.size(), close - speakerOpen.size());
+    if (speaker.empty()) return false;
+    auto text = block.substr(close + speakerClose.size());
+    if (text.starts_with(' ')) text.remove_prefix(1);
+    paragraph = {true, speaker, text};
+    return true;
+}
+
+/// Where the paragraph with the byte `at` begins. Not string_view's rfind, which compares at every
+/// byte.
+std::size_t afterParagraphEnd(std::string_view text, std::size_t at) {
+    while (const void* hit = ::memrchr(text.data(), '\n', at)) {
+        at = static_cast<std::size_t>(static_cast<const char*>(hit) - text.data());
+        if (at > 0 && text[at - 1] == '\n') return at + 1;
+    }
+    return 0;
+}
+
 std::string withoutCommentLines(std::string_view text) {
     auto lines = Text::split(text, "\n");
     std::erase_if(lines, isCommentLine);
@@ -105,28 +138,32 @@ std::string_view Sections::text(Section section, std::string& storage) const {
 }
 
 bool Paragraphs::next(Paragraph& paragraph) {
-    constexpr std::string_view speakerOpen = "**";
-    constexpr std::string_view speakerClose = ":**";
     while (!rest_.empty()) {
-        const std::size_t end = rest_.find("\n\n");
-        const auto block = Text::trimmed(rest_.substr(0, end));
-        rest_ = end == std::string_view::npos ? std::string_view() : rest_.substr(end + 2);
-        if (block.empty()) continue;
-        const std::size_t close =
-            block.starts_with(speakerOpen) ? block.find(speakerClose) : std::string_view::npos;
-        if (close == std::string_view::npos) {
-            if (!hasTurn_) continue;
-            paragraph = {false, {}, block};
-            return true;
-        }
-        const auto speaker = block.substr(speakerOpen.size(), close - speakerOpen.size());
-        if (speaker.empty()) continue;
-        auto text = block.substr(close + speakerClose.size());
-        if (text.starts_with(' ')) text.remove_prefix(1);
-        hasTurn_ = true;
-        paragraph = {true, speaker, text};
-        return true;
+        const std::size_t end = rest_.find(paragraphEnd);
+        const auto block = rest_.substr(0, end);
+        rest_ = end == std::string_view::npos ? std::string_view()
+                                              : rest_.substr(end + paragraphEnd.size());
+        if (!read(block, paragraph)) continue;
+        hasTurn_ = hasTurn_ || paragraph.opensTurn;
+        if (hasTurn_) return true;
     }
     return false;
+}
+
+ParagraphFinder::Block ParagraphFinder::around(std::size_t at) {
+    if (!firstTurn_) {
+        Paragraph first;
+        firstTurn_ = Paragraphs(section_).next(first)
+                         ? static_cast<std::size_t>(first.text.data() - section_.data())
+                         : std::string_view::npos;
+    }
+    // Of more than two line feeds in a row, which ones end the block does not matter: it is
+    // trimmed.
+    const std::size_t begin = afterParagraphEnd(section_, at);
+    const std::size_t end = std::min(section_.find(paragraphEnd, at), section_.size());
+    Paragraph paragraph;
+    if (end < *firstTurn_ || !read(section_.substr(begin, end - begin), paragraph))
+        return {{}, end};
+    return {paragraph.text, end};
 }
 }  // namespace ombrix::TranscriptSections

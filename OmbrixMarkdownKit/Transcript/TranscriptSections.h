@@ -63,4 +63,22 @@ class Paragraphs {
     std::string_view rest_;
     bool hasTurn_ = false;
 };
+
+/// Finds the paragraphs of a transcript section that hold some of its bytes, without a walk through
+/// those between them.
+class ParagraphFinder {
+  public:
+    explicit ParagraphFinder(std::string_view section) : section_(section) {}
+
+    struct Block {
+        std::string_view text;  ///< of the paragraph that `Paragraphs` gives; empty for none
+        std::size_t end = 0;    ///< of the section; the paragraph's bytes end there or before
+    };
+    /// The block around the byte `at`, which must be less than the section's size and no line feed.
+    Block around(std::size_t at);
+
+  private:
+    std::string_view section_;
+    std::optional<std::size_t> firstTurn_;  // where its text begins; npos for none
+};
 }  // namespace ombrix::TranscriptSections

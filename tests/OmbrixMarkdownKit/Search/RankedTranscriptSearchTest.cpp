@@ -226,17 +226,20 @@ TEST(RankedTranscriptSearch, AFileReadInViewsGivesTheEvidenceOfItsDocument) {
     const auto pieces = Text::split(
         "pricing|Prices|pri.cing|the|1:1|one on "
         "one|one-on-ones|budget's|café|cafe\u0301|CAFÉS|don’t"
-        "|_price|@price|x|\n\n|\n| |**Ann:** |**:** |**Tom:**|<!-- price -->"
+        "|_price|@price|x|\n\n|\n|\n\n\n| |**Ann:** |**:** |**Tom:**|<!-- price -->"
         "|\n<!-- /ombrix:ai -->\n|\n\n## Notes\n\n|\n\n## Transcript\n\n|\n\n## Summary\n\n"
         "|## Action Items\n|\n## Key "
         "Moments\n\n|ﬁnal|\u00AD|\u0600price|\U0001F600|decisions|stories",
         "|");
-    const KeywordMatcher matcher(
+    const KeywordMatcher many(
         {"pric", "1o1", "budget", "cafe", "the pric", "1o1 the", "final", "decid", "story", "ric"});
+    const KeywordMatcher words({"pric", "budget", "cafe", "x"});
     std::mt19937 random(7);
-    for (int round = 0; round < 3000; ++round) {
+    for (int round = 0; round < 6000; ++round) {
+        const KeywordMatcher& matcher = round % 2 == 0 ? many : words;
         std::string text =
-            "---\ntitle: Price 1:1\nparticipants:\n  - Ann Café\n---\n\n## Transcript\n\n**Ann:** ";
+            "---\ntitle: Price 1:1\nparticipants:\n  - Ann Café\n---\n\n## Transcript\n\n";
+        if (round % 5 != 0) text += "**Ann:** ";
         const std::size_t count = random() % 60;
         for (std::size_t i = 0; i < count; ++i) {
             text += pieces[random() % pieces.size()];
@@ -251,6 +254,10 @@ TEST(RankedTranscriptSearch, AFileReadInViewsGivesTheEvidenceOfItsDocument) {
         EvidenceCollector collector(matcher, speaker);
         const auto seen = collector.collect(header, TranscriptSections::Sections(frame->body));
         ASSERT_EQ(seen, collector.collect(*document)) << text;
+        auto counted = seen;
+        forgetPlaces(counted);
+        ASSERT_EQ(collector.count(header, TranscriptSections::Sections(frame->body)), counted)
+            << text;
 
         // And both find what a plain count over plain tokens finds.
         std::vector<double> counts(matcher.keywords().size(), 0);
