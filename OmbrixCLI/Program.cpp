@@ -11,6 +11,7 @@
 #include "OmbrixCLI/CommandLine.h"
 #include "OmbrixCLI/Envelope.h"
 #include "OmbrixCLI/StandardStreams.h"
+#include "OmbrixPlatform/TemporaryName.h"
 #include "OmbrixPlatform/Text.h"
 
 namespace ombrix::Program {
@@ -41,6 +42,7 @@ int runCommand(const Tool& tool, const std::vector<std::string>& arguments) {
 
 void prepareProcess() {
     std::signal(SIGPIPE, SIG_IGN);
+    TemporaryName::removeOnSignals();
     std::signal(SIGXFSZ, SIG_IGN);  // a write beyond the limit then fails as on a full disk
     // Opened for the wrong direction, so that using it fails as on a closed descriptor.
     for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {

@@ -18,8 +18,9 @@ struct Tool {
     std::function<void(const CommandLine& line, const std::string& argument0)> declare;
 };
 
-/// Makes the process safe to write from: a reader that goes away causes an error instead of a
-/// signal, and a standard descriptor that was closed is not reused for a file or a socket.
+/// Makes the process safe to write from: writing to a reader that went away fails instead of
+/// causing a signal, a signal that ends the process removes its temporary files first, and a
+/// standard descriptor that was closed is not reused for a file or a socket.
 void prepareProcess();
 
 /// Parses `arguments` (argument 0 included), runs what they name and prints the result. The

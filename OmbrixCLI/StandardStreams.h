@@ -14,8 +14,8 @@ class Error : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-/// Writes all of `text`, unbuffered, so that order holds with what is written later. Throws
-/// `Error`.
+/// Writes all of `text`, unbuffered, so that order holds with what is written later. Ends the
+/// process by SIGPIPE when the reader of a pipe is gone; throws `Error` otherwise.
 void write(std::string_view text);
 }  // namespace StandardOutput
 

@@ -8,6 +8,7 @@
 #include "OmbrixPlatform/NotificationCenter.h"
 #include "OmbrixPlatform/Paths.h"
 #include "OmbrixPlatform/Process.h"
+#include "OmbrixPlatform/TemporaryName.h"
 
 namespace ombrix {
 
@@ -123,7 +124,8 @@ bool awaitReply(const std::string& file, const Deadline& deadline,
 std::optional<AppStateSnapshot> requestSnapshot(std::string_view supportDirectory,
                                                 std::string_view requestId, double timeoutSeconds,
                                                 const Surroundings& surroundings) {
-    const std::string file = snapshotURL(supportDirectory, requestId);
+    const TemporaryName reply(snapshotURL(supportDirectory, requestId));
+    const std::string& file = reply.path();
     Files::remove(file);
     surroundings.post(requestNotification, requestId);
     std::optional<AppStateSnapshot> snapshot;

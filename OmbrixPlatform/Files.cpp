@@ -18,6 +18,7 @@
 
 #include "OmbrixPlatform/Paths.h"
 #include "OmbrixPlatform/Process.h"
+#include "OmbrixPlatform/TemporaryName.h"
 #include "OmbrixPlatform/Utf8.h"
 
 namespace ombrix::Files {
@@ -376,8 +377,8 @@ bool writeAtomically(const std::string& path, std::string_view content,
     // Links are resolved, so that a link remains a link.
     const std::string target = realPath(path).value_or(path);
     const std::string folder(Paths::parent(target));
-    const std::string temporary =
-        Paths::joined(folder, ".ombrix-" + Process::uniqueString() + ".tmp");
+    const TemporaryName name(Paths::joined(folder, ".ombrix-" + Process::uniqueString() + ".tmp"));
+    const std::string& temporary = name.path();
     constexpr mode_t readWriteByUmask = 0666;
     Descriptor file(
         ::open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, readWriteByUmask));

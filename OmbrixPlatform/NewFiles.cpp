@@ -77,10 +77,10 @@ void NewFiles::add(const std::string& path, std::string_view bytes) {
     file.descriptor =
         ::open(folderOf(path).c_str(), O_WRONLY | O_TMPFILE | O_CLOEXEC, readWriteByUmask);
     if (file.descriptor < 0 && (errno == EOPNOTSUPP || errno == EISDIR || errno == EINVAL)) {
-        file.temporary =
-            Paths::joined(folderOf(path), ".ombrix-" + Process::uniqueString() + ".tmp");
-        file.descriptor = ::open(file.temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC,
-                                 readWriteByUmask);
+        file.temporary = std::make_unique<TemporaryName>(
+            Paths::joined(folderOf(path), ".ombrix-" + Process::uniqueString() + ".tmp"));
+        file.descriptor = ::open(file.temporary->path().c_str(),
+                                 O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, readWriteByUmask);
     }
     if (file.descriptor < 0) throw Files::Error(errno, "Cannot write", path);
     if (const int error = writeAll(file.descriptor, bytes); error != 0) {
@@ -99,7 +99,7 @@ void NewFiles::discardLast(std::size_t count) {
 
 void NewFiles::discard(const Waiting& file) {
     ::close(file.descriptor);
-    if (!file.temporary.empty()) ::unlink(file.temporary.c_str());
+    if (file.temporary) ::unlink(file.temporary->path().c_str());
 }
 
 std::vector<NewFiles::Failure> NewFiles::commit() {
@@ -111,11 +111,11 @@ std::vector<NewFiles::Failure> NewFiles::commit() {
     std::vector<Failure> failures;
     for (Waiting& file : files_) {
         if (file.error == 0) {
-            file.error = file.temporary.empty() ? nameUnnamed(file.descriptor, file.path)
-                                                : nameTemporary(file.temporary, file.path);
+            file.error = file.temporary ? nameTemporary(file.temporary->path(), file.path)
+                                        : nameUnnamed(file.descriptor, file.path);
         }
         if (file.error == 0) {
-            file.temporary.clear();
+            file.temporary.reset();
             folders_.insert(folderOf(file.path));
         } else {
             failures.push_back({file.path, Files::Error(file.error, "Cannot write", file.path)});

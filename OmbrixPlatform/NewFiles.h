@@ -5,12 +5,14 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <set>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "OmbrixPlatform/Files.h"
+#include "OmbrixPlatform/TemporaryName.h"
 
 namespace ombrix {
 
@@ -46,7 +48,7 @@ class NewFiles {
     struct Waiting {
         int descriptor = -1;
         std::string path;
-        std::string temporary;  ///< its name until then; empty when it has none
+        std::unique_ptr<TemporaryName> temporary;  ///< its name until then; null when it has none
         int error = 0;
     };
     static void discard(const Waiting& file);

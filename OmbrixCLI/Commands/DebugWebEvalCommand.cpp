@@ -7,6 +7,7 @@
 #include "OmbrixPlatform/NotificationCenter.h"
 #include "OmbrixPlatform/Paths.h"
 #include "OmbrixPlatform/Process.h"
+#include "OmbrixPlatform/TemporaryName.h"
 #include "OmbrixPlatform/Utf8.h"
 
 namespace ombrix {
@@ -18,13 +19,15 @@ struct WebEvalOptions {
     GlobalOptions global;
 };
 
-/// The two files of one request. They are removed when it is answered, given up or failed; they
-/// stay when a signal ends the process.
+/// The two files of one request. They are removed when it is answered, given up, failed or ended by
+/// a signal.
 class RequestFiles {
   public:
     RequestFiles(std::string_view supportDirectory, const std::string& requestId)
         : script(pathOf(supportDirectory, requestId + ".js")),
-          reply(pathOf(supportDirectory, requestId + ".json")) {}
+          reply(pathOf(supportDirectory, requestId + ".json")),
+          scriptName_(script),
+          replyName_(reply) {}
     ~RequestFiles() {
         Files::remove(script);
         Files::remove(reply);
@@ -46,6 +49,9 @@ class RequestFiles {
         return Paths::joined(OmbrixAppStateBus::stateDirectory(supportDirectory),
                              "web-eval-" + name);
     }
+
+    const TemporaryName scriptName_;
+    const TemporaryName replyName_;
 };
 
 /// The page's reply; nothing when there is none in time. A file that is no JSON object counts as
@@ -109,7 +115,7 @@ void declareDebugWebEval(Command root) {
     const auto options = command.options<WebEvalOptions>();
     command.positional("script", options->script,
                        "A JavaScript expression; it may await. Its value comes back as JSON.");
-    command.option("--timeout", options->timeoutSeconds,
+    command.option("--timeout SECONDS", options->timeoutSeconds,
                    "Seconds to wait for the running app to answer.");
     command.run(options, printEvaluation);
 }

@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <chrono>
+#include <csignal>
 #include <cstring>
 #include <filesystem>
 #include <random>
@@ -52,7 +53,7 @@ class Tool : public testing::Test {
 
 TEST_F(Tool, AnOutputThatTakesNothingIsAClearFailure) {
     makeDatabase();
-    for (const char* output : {Call::closed, Call::abandoned, "/dev/full"}) {
+    for (const char* output : {Call::closed, "/dev/full"}) {
         for (const auto& arguments : std::vector<std::vector<std::string>>{
                  {"spec"}, {"meetings", "get", "1"}, {"meetings", "get", "2"}, {"--help"}}) {
             Call call = callOf(arguments);
@@ -64,6 +65,26 @@ TEST_F(Tool, AnOutputThatTakesNothingIsAClearFailure) {
     }
     EXPECT_EQ(value("PRAGMA integrity_check"), "ok");
     EXPECT_EQ(notes(), "before");
+}
+
+TEST_F(Tool, AReaderThatHasEnoughEndsItSilently) {
+    Call call = callOf({"spec"});
+    call.outputTo = Call::abandoned;
+    const Outcome outcome = run(call);
+    EXPECT_EQ(outcome.status, 1000 + SIGPIPE);
+    EXPECT_THAT(outcome.errors, IsEmpty());
+}
+
+TEST_F(Tool, ASignalLeavesNoRequestFile) {
+    for (const char* signal : {"INT", "TERM"}) {
+        Call call = callOf({"debug-web-eval", "document.title", "--timeout", "60"});
+        // The script's file is there while the tool waits for a reply.
+        call.arguments.insert(call.arguments.begin(),
+                              {"/usr/bin/timeout", "--signal", signal, "1"});
+        EXPECT_EQ(run(call).status, 124) << signal;
+        const std::filesystem::directory_iterator left(folder_.at("state"));
+        EXPECT_EQ(left, std::filesystem::directory_iterator()) << left->path();
+    }
 }
 
 // ---- notes ------------------------------------------------------------------------------------
