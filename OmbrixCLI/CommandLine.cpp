@@ -1,11 +1,15 @@
 #include "OmbrixCLI/CommandLine.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <unordered_map>
 #include <utility>
 
+#include "OmbrixCLI/CommandPath.h"
+#include "OmbrixCLI/HelpText.h"
 #include "OmbrixCLI/LineReader.h"
 #include "OmbrixPlatform/Numbers.h"
+#include "OmbrixPlatform/Text.h"
 
 namespace ombrix {
 
@@ -15,14 +19,14 @@ struct Command::Registry {
         std::function<void()> work;
     };
     std::unordered_map<const CLI::App*, Actions> actions;
+    /// For each command that has some, the groups of options of which exactly one must be given.
+    std::unordered_map<const CLI::App*, std::vector<std::vector<std::string>>> alternatives;
+    std::function<std::vector<std::string>(std::string_view path)> examples;
+
+    CommandDescription described(const CLI::App& command) const;
 };
 
 namespace {
-
-// What the help prints for the value of an option.
-constexpr const char* integerKind = "INT";
-constexpr const char* numberKind = "NUMBER";
-constexpr const char* textKind = "TEXT";
 
 /// The C library skips white space before a number; on a command line it is a mistake.
 std::optional<double> parseNumber(std::string_view text) {
@@ -49,20 +53,47 @@ std::function<bool(const std::string&)> storingText(Target& target) {
     };
 }
 
-std::string usageOf(const CLI::App& command) {
-    const std::string path = commandPath(command);
-    const auto* formatter = dynamic_cast<const CLI::Formatter*>(command.get_formatter().get());
-    return formatter->make_usage(&command, path) + "See '" + path +
-           " --help' for more information.\n";
+OptionDescription described(const CLI::Option& option) {
+    const bool isFlag = option.get_items_expected_max() == 0;
+    return {.name = option.get_name(),
+            .value = isFlag ? "" : option.get_type_name(),
+            .initial = option.get_default_str(),
+            .help = option.get_description(),
+            .isRequired = option.get_required()};
 }
 
-std::string helpOf(const CLI::App& command) {
-    std::string text = command.get_formatter()->make_help(&command, commandPath(command),
-                                                          CLI::AppFormatMode::Normal);
-    while (text.ends_with("\n\n")) text.pop_back();
-    return text;
+/// Throws `UsageError` when not exactly one option of a group is on the line.
+void checkAlternatives(const CLI::App& command,
+                       const std::vector<std::vector<std::string>>& groups) {
+    for (const auto& group : groups) {
+        const auto given = std::count_if(
+            group.begin(), group.end(),
+            [&command](const std::string& name) { return command.get_option(name)->count() > 0; });
+        if (given != 1) throw UsageError("Use exactly one of " + Text::joined(group, " or ") + ".");
+    }
 }
 }  // namespace
+
+CommandDescription Command::Registry::described(const CLI::App& command) const {
+    CommandDescription out;
+    out.path = commandPath(command);
+    out.abstract = command.get_description();
+    for (const CLI::Option* const option : command.get_options()) {
+        if (option == command.get_help_ptr()) continue;
+        (option->get_positional() ? out.positionals : out.options)
+            .push_back(ombrix::described(*option));
+    }
+    const auto groups = alternatives.find(&command);
+    if (groups != alternatives.end()) out.alternatives = groups->second;
+    const auto firstBlank = out.path.find(' ');
+    if (examples && firstBlank != std::string::npos)
+        out.examples = examples(std::string_view(out.path).substr(firstBlank + 1));
+    for (const CLI::App* const one : command.get_subcommands([](const CLI::App*) { return true; }))
+        out.subcommands.push_back(described(*one));
+    const auto found = actions.find(&command);
+    out.works = found != actions.end() && found->second.work;
+    return out;
+}
 
 // ---- declaring --------------------------------------------------------------------------------
 
@@ -70,15 +101,19 @@ Command Command::subcommand(const std::string& name, const std::string& abstract
     return {*app_->add_subcommand(name, abstract), *registry_};
 }
 
-CLI::Option& Command::addOption(const std::string& name, const std::string& help, const char* kind,
+CLI::Option& Command::addOption(const std::string& nameAndValue, const std::string& help,
+                                const char* kind,
                                 std::function<bool(const std::string&)> store) const {
+    const auto blank = std::min(nameAndValue.find(' '), nameAndValue.size());
+    const std::string name = nameAndValue.substr(0, blank);
+    const std::string value = blank == nameAndValue.size() ? kind : nameAndValue.substr(blank + 1);
     // CLI11 passes the text of the last occurrence; its own conversions are not used.
     const auto take = [name, store = std::move(store)](const CLI::results_t& texts) {
         if (store(texts.back())) return true;
         throw UsageError("The value '" + texts.back() + "' is invalid for '" + name + "'");
     };
     return *app_->add_option(name, take, help)
-                ->type_name(kind)
+                ->type_name(value)
                 ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
 }
 
@@ -89,17 +124,17 @@ void Command::flag(const std::string& name, bool& target, const std::string& hel
 }
 
 void Command::option(const std::string& name, std::int64_t& target, const std::string& help) const {
-    addOption(name, help, integerKind, storing(&Numbers::parseInteger<std::int64_t>, target))
+    addOption(name, help, "N", storing(&Numbers::parseInteger<std::int64_t>, target))
         .default_str(std::to_string(target));
 }
 
 void Command::option(const std::string& name, std::optional<std::int64_t>& target,
                      const std::string& help) const {
-    addOption(name, help, integerKind, storing(&Numbers::parseInteger<std::int64_t>, target));
+    addOption(name, help, "N", storing(&Numbers::parseInteger<std::int64_t>, target));
 }
 
 void Command::option(const std::string& name, double& target, const std::string& help) const {
-    addOption(name, help, numberKind, storing(&parseNumber, target))
+    addOption(name, help, "N", storing(&parseNumber, target))
         .default_str(Numbers::shortest(target));
 }
 
@@ -110,13 +145,12 @@ void Command::option(const std::string& name, std::string& target, const std::st
 
 void Command::option(const std::string& name, std::optional<std::string>& target,
                      const std::string& help) const {
-    addOption(name, help, textKind, storingText(target));
+    addOption(name, help, "TEXT", storingText(target));
 }
 
 void Command::positional(const std::string& name, std::int64_t& target,
                          const std::string& help) const {
-    addOption(name, help, integerKind, storing(&Numbers::parseInteger<std::int64_t>, target))
-        .required();
+    addOption(name, help, "N", storing(&Numbers::parseInteger<std::int64_t>, target)).required();
 }
 
 void Command::positional(const std::string& name, std::string& target, const std::string& help,
@@ -126,7 +160,7 @@ void Command::positional(const std::string& name, std::string& target, const std
 
 void Command::storeText(const std::string& name, std::string& target, const std::string& help,
                         Presence presence) const {
-    CLI::Option& option = addOption(name, help, textKind, storingText(target));
+    CLI::Option& option = addOption(name, help, "TEXT", storingText(target));
     if (presence == Presence::required)
         option.required();
     else
@@ -134,9 +168,18 @@ void Command::storeText(const std::string& name, std::string& target, const std:
 }
 
 void Command::globalOptions(GlobalOptions& target) const {
-    option("--db-path", target.dbPath, "Override the absolute path to ombrix.db.");
-    option("--support-dir", target.supportDir,
+    option("--db-path PATH", target.dbPath, "Override the absolute path to ombrix.db.");
+    option("--support-dir DIR", target.supportDir,
            "Override the Ombrix support directory. The CLI will look for ombrix.db inside it.");
+}
+
+void Command::exactlyOne(std::vector<std::string> names) const {
+    registry_->alternatives[app_].push_back(std::move(names));
+}
+
+void Command::examples(
+    std::function<std::vector<std::string>(std::string_view path)> linesOf) const {
+    registry_->examples = std::move(linesOf);
 }
 
 std::string Command::path() const { return commandPath(*app_); }
@@ -162,20 +205,30 @@ CommandLine::~CommandLine() = default;
 
 Command CommandLine::root() const { return {*app_, *registry_}; }
 
+CommandDescription CommandLine::description() const { return registry_->described(*app_); }
+
 CommandLine::Choice CommandLine::parse(const std::vector<std::string>& arguments) {
     ReadLine line = readLine(*app_, arguments);
     const Command::Registry::Actions& actions = registry_->actions[line.command];
-    if (line.asksForHelp) return {.help = helpOf(*line.command), .work = {}};
+    const auto help = [&] {
+        return Choice{.help = HelpText::help(registry_->described(*line.command)), .work = {}};
+    };
+    const auto usage = [&] {
+        return HelpText::usage(registry_->described(*line.command)) + "See '" +
+               commandPath(*line.command) + " --help' for more information.\n";
+    };
+    if (line.asksForHelp) return help();
     try {
         if (line.problem) throw UsageError(*line.problem);
-        if (!actions.work) return {.help = helpOf(*line.command), .work = {}};
+        if (!actions.work) return help();
         // CLI11 expects the words in reverse order.
         app_->parse(std::vector<std::string>(line.words.rbegin(), line.words.rend()));
+        checkAlternatives(*line.command, registry_->alternatives[line.command]);
         if (actions.check) actions.check();
     } catch (const CLI::ParseError& error) {
-        throw UsageError(error.what(), usageOf(*line.command));
+        throw UsageError(error.what(), usage());
     } catch (const UsageError& error) {
-        throw UsageError(error.what(), usageOf(*line.command));
+        throw UsageError(error.what(), usage());
     }
     return {.help = std::nullopt, .work = actions.work};
 }

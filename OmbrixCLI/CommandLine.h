@@ -34,10 +34,12 @@
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
 #include "OmbrixCLI/CLIContext.h"
+#include "OmbrixCLI/CommandDescription.h"
 
 namespace CLI {
 class App;
@@ -62,8 +64,9 @@ class UsageError : public std::runtime_error {
 enum class Presence { required, optional };
 
 /// One command while it is being declared: a handle, cheap to copy, valid as long as its
-/// `CommandLine`. Names of options carry their hyphens, names of positionals do not. A target keeps
-/// the value it has now when the line does not name it; it must live as long as the `CommandLine`.
+/// `CommandLine`. Names of options carry their hyphens and, after a blank, what stands for the
+/// value in the help ("--limit N"); names of positionals do not. A target keeps the value it has
+/// now when the line does not name it; it must live as long as the `CommandLine`.
 class Command {
   public:
     /// Commands are listed in the order in which they are declared.
@@ -89,6 +92,13 @@ class Command {
     void positional(const std::string& name, std::int64_t& target, const std::string& help) const;
     void positional(const std::string& name, std::string& target, const std::string& help,
                     Presence presence = Presence::required) const;
+
+    /// Refuses a line that does not give exactly one of these options, which are declared.
+    void exactlyOne(std::vector<std::string> names) const;
+
+    /// Lines for a shell that show how the commands are called: `linesOf` a path without the name
+    /// of the tool ("meetings list"). Asked only for a help text, a manual page or a completion.
+    void examples(std::function<std::vector<std::string>(std::string_view path)> linesOf) const;
 
     /// "ombrix-cli meetings list".
     std::string path() const;
@@ -129,6 +139,8 @@ class CommandLine {
     CommandLine& operator=(const CommandLine&) = delete;
 
     Command root() const;
+    /// The whole tree as it was declared.
+    CommandDescription description() const;
 
     /// What a line asks for: help to print, or work to do.
     struct Choice {

@@ -28,6 +28,12 @@ void declareSpec(const Command& root, const std::vector<SpecCommand>& (*rows)())
     const auto print = [rows](const CLIContext& context, const SpecOptions&) {
         emitSuccess(context, payload(rows()));
     };
+    root.examples([rows](std::string_view path) {
+        std::vector<std::string> lines;
+        for (const SpecCommand& row : rows())
+            if (row.name == path) lines.assign(row.examples.begin(), row.examples.end());
+        return lines;
+    });
     // The bare tool introduces itself.
     root.run([print, name = root.path()] { print(CLIContext(name, {}), {}); });
 

@@ -16,6 +16,7 @@ struct SpecCommand {
     std::vector<std::string_view> examples;
 };
 
-/// Declares `spec`, which prints these rows in their order, and lets the bare tool do the same.
+/// Declares `spec`, which prints these rows in their order, and lets the bare tool do the same. The
+/// rows' examples are also those of the help.
 void declareSpec(const Command& root, const std::vector<SpecCommand>& (*rows)());
 }  // namespace ombrix

@@ -2,6 +2,12 @@
 
 namespace ombrix {
 
+Program::Tool commandTool() {
+    return {.name = "ombrix-cli",
+            .abstract = "Agent-friendly CLI for local Ombrix meetings and dictations.",
+            .declare = declareCommands};
+}
+
 void declareCommands(const CommandLine& line, const std::string& argument0) {
     const Command root = line.root();
     declareSpec(root);

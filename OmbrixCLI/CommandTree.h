@@ -4,8 +4,12 @@
 #include <string>
 
 #include "OmbrixCLI/CommandLine.h"
+#include "OmbrixCLI/Program.h"
 
 namespace ombrix {
+
+/// `ombrix-cli`.
+Program::Tool commandTool();
 
 /// Declares every command below `line`'s root. `argument0` is the path the tool was started by.
 void declareCommands(const CommandLine& line, const std::string& argument0);

@@ -1,8 +1,11 @@
 #include "OmbrixCLI/LineReader.h"
 
 #include <CLI/CLI.hpp>
+#include <span>
 #include <string_view>
 
+#include "OmbrixCLI/CommandPath.h"
+#include "OmbrixCLI/LineAdvice.h"
 #include "OmbrixPlatform/Numbers.h"
 #include "OmbrixPlatform/Text.h"
 
@@ -57,9 +60,14 @@ class Reader {
     }
 
   private:
-    void complain(const std::string& problem) {
-        if (!line_.problem) line_.problem = problem;
+    /// `say` makes the sentence; only the first problem is worth it.
+    template <typename Say>
+    void complain(const Say& say) {
+        if (!line_.problem) line_.problem = say();
     }
+
+    /// What follows the word that is being read.
+    std::span<const std::string> rest() const { return std::span(arguments_).subspan(next_ + 1); }
 
     void readWord(const std::string& word) {
         if (!hasSubcommands(*line_.command) && !asksByName_) return addPositional(word);
@@ -69,10 +77,12 @@ class Reader {
         }
         CLI::App* const subcommand = subcommandNamed(*line_.command, word);
         if (subcommand == nullptr) {
-            complain("Unknown command '" + word + "'");
+            complain([&] { return LineAdvice::unknownCommand(*line_.command, word); });
         } else if (!options_.empty()) {
-            complain("The options of '" + commandPath(*line_.command) +
-                     "' cannot stand before its subcommand '" + word + "'");
+            complain([&] {
+                return "The options of '" + commandPath(*line_.command) +
+                       "' cannot stand before its subcommand '" + word + "'";
+            });
         } else {
             line_.command = subcommand;
             names_.push_back(word);
@@ -83,10 +93,13 @@ class Reader {
         const auto equals = word.find('=');
         const std::string name = word.substr(0, equals);
         const CLI::Option* const option = line_.command->get_option_no_throw(name);
-        if (option == nullptr || isHelpWord(name)) return complain("Unknown option '" + word + "'");
+        if (option == nullptr) {
+            return complain(
+                [&] { return LineAdvice::unknownOption(*line_.command, word, rest()); });
+        }
         const bool isFlag = option->get_items_expected_max() == 0;
         if (isFlag && equals != std::string::npos)
-            return complain("The option '" + name + "' takes no value");
+            return complain([&] { return "The option '" + name + "' takes no value"; });
         options_.push_back(name);
         if (isFlag) return;
         if (equals != std::string::npos)
@@ -94,7 +107,7 @@ class Reader {
         else if (next_ + 1 < arguments_.size() && !isOptionWord(arguments_[next_ + 1]))
             options_.push_back(arguments_[++next_]);
         else
-            complain("Missing value for '" + name + "'");
+            complain([&] { return "Missing value for '" + name + "'"; });
     }
 
     void addPositional(const std::string& word) {
@@ -102,7 +115,11 @@ class Reader {
             line_.command
                 ->get_options([](const CLI::Option* option) { return option->get_positional(); })
                 .size();
-        if (positionals_.size() == room) return complain("Unexpected argument '" + word + "'");
+        if (positionals_.size() == room) {
+            return complain([&] {
+                return LineAdvice::unexpectedArgument(*line_.command, positionals_, word, rest());
+            });
+        }
         positionals_.push_back(word);
     }
 
@@ -119,10 +136,5 @@ class Reader {
 
 ReadLine readLine(CLI::App& root, const std::vector<std::string>& arguments) {
     return Reader(root, arguments).read();
-}
-
-std::string commandPath(const CLI::App& command) {
-    const CLI::App* const parent = command.get_parent();
-    return parent == nullptr ? command.get_name() : commandPath(*parent) + " " + command.get_name();
 }
 }  // namespace ombrix

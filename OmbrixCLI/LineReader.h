@@ -22,7 +22,4 @@ struct ReadLine {
 
 /// Never throws, whatever `arguments` hold; linear in their bytes.
 ReadLine readLine(CLI::App& root, const std::vector<std::string>& arguments);
-
-/// "ombrix-cli meetings list": the names that lead to a command, joined by blanks.
-std::string commandPath(const CLI::App& command);
 }  // namespace ombrix

@@ -3,9 +3,5 @@
 
 int main(int argc, char* argv[]) {
     ombrix::Program::prepareProcess();
-    return ombrix::Program::run(
-        {.name = "ombrix-cli",
-         .abstract = "Agent-friendly CLI for local Ombrix meetings and dictations.",
-         .declare = ombrix::declareCommands},
-        {argv, argv + argc});
+    return ombrix::Program::run(ombrix::commandTool(), {argv, argv + argc});
 }

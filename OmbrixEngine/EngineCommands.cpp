@@ -2,6 +2,14 @@
 
 namespace ombrix {
 
+Program::Tool engineTool() {
+    return {.name = "ombrix-engine",
+            .abstract =
+                "The memory engine over a transcripts folder: asks an agent, takes its answers, "
+                "writes what follows from them. It calls no model.",
+            .declare = declareEngineCommands};
+}
+
 void declareEngineCommands(const CommandLine& line, const std::string&) {
     const Command root = line.root();
     declareSpec(root, EngineSpec::commands);

@@ -5,8 +5,12 @@
 
 #include "OmbrixCLI/CommandLine.h"
 #include "OmbrixCLI/CommandSpec.h"
+#include "OmbrixCLI/Program.h"
 
 namespace ombrix {
+
+/// `ombrix-engine`.
+Program::Tool engineTool();
 
 /// Declares every command below `line`'s root.
 void declareEngineCommands(const CommandLine& line, const std::string& argument0);

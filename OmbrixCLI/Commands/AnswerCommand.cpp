@@ -169,8 +169,8 @@ void declareAnswer(Command root) {
         "no meeting on file has.");
     const auto options = command.options<AnswerOptions>();
     command.positional("question", options->question, "The question to ask across your meetings.");
-    command.option("--limit", options->limit, "Max meetings to cite (default 5).");
-    command.option("--now", options->now,
+    command.option("--limit N", options->limit, "Max meetings to cite (default 5).");
+    command.option("--now DATE", options->now,
                    "Evaluate as if today were this date (YYYY-MM-DD). Testing aid.");
     command.flag("--json", options->json, "Print the JSON envelope only (no table).");
     command.run(options, answer);

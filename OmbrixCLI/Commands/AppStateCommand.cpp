@@ -29,7 +29,7 @@ void printAppState(const CLIContext& context, const AppStateOptions& options) {
 void declareAppState(Command root) {
     Command command = root.subcommand("app-state", "Dump the running app's live UI state.");
     const auto options = command.options<AppStateOptions>();
-    command.option("--timeout", options->timeoutSeconds,
+    command.option("--timeout SECONDS", options->timeoutSeconds,
                    "Seconds to wait for the running app to answer.");
     command.run(options, printAppState);
 }

@@ -166,7 +166,7 @@ void declareScheduledEnd(Command root) {
         "Force the running app's active meeting to fire its end-of-meeting countdown now (DEBUG "
         "builds only).");
     const auto options = command.options<ScheduledEndOptions>();
-    command.option("--in", options->seconds,
+    command.option("--in SECONDS", options->seconds,
                    "Seconds to backdate the scheduled end (affects toast wording only).");
     command.run(options, forceScheduledEnd);
 }

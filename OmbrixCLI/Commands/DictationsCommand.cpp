@@ -43,7 +43,7 @@ void getDictation(const CLIContext& context, const GetOptions& options) {
 void declareList(Command parent) {
     Command command = parent.subcommand("list", "List recent dictations.");
     const auto options = command.options<ListOptions>();
-    command.option("--limit", options->limit, "Maximum number of dictations to return.");
+    command.option("--limit N", options->limit, "Maximum number of dictations to return.");
     command.run(options, listDictations);
 }
 

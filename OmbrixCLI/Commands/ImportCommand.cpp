@@ -133,7 +133,7 @@ void declareImport(Command root) {
     command.positional("path", options->path,
                        "The export file, or a directory of exports (absolute path).");
     command.option(
-        "--folder", options->folder,
+        "--folder DIR", options->folder,
         "Where the converted transcripts are written. Defaults to beside each original.");
     command.flag("--dry-run", options->dryRun,
                  "Report what would be imported without writing anything.");

@@ -131,17 +131,17 @@ void declareSimulate(Command parent) {
         "Run a key press against your meetings: which meetings the surface touches, what kind of "
         "press it is, and what would land where. Nothing is sent or written.");
     const auto options = command.options<SimulateOptions>();
-    command.option("--app", options->app, "The app's bundle id.");
+    command.option("--app BUNDLE", options->app, "The app's bundle id.");
     command.option("--title", options->title, "The window's title.");
     command.option("--window", options->window, "Visible text in the window.");
     command.option("--near", options->near,
                    "The conversation around the field (the only window text that can pick a "
                    "meeting).");
     command.option("--field", options->field, "What the field holds.");
-    command.option("--selection", options->selection,
+    command.option("--selection A:B", options->selection,
                    "The selection, as start:end in UTF-16 units.");
     command.option("--draft", options->draft, "A draft to land, to see what the field would hold.");
-    command.option("--now", options->now, "Evaluate as if today were this date (YYYY-MM-DD).");
+    command.option("--now DATE", options->now, "Evaluate as if today were this date (YYYY-MM-DD).");
     command.run(options, simulate);
 }
 

@@ -109,8 +109,9 @@ void updateNotes(const CLIContext& context, const UpdateNotesOptions& options) {
 void declareList(Command parent) {
     Command command = parent.subcommand("list", "List recent meetings.");
     const auto options = command.options<ListOptions>();
-    command.option("--limit", options->limit, "Maximum number of meetings to return.");
-    command.option("--folder-id", options->folderID, "Restrict results to a specific folder ID.");
+    command.option("--limit N", options->limit, "Maximum number of meetings to return.");
+    command.option("--folder-id ID", options->folderID,
+                   "Restrict results to a specific folder ID.");
     command.run(options, listMeetings);
 }
 
@@ -126,11 +127,8 @@ void declareUpdateNotes(Command parent) {
     const auto options = command.options<UpdateNotesOptions>();
     command.positional("id", options->id, "Meeting ID");
     command.flag("--stdin", options->fromStandardInput, "Read the new notes body from stdin.");
-    command.option("--file", options->file, "Read the new notes body from a file.");
-    command.validate([options] {
-        if (options->fromStandardInput == options->file.has_value())
-            throw UsageError("Use exactly one of --stdin or --file.");
-    });
+    command.option("--file PATH", options->file, "Read the new notes body from a file.");
+    command.exactlyOne({"--stdin", "--file"});
     command.run(options, updateNotes);
 }
 }  // namespace

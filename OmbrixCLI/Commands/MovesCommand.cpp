@@ -169,9 +169,10 @@ void renderMove(const CLIContext&, const RenderOptions& options) {
 // ---- declarations ------------------------------------------------------------------------------
 
 void declareFolder(const Command& command, MovesFolderOptions& options) {
-    command.option("--folder", options.folder,
+    command.option("--folder DIR", options.folder,
                    "The transcripts folder (absolute path). Defaults to ~/Documents/Ombrix.");
-    command.option("--memory-folder", options.memoryFolder, "The Memory folder's name inside it.");
+    command.option("--memory-folder NAME", options.memoryFolder,
+                   "The Memory folder's name inside it.");
 }
 
 void declareRender(const Command& parent) {
@@ -179,7 +180,7 @@ void declareRender(const Command& parent) {
         "render", "Print one move's copy payload, as Copy would put it on the pasteboard.");
     const auto options = command.options<RenderOptions>();
     command.positional("id", options->id, "The move id (mv-…).");
-    command.option("--user", options->user, "Your name, to sign an email draft.");
+    command.option("--user NAME", options->user, "Your name, to sign an email draft.");
     declareFolder(command, options->place);
     command.run(options, renderMove);
 }

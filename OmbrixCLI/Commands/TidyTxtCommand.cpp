@@ -51,7 +51,7 @@ void declareTidyTxt(Command root) {
         "List (or, with --trash, move to the Trash) the .txt twins beside Ombrix transcripts in a "
         "folder.");
     const auto options = command.options<TidyOptions>();
-    command.option("--folder", options->folder,
+    command.option("--folder DIR", options->folder,
                    "The transcripts folder to tidy (absolute path). Subfolders are included; "
                    "hidden folders are skipped.",
                    Presence::required);

@@ -152,7 +152,8 @@ TEST(CommandLine, ACommandMayWorkAndHaveSubcommands) {
         {{"moves", "help", "render"}, "help: Render one move."},
         {{"moves", "--json", "render", "mv-1"},
          "wrong: The options of 'tool moves' cannot stand before its subcommand 'render'"},
-        {{"moves", "render", "mv-1", "--json"}, "wrong: Unknown option '--json'"},
+        {{"moves", "render", "mv-1", "--json"},
+         "wrong: Unknown option '--json'. It is an option of 'tool moves'."},
         {{"moves", "nosuch"}, "wrong: Unknown command 'nosuch'"},
         {{"moves", "render", "bad"}, "wrong: No such form of an id."},
     });
@@ -169,7 +170,7 @@ TEST(CommandLine, HelpIsFoundAnywhereButNotWhereItIsAValue) {
         {{"help", "ask", "why"}, "wrong: Unknown command 'why'"},
         {{"folders", "list", "--name", "-h", "--all"}, "help: List folders."},
         {{"folders", "list", "--limit", "--"}, "wrong: Missing value for '--limit'"},
-        {{"--help=yes"}, "wrong: Unknown option '--help=yes'"},
+        {{"--help=yes"}, "wrong: The option '--help' takes no value"},
     });
 }
 
