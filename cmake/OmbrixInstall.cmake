@@ -5,7 +5,6 @@
 #   development  the static libraries, their headers and the CMake package Ombrix
 #
 # `cpack -G DEB` makes one Debian package of each: ombrix-cli and libombrix-dev.
-include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 
 set(layers OmbrixPlatform OmbrixCore OmbrixMarkdownKit OmbrixAnswerKit OmbrixMemoryKit)
@@ -39,7 +38,7 @@ write_basic_package_version_file(${PROJECT_BINARY_DIR}/OmbrixConfigVersion.cmake
 install(FILES ${PROJECT_BINARY_DIR}/OmbrixConfig.cmake
     ${PROJECT_BINARY_DIR}/OmbrixConfigVersion.cmake
     DESTINATION ${package} COMPONENT development)
-# The find modules that the package shares with this build.
+# Files that the package shares with this build.
 install(FILES cmake/OmbrixICU.cmake cmake/OmbrixDependencies.cmake
     DESTINATION ${package} COMPONENT development)
 
@@ -81,7 +80,6 @@ CMake package, for applications that link them.")
 # What Debian asks of every package. The changelog is compressed without a time in it, so that the
 # same source gives the same bytes.
 configure_file(cmake/package/changelog.in ${PROJECT_BINARY_DIR}/package/changelog.Debian @ONLY)
-find_program(OMBRIX_GZIP gzip REQUIRED)
 add_custom_command(
     OUTPUT ${PROJECT_BINARY_DIR}/package/changelog.Debian.gz
     COMMAND ${OMBRIX_GZIP} -9nkf ${PROJECT_BINARY_DIR}/package/changelog.Debian
