@@ -2,6 +2,7 @@
 // types is read from the page, and whatever the engine makes of it has to be what the page shows.
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <map>
 #include <set>
 
@@ -15,7 +16,7 @@
 #include "OmbrixMemoryKit/Ledger/FollowUpsFile.h"
 #include "OmbrixMemoryKit/Ledger/FollowUpsMerger.h"
 #include "OmbrixMemoryKit/Memory/BeforeFile.h"
-#include "OmbrixMemoryKit/Memory/MemoryCandidates.h"
+#include "OmbrixMemoryKit/Memory/EntityInputs.h"
 #include "OmbrixMemoryKit/Memory/MemoryFiles.h"
 #include "OmbrixMemoryKit/Memory/MemoryNotes.h"
 #include "OmbrixMemoryKit/Notes/NotesBlockEdit.h"
@@ -27,8 +28,6 @@
 
 namespace ombrix {
 namespace {
-
-using Strings = std::vector<std::string>;
 
 const std::string ana = "name:ana ruiz", launch = "thread:autumn launch", user = "Dana Reyes";
 const std::string model = "claude-sonnet-4-5", writer = EngineProvenance::writerName(model);
@@ -91,34 +90,14 @@ LandSidecar landed(const TranscriptDocument& meeting, std::string inputHash, Lan
     return LandSidecar::decode(sidecar.encode());  // as the file has it
 }
 
-std::vector<ConsolidateOpenFollowUp> openWith(const FollowUpsLedger& ledger) {
-    std::vector<ConsolidateOpenFollowUp> open;
-    for (const auto& row : ledger.openRows({ana}))
-        open.push_back({.id = row.id,
-                        .direction = std::string(rawValue(row.direction)),
-                        .who = row.who,
-                        .what = row.what,
-                        .due = row.due,
-                        .said = row.said,
-                        .source = "[" + row.sourceTitle + ", " + row.sourceDate + "]"});
-    return open;
-}
-
-/// What a model is given about a person or a thread whose memory file is `existing`.
-ConsolidateInput inputOf(ConsolidateEntity entity, std::vector<ConsolidateCandidate> candidates,
-                         const FollowUpsLedger& ledger, std::string_view existing) {
-    ConsolidateInput input{.entity = std::move(entity),
-                           .userName = user,
-                           .candidates = std::move(candidates),
-                           .openFollowUps = openWith(ledger),
-                           .today = ledger.today};
-    if (const auto file = MemoryFile::parse(existing)) {
-        input.corrections = Corrections::lines(Corrections::forRecipe(file->corrections));
-        for (const auto& section : MemoryRegionParser::sections(file->engineText))
-            if (section.title == "Not sure")
-                for (const auto& line : section.lines) input.priorNotSure.push_back(line.text);
+/// What the model is told about an answer that is not taken.
+std::string refusal(const std::function<void()>& take) {
+    try {
+        take();
+    } catch (const RefusedAnswer& refused) {
+        return std::string(refused.what()) + "\n";
     }
-    return input;
+    return "taken";
 }
 
 TEST(Engine, GoesTheWayOfThePage) {
@@ -138,11 +117,18 @@ TEST(Engine, GoesTheWayOfThePage) {
         return FollowUpsMerger::merge(sidecars, wishes, ISODate::string(at, utc), {});
     };
 
+    const auto changed = [&](const char* name, const char* from, const char* to) {
+        return Text::replacingAll(page.block(name), from, to);
+    };
+
     // The third meeting is landed, and its transcript gets notes.
     const auto landInput = LandInputBuilder::build(*meeting, user, merged(now).open({ana}, 10),
                                                    {{ana, "Runs the launch."}}, {})
                                .canonical();
     page.showsJson("land-input", landInput.json);
+    page.shows("land-refusal", refusal([&] {
+                   LandOutput::decode(changed("land-answer", "2026-09-05", "Saturday"));
+               }));
     sidecars.push_back(
         landed(*meeting, landInput.hash, LandOutput::decode(page.block("land-answer"))));
     page.showsJson("sidecar", sidecars[2].encode());
@@ -160,57 +146,55 @@ TEST(Engine, GoesTheWayOfThePage) {
     page.shows("follow-ups", followUps);
 
     // A person, then a thread.
-    const auto input = [&](std::string_view existing) {
-        return inputOf({.key = ana, .display = *MemoryCandidates::display(ana, sidecars)},
-                       MemoryCandidates::collect(ana, {}, sidecars), ledger, existing);
+    const auto inputOf = [&](const MemoryEntity& entity, std::string_view existing) {
+        return EntityInputs::consolidate(entity, EntityInputs::candidates(entity, user),
+                                         EntityInputs::openRows({&entity, 1}, ledger),
+                                         MemoryFile::parse(existing), user, ledger.today);
     };
-    page.showsJson("person-input", input("").canonical().json);
-    const auto personOutput = ConsolidateOutput::decode(page.block("person-answer"));
-    const auto calls = MemoryCandidates::meetings(ana, {}, sidecars);
-    const MemoryFileMeta person{.title = "Ana Ruiz",
-                                .key = ana,
-                                .firstSeen = calls.front().date,
-                                .lastSeen = calls.back().date,
-                                .meetings = std::ssize(calls)};
-    std::string file = *MemoryFile::render(person, personOutput, writer, now, 2);
+    const auto taken = [&](const MemoryEntity& entity, const std::string& answer) {
+        auto output = ConsolidateOutput::decode(answer);
+        EntityCitations::check(output, inputOf(entity, ""));
+        return output;
+    };
+    const auto fileOf = [&](const MemoryEntity& entity, const ConsolidateOutput& output, Instant at,
+                            std::string_view existing) {
+        return MemoryFile::render(EntityInputs::meta(entity, entity.display), output, writer, at,
+                                  std::ssize(EntityInputs::candidates(entity, user)), existing);
+    };
+    const auto person = EntityInputs::entity(ana, {}, sidecars);
+    page.showsJson("person-input", inputOf(person, "").canonical().json);
+    page.shows("person-refusal", refusal([&] {
+                   taken(person, changed("person-answer", "c-6ccb2958", "c-00000000"));
+               }));
+    const auto personOutput = taken(person, page.block("person-answer"));
+    std::string file = *fileOf(person, personOutput, now, "");
     page.shows("person-file", file);
-    EXPECT_EQ(MemoryFile::parse(file)->meta, person);
-
-    const Strings weekly = {sidecars[1].meetingKey, sidecars[2].meetingKey};
-    ConsolidateEntity entity{.key = launch,
-                             .kind = LandMemoryFact::Kind::thread,
-                             .display = *MemoryCandidates::display(launch, sidecars)};
-    const auto facts = MemoryCandidates::thread(launch, weekly, sidecars, user);
-    page.showsJson("thread-input", inputOf(entity, facts, ledger, "").canonical().json);
-    const auto threadOutput = ConsolidateOutput::decode(page.block("thread-answer"));
-    const auto meetings = MemoryCandidates::meetings(weekly, sidecars);
-    const MemoryFileMeta thread{.title = entity.display,
-                                .kind = entity.kind,
-                                .key = launch,
-                                .firstSeen = meetings.front().date,
-                                .lastSeen = meetings.back().date,
-                                .meetings = std::ssize(meetings),
-                                .series = "weekly",
-                                .members = meeting->participants};
-    const std::string threadFile = *MemoryFile::render(thread, threadOutput, writer, now, 4);
+    const auto thread = EntityInputs::entity(launch, {}, sidecars);
+    page.showsJson("thread-input", inputOf(thread, "").canonical().json);
+    const std::string threadFile =
+        *fileOf(thread, taken(thread, page.block("thread-answer")), now, "");
     page.shows("thread-file", threadFile);
-    EXPECT_EQ(MemoryFile::parse(threadFile)->meta, thread);
 
     // A card for the next call.
-    const auto known = [](const std::string& text) {
-        const auto parsed = *MemoryFile::parse(text);
-        return BeforeEntityText{parsed.meta.key, parsed.meta.title, parsed.engineText};
-    };
-    const BeforeInput before{
-        .people = {known(file)},
-        .thread = known(threadFile),
-        .openFollowUps = openWith(ledger),
-        .lastSummary = BeforeLastSummary{meeting->title, meeting->date, sidecars[2].output.summary},
+    const std::string day = ISODate::string(call, utc);
+    const auto last = EntityInputs::lastMeeting({&person, 1}, day);
+    BeforeInput before{
+        .people = {EntityInputs::beforeText(person, MemoryFile::parse(file))},
+        .thread = EntityInputs::beforeText(thread, MemoryFile::parse(threadFile)),
+        .lastSummary = BeforeLastSummary{last->title, last->date, last->output.summary},
         .userName = user,
-        .today = ISODate::string(eve, utc)};
+        .today = day};
+    for (const auto& row : EntityInputs::openRows(std::vector{person, thread}, ledger))
+        before.openFollowUps.push_back(EntityInputs::followUp(row));
     page.showsJson("before-input", before.canonical().json);
-    const auto card = BeforeOutput::decode(page.block("before-answer"))
-                          .card("Launch weekly", call, {person.title}, thread.title, writer, eve);
+    page.shows("before-refusal", refusal([&] {
+                   BeforeOutput::decodeOrRefuse(
+                       changed("before-answer", "\"version\": 1", "\"version\": 3"));
+               }));
+    const auto output = BeforeOutput::decodeOrRefuse(page.block("before-answer"));
+    EntityCitations::check(output, before);
+    const auto card =
+        output.card("Launch weekly", call, {person.display}, thread.display, writer, eve);
     const std::string cardFile = BeforeFile::render(card, writer, eve, 3, utc);
     page.shows("card", cardFile);
     EXPECT_EQ(BeforeFile::parse(cardFile, utc), card);
@@ -227,21 +211,21 @@ TEST(Engine, GoesTheWayOfThePage) {
     for (int again = 0; again < 3; ++again) {
         ledger = merged(later, followUps);
         followUps = *FollowUpsFile::render(ledger, writer, later, followUps);
-        file = *MemoryFile::render(person, personOutput, writer, later, 2, file);
+        file = *fileOf(person, personOutput, later, file);
         std::string rows;
         for (const auto* row : {&ledger.owedLive.at(0), &ledger.closed.at(0)})
             rows += FollowUpsFile::rowLine(*row, ledger.today) + "\n";
         page.shows("rows-again", rows);
         EXPECT_TRUE(followUps.ends_with(std::string(FollowUpsFile::humanTail) + wishes));
         page.shows("person-file-below", EngineRegion::parse(file)->after.substr(2));
-        const auto next = input(file);
+        const auto next = inputOf(person, file);
         page.showsJson("person-input-again",
                        Json::write(Json::object({{"corrections", next.corrections},
                                                  {"prior_not_sure", next.priorNotSure}}),
                                    Json::Style::canonical));
     }
     const std::string damaged = Text::replacingAll(file, EngineRegion::closeMarker, "");
-    EXPECT_FALSE(MemoryFile::render(person, personOutput, writer, later, 2, damaged));
+    EXPECT_FALSE(fileOf(person, personOutput, later, damaged));
 }
 }  // namespace
 }  // namespace ombrix

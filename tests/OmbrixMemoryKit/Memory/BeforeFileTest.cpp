@@ -4,6 +4,7 @@
 
 #include <random>
 
+#include "OmbrixMemoryKit/Region/EngineRegion.h"
 #include "OmbrixPlatform/Text.h"
 
 namespace ombrix {
@@ -65,6 +66,9 @@ TEST(BeforeFile, OnlyAWholeCardIsRead) {
     const std::string file = BeforeFile::render(card(), "Claude", at, 2, berlin);
     EXPECT_EQ(BeforeFile::parse(Text::replacingAll(file, "\n", "\r\n"), berlin), card());
     EXPECT_EQ(card().names(), (std::vector<std::string>{"Ana Ruiz", "Ben"}));
+    BeforeCard marked = card();
+    marked.thread = EngineRegion::closeMarker;
+    EXPECT_TRUE(BeforeFile::parse(BeforeFile::render(marked, "Claude", at, 2, berlin), berlin));
     const std::pair<const char*, const char*> damages[] = {{"\nfor:", "\nat:"},
                                                            {"\ntitle:", "\nx:"},
                                                            {"T10:", " 10:"},

@@ -131,6 +131,10 @@ TEST(MemoryFile, ADamagedOrForeignFileIsLeftAlone) {
     EXPECT_FALSE(MemoryFile::parse(damaged));
     EXPECT_FALSE(MemoryFile::render(ana, person, "Claude", at, 2, damaged));
 
+    MemoryFileMeta marked = ana;
+    marked.title = EngineRegion::closeMarker;
+    EXPECT_TRUE(MemoryFile::parse(*MemoryFile::render(marked, person, "Claude", at, 2)));
+
     const auto place = own.find("<!-- ombrix");  // and one without frontmatter gets it
     const std::string bare = own.substr(0, place) + "\nMine\n" + own.substr(place);
     for (const std::string& text : {"Mine\n" + own.substr(place), bare})
