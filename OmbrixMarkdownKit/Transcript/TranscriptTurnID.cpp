@@ -14,16 +14,12 @@ constexpr std::size_t hashBytes = 3;
 constexpr std::size_t hashDigits = 2 * hashBytes;
 constexpr std::size_t fewestPositionDigits = 3;
 
-/// What `locate` returns for an id whose own position has another hash.
-Match elsewhere(std::size_t place, std::string_view wanted, std::span<const std::string> hashes) {
-    const auto distance = [place](std::size_t index) {
-        return index < place ? place - index : index - place;
-    };
-    std::optional<std::size_t> nearest;
-    for (std::size_t i = 0; i < hashes.size(); ++i)
-        if (hashes[i] == wanted && (!nearest || distance(i) < distance(*nearest))) nearest = i;
-    if (nearest) return Match::moved(*nearest);
-    return place < hashes.size() ? Match::stale(place) : Match::missing();
+/// Of ascending places, not none, the nearest; of two at the same distance the lower one.
+std::size_t nearest(std::size_t place, std::span<const std::size_t> places) {
+    const auto above = std::ranges::lower_bound(places, place);
+    if (above == places.begin()) return *above;
+    const std::size_t below = *(above - 1);
+    return above == places.end() || place - below <= *above - place ? below : *above;
 }
 
 std::size_t zeroBased(const Parsed& id) { return static_cast<std::size_t>(id.position) - 1; }
@@ -72,14 +68,21 @@ Match locate(std::string_view id, std::span<const TranscriptDocument::Turn> turn
     if (!parsed) return Match::missing();
     const std::size_t place = zeroBased(*parsed);
     if (place < turns.size() && hash(turns[place].text) == parsed->hash) return Match::exact(place);
-    return elsewhere(place, parsed->hash, hashes(turns));
+    return Index(hashes(turns)).locate(id);
 }
 
-Match locate(std::string_view id, std::span<const std::string> hashes) {
+Index::Index(std::span<const std::string> hashes) : turnCount_(hashes.size()) {
+    for (std::size_t i = 0; i < hashes.size(); ++i) places_[hashes[i]].push_back(i);
+}
+
+Match Index::locate(std::string_view id) const {
     const auto parsed = parse(id);
     if (!parsed) return Match::missing();
     const std::size_t place = zeroBased(*parsed);
-    if (place < hashes.size() && hashes[place] == parsed->hash) return Match::exact(place);
-    return elsewhere(place, parsed->hash, hashes);
+    if (const auto found = places_.find(parsed->hash); found != places_.end()) {
+        const std::size_t index = nearest(place, found->second);
+        return index == place ? Match::exact(index) : Match::moved(index);
+    }
+    return place < turnCount_ ? Match::stale(place) : Match::missing();
 }
 }  // namespace ombrix::TranscriptTurnID

@@ -12,6 +12,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "OmbrixMarkdownKit/Transcript/TranscriptDocument.h"
@@ -63,8 +64,16 @@ std::optional<Parsed> parse(std::string_view id);
 /// them.
 Match locate(std::string_view id, std::span<const TranscriptDocument::Turn> turns);
 
-/// The hashes of a document's turns, in order, for looking up many ids in one document.
+/// The hashes of a document's turns, in order.
 std::vector<std::string> hashes(std::span<const TranscriptDocument::Turn> turns);
-/// `locate(id, turns)` with `hashes(turns)` at hand.
-Match locate(std::string_view id, std::span<const std::string> hashes);
+/// `locate` for many ids in one document; each costs a lookup and a binary search.
+class Index {
+  public:
+    explicit Index(std::span<const std::string> hashes);
+    Match locate(std::string_view id) const;
+
+  private:
+    std::unordered_map<std::string, std::vector<std::size_t>> places_;  // ascending, by hash
+    std::size_t turnCount_;
+};
 }  // namespace ombrix::TranscriptTurnID

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <map>
 #include <set>
+#include <unordered_map>
 #include <utility>
 
 #include "OmbrixMarkdownKit/Transcript/TranscriptTurnID.h"
@@ -60,57 +61,63 @@ Claims poolOf(const PreparedMove& move, const Revision& revision) {
 
 /// What claims cite of one turn.
 struct CitedTurn {
-    Claims claims;  // in order, each once
+    std::vector<std::size_t> claims;  // their places among the claims, ascending
     bool changed = false;
 };
 
 /// What claims cite of one meeting.
 struct CitedSource {
     std::shared_ptr<const MoveSource> source;
-    std::map<std::size_t, CitedTurn> turns;  // by index
+    std::map<std::size_t, CitedTurn> turns{};        // by index
+    std::optional<TranscriptTurnID::Index> index{};  // made for the first id that does not hold
 };
 
 struct Citations {
     std::vector<CitedSource> sources;  // in the order in which they are first cited
     EvidenceStanding standing = EvidenceStanding::verified;
+    std::map<const MoveSource*, std::size_t> places;  // in `sources`
 };
 
-TranscriptTurnID::Match locate(std::string_view id, const MoveSource& source) {
-    if (const auto index = source.turnIndex(id)) return TranscriptTurnID::Match::exact(*index);
-    std::vector<std::string> hashes;
-    hashes.reserve(source.turns.size());
-    for (const auto& turn : source.turns) hashes.push_back(turn.hash());
-    return TranscriptTurnID::locate(id, hashes);
+TranscriptTurnID::Match locate(std::string_view id, CitedSource& place) {
+    if (const auto index = place.source->turnIndex(id))
+        return TranscriptTurnID::Match::exact(*index);
+    if (!place.index) {
+        std::vector<std::string> hashes;
+        hashes.reserve(place.source->turns.size());
+        for (const auto& turn : place.source->turns) hashes.push_back(turn.hash());
+        place.index.emplace(hashes);
+    }
+    return place.index->locate(id);
 }
 
 CitedSource& cited(Citations& citations, const std::shared_ptr<const MoveSource>& source) {
-    const auto found = std::ranges::find(citations.sources, source, &CitedSource::source);
-    if (found != citations.sources.end()) return *found;
-    return citations.sources.emplace_back(CitedSource{source, {}});
+    const auto [place, isNew] = citations.places.emplace(source.get(), citations.sources.size());
+    if (isNew) citations.sources.push_back({source});
+    return citations.sources[place->second];
 }
 
-void cite(const std::string& turnId, const Claim& claim, CitedSource& place, Citations& citations) {
+void cite(const std::string& turnId, std::size_t claim, CitedSource& place, Citations& citations) {
     using Kind = TranscriptTurnID::Match::Kind;
-    const auto match = locate(turnId, *place.source);
+    const auto match = locate(turnId, place);
     if (match.kind == Kind::missing || match.kind == Kind::stale)
         citations.standing = EvidenceStanding::stale;
     if (match.kind == Kind::missing) return;
     CitedTurn& turn = place.turns[match.index];
     if (match.kind == Kind::stale) turn.changed = true;
-    if (turn.claims.empty() || turn.claims.back() != &claim) turn.claims.push_back(&claim);
+    if (turn.claims.empty() || turn.claims.back() != claim) turn.claims.push_back(claim);
 }
 
 Citations citationsOf(const Claims& claims, const MoveSources& sources) {
     Citations citations;
-    for (const Claim* claim : claims) {
-        for (const EvidenceRef& ref : claim->refs) {
+    for (std::size_t claim = 0; claim < claims.size(); ++claim) {
+        for (const EvidenceRef& ref : claims[claim]->refs) {
             const auto source = sources.find(ref.sourceId);
             if (source == sources.end()) {
                 citations.standing = EvidenceStanding::stale;
                 continue;
             }
             CitedSource& place = cited(citations, source->second);
-            for (const auto& turnId : ref.turnIds) cite(turnId, *claim, place, citations);
+            for (const auto& turnId : ref.turnIds) cite(turnId, claim, place, citations);
         }
     }
     return citations;
@@ -155,7 +162,7 @@ std::vector<TurnRange> rangesOf(const CitedSource& cited) {
     return merged(ranges);
 }
 
-ResolvedTurn resolvedTurn(const MoveTurn& turn, const CitedTurn* cited) {
+ResolvedTurn resolvedTurn(const MoveTurn& turn, const CitedTurn* cited, const Claims& all) {
     ResolvedTurn result{.id = turn.id(),
                         .atSec = turn.atSec,
                         .speaker = turn.speaker,
@@ -164,55 +171,63 @@ ResolvedTurn resolvedTurn(const MoveTurn& turn, const CitedTurn* cited) {
                         .claimIds = {},
                         .changed = cited != nullptr && cited->changed};
     if (cited != nullptr)
-        for (const Claim* claim : cited->claims) result.claimIds.push_back(claim->id);
+        for (const auto claim : cited->claims) result.claimIds.push_back(all[claim]->id);
     return result;
 }
 
-ResolvedExchange exchangeOf(const TurnRange& range, const CitedSource& cited, const Claims& order) {
+ResolvedExchange exchangeOf(const TurnRange& range, const CitedSource& cited, const Claims& all) {
     ResolvedExchange exchange;
     exchange.source = cited.source;
-    std::set<const Claim*> claims;
+    std::set<std::size_t> claims;
     for (std::size_t i = range.first; i <= range.last; ++i) {
         const auto found = cited.turns.find(i);
         const CitedTurn* const turn = found == cited.turns.end() ? nullptr : &found->second;
-        exchange.turns.push_back(resolvedTurn(cited.source->turns[i], turn));
+        exchange.turns.push_back(resolvedTurn(cited.source->turns[i], turn, all));
         if (turn == nullptr) continue;
         if (exchange.anchors.empty())
             exchange.key = cited.source->id + "#" + exchange.turns.back().id;
         exchange.anchors.push_back(i);
         claims.insert(turn->claims.begin(), turn->claims.end());
     }
-    for (const Claim* claim : order) {
-        if (!claims.contains(claim)) continue;
-        exchange.claimIds.push_back(claim->id);
-        exchange.earlier |= claim->earlier;
-        exchange.superseded |= claim->superseded;
+    for (const auto claim : claims) {
+        exchange.claimIds.push_back(all[claim]->id);
+        exchange.earlier |= all[claim]->earlier;
+        exchange.superseded |= all[claim]->superseded;
     }
     return exchange;
 }
 
+/// The indexes of the exchanges that hold a claim, by its id.
+using Anchors = std::unordered_map<std::string_view, std::vector<std::size_t>>;
+
+/// Views the exchanges.
+Anchors anchorsIn(const std::vector<ResolvedExchange>& exchanges) {
+    Anchors anchors;
+    for (std::size_t i = 0; i < exchanges.size(); ++i)
+        for (const auto& id : exchanges[i].claimIds) anchors[id].push_back(i);
+    return anchors;
+}
+
 /// The indexes of the exchanges that hold any of these claims.
 std::vector<std::size_t> anchorsOf(const std::vector<std::string>& claimIds,
-                                   const std::vector<ResolvedExchange>& exchanges) {
-    std::vector<std::size_t> anchors;
-    for (std::size_t i = 0; i < exchanges.size(); ++i)
-        if (std::ranges::find_first_of(exchanges[i].claimIds, claimIds) !=
-            exchanges[i].claimIds.end())
-            anchors.push_back(i);
-    return anchors;
+                                   const Anchors& anchors) {
+    std::set<std::size_t> found;
+    for (const auto& id : claimIds)
+        if (const auto of = anchors.find(id); of != anchors.end())
+            found.insert(of->second.begin(), of->second.end());
+    return {found.begin(), found.end()};
 }
 
 // ---- lines ------------------------------------------------------------------------------------
 
-ResolvedLine resolvedLine(const MoveLine& line, const MoveState& state,
-                          const std::vector<ResolvedExchange>& exchanges) {
+ResolvedLine resolvedLine(const MoveLine& line, const MoveState& state, const Anchors& anchors) {
     ResolvedLine result{.id = line.id,
                         .text = line.text,
                         .baseText = line.text,
                         .edited = false,
                         .conflict = std::nullopt,
                         .claimIds = line.claimIds,
-                        .anchors = anchorsOf(line.claimIds, exchanges)};
+                        .anchors = anchorsOf(line.claimIds, anchors)};
     if (const auto edit = state.edits.find(line.id); edit != state.edits.end()) {
         result.text = edit->second;
         result.edited = true;
@@ -319,15 +334,16 @@ ResolvedMove resolve(PreparedMove move, MoveState state, const MoveSources& sour
     auto evidence = buildExchanges(pool, sources, move.sourceId);
     result.evidence = evidence.standing;
     result.exchanges = std::move(evidence.list);
+    const Anchors anchors = anchorsIn(result.exchanges);
 
     for (const auto& block : revision.blocks) {
         auto& shown = result.blocks.emplace_back(ResolvedBlock{block.id, block.label, {}});
         for (const auto& line : block.lines)
-            shown.lines.push_back(resolvedLine(line, state, result.exchanges));
+            shown.lines.push_back(resolvedLine(line, state, anchors));
     }
     for (const auto& item : revision.unresolved)
         result.unresolved.push_back(
-            {item.id, item.text, item.claimIds, anchorsOf(item.claimIds, result.exchanges)});
+            {item.id, item.text, item.claimIds, anchorsOf(item.claimIds, anchors)});
 
     if (const Revision* const candidate = state.revision(state.candidate)) {
         result.candidate = *candidate;

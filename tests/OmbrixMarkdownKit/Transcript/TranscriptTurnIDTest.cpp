@@ -86,11 +86,11 @@ TEST(TranscriptTurnID, FindsATurnAgainAfterEdits) {
         {"cut off", 11, "eleven", Match::missing()},
         {"the last position there can be", INT64_MAX, "eleven", Match::missing()},
     };
-    const auto hashes = TranscriptTurnID::hashes(turns);
+    const TranscriptTurnID::Index index(TranscriptTurnID::hashes(turns));
     for (const auto& [why, position, text, match] : cases) {
         const auto id = TranscriptTurnID::make(position, text);
         EXPECT_EQ(TranscriptTurnID::locate(id, turns), match) << why;
-        EXPECT_EQ(TranscriptTurnID::locate(id, hashes), match) << why;
+        EXPECT_EQ(index.locate(id), match) << why;
     }
     EXPECT_EQ(TranscriptTurnID::locate("t4-abcdef", turns), Match::missing());
     EXPECT_EQ(TranscriptTurnID::locate("t001-" + nothing, Turns{}), Match::missing());
