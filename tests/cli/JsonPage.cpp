@@ -92,7 +92,7 @@ void addUnseen(const JsonPage::Field& field, const std::string& path, Problems& 
 }  // namespace
 
 JsonPage::JsonPage(const std::string& path) {
-    std::shared_ptr<Field> section;
+    std::shared_ptr<Field> section = std::make_shared<Field>();
     for (const auto& line : linesOf(path)) {
         if (line.starts_with("## ")) {
             section = std::make_shared<Field>();
@@ -100,21 +100,25 @@ JsonPage::JsonPage(const std::string& path) {
             if (names.empty()) names = {line.substr(3)};
             for (const auto& name : names) sections_[name].push_back(section);
         }
-        if (!line.starts_with("| `")) continue;
-        const auto cells = Text::split(line, " | ");
-        const auto fields = between(cells.front(), "`");
-        if (!section || cells.size() < 4 || fields.empty())
-            throw std::runtime_error("no row of a section: " + line);
         Field* field = section.get();
-        for (auto step : Text::split(fields.front(), ".")) {
-            if (step.ends_with("[]")) step.remove_suffix(2);
-            if (step.empty())
-                field->type = "list of object";
-            else
-                field = &field->members[std::string(step)];
+        if (line.starts_with("| `")) {
+            const auto cells = Text::split(line, " | ");
+            if (cells.size() < 4) throw std::runtime_error("no row: " + line);
+            const std::string steps = between(cells.front(), "`").at(0);
+            for (auto step : Text::split(steps, ".")) {
+                if (step.ends_with("[]")) step.remove_suffix(2);
+                if (step.empty())
+                    field->type = "list of object";
+                else
+                    field = &field->members[std::string(step)];
+            }
+            field->type = cells[1];
+            field->isAlways = cells[2] == "always";
         }
-        field->type = cells[1];
-        field->isAlways = cells[2] == "always";
+        if (!Text::contains(line, "fields of *")) continue;
+        for (const auto& shared : between(line, "*"))
+            for (const auto& [key, member] : sections_.at(shared).front()->members)
+                field->members.emplace(key, member);
     }
 }
 
@@ -128,9 +132,7 @@ Problems JsonPage::problems(const Json::Value& envelope) {
     const std::string& command = *envelope.member("command")->string();
     const auto found = sections_.find(command);
     if (found == sections_.end()) {
-        const std::string program = command.substr(0, command.find(' '));
-        const bool isDescribed = sections_.lower_bound(program) != sections_.end() &&
-                                 sections_.lower_bound(program)->first.starts_with(program);
+        const bool isDescribed = sections_.contains(command.substr(0, command.find(' ')));
         return isDescribed ? Problems{"\"" + command + "\" is not on the page"} : Problems();
     }
     for (const auto& section : found->second) {

@@ -3,7 +3,8 @@
 //   ## `ombrix-cli moves`
 //   | `moves[].kind` | "prompt", "message", "hold" | always | ... |
 //
-// A command with two sections prints one or the other.
+// A command with two sections prints one or the other. "fields of *Question*" stands for the fields
+// of the section "## Question" above: in a row for those of its object, else for the section's own.
 #pragma once
 
 #include <map>
@@ -23,7 +24,7 @@ class JsonPage {
     explicit JsonPage(const std::string& path);
 
     /// What in `envelope` is not as the page says: "data.moves[].kind: missing". A command that is
-    /// not on the page is a problem, unless none of its program is.
+    /// not on the page is a problem of a program that alone, without a command, is on it.
     std::vector<std::string> problems(const Json::Value& envelope);
 
     /// The fields that no envelope had so far, and those that may be absent and never were.

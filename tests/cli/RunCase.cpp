@@ -10,7 +10,6 @@
 
 #include "CaseFolder.h"
 #include "DesktopProcess.h"
-#include "JsonPage.h"
 #include "OmbrixCore/DictationStore.h"
 #include "OmbrixCore/RawDatabase.h"
 #include "OmbrixPlatform/Files.h"
@@ -137,9 +136,6 @@ class CaseRunner {
         expectInOrder("standard error", errors, run.errorsContain);
         for (const auto& part : run.anywhere) expectInOrder("the output", output + errors, {part});
         expectUnchanged(before, snapshotOf(folder_.path()), run.changes);
-        if (const auto envelope = JsonPage::envelopeIn(outcome.output))
-            for (const auto& problem : page_.problems(*envelope))
-                complain("docs/json.md: " + problem);
     }
 
     void complain(const std::string& problem) {
@@ -185,7 +181,6 @@ class CaseRunner {
     test::TestFolder folder_;
     Placeholders names_;
     std::unique_ptr<DesktopProcess> desktop_;
-    JsonPage page_{OMBRIX_JSON_PAGE};
     std::string run_;
     bool passes_ = true;
 };

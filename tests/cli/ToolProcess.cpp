@@ -8,8 +8,13 @@
 
 #include <array>
 #include <cerrno>
+#include <mutex>
+#include <stdexcept>
 #include <system_error>
 #include <utility>
+
+#include "JsonPage.h"
+#include "OmbrixPlatform/Text.h"
 
 namespace ombrix::ToolTests {
 namespace {
@@ -69,6 +74,17 @@ std::string drained(int descriptor) {
     ::close(descriptor);
     return text;
 }
+
+void holdToPage(const std::string& output) {
+    const auto envelope = JsonPage::envelopeIn(output);
+    if (!envelope) return;
+    static std::mutex mutex;
+    const std::scoped_lock lock(mutex);
+    static JsonPage page(OMBRIX_JSON_PAGE);
+    const auto problems = page.problems(*envelope);
+    if (!problems.empty())
+        throw std::runtime_error("docs/json.md: " + Text::joined(problems, "; ") + "\n" + output);
+}
 }  // namespace
 
 Outcome run(const Call& call) {
@@ -90,6 +106,7 @@ Outcome run(const Call& call) {
     ::lseek(errors, 0, SEEK_SET);
     outcome.errors = drained(errors);
     outcome.status = WIFEXITED(status) ? WEXITSTATUS(status) : 1000 + WTERMSIG(status);
+    holdToPage(outcome.output);
     return outcome;
 }
 

@@ -34,7 +34,8 @@ struct Outcome {
 Call callIn(const std::string& folder, std::vector<std::string> arguments);
 
 /// Runs to the end, or to the timeout, after which the process is killed and its status is 1014.
-/// Throws `std::system_error` when the process cannot be started.
+/// Throws `std::system_error` when the process cannot be started, and `std::runtime_error` when it
+/// prints an envelope that docs/json.md does not describe.
 Outcome run(const Call& call);
 
 /// The environment of every tool test: UTC, C.UTF-8, a home inside `folder`, no variable
