@@ -12,8 +12,8 @@
 namespace ombrix::MoveEvidence {
 
 /// The move as it is shown. A state whose `current` is no index shows the prepared move; one whose
-/// `candidate` is none has nothing on offer. Linear in the move, its claims' turns and, for ids
-/// that do not hold, in the transcripts cited.
+/// `candidate` is none has nothing on offer. Linear in the move and, for ids that do not hold, in
+/// the transcripts cited, save that each cited id costs a glance at every turn of its meeting.
 ResolvedMove resolve(PreparedMove move, MoveState state, const MoveSources& sources);
 
 /// The claims in force: the revision's, then those of the move that only the revision's lines and

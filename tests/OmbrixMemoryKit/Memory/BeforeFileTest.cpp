@@ -24,6 +24,7 @@ const std::string answer =
   "you_owe": [{"text": "The deck", "sources": []}, {"text": " ", "sources": ["[W]"]}],
   "they_owe": [{"text": " The list ", "sources": ["[Q3, plan, 2026-09-01]", "Weekly"]}],
   "unanswered": [], "changed_since": [], "ignored": 7,
+  "question": [{"text": "Who pays?", "sources": ["[W]"]}],
   "openers": [{"text": "One", "sources": []}, {"text": "Two", "sources": ["[W]"]},
               {"text": "Three", "sources": []}]})";
 
@@ -62,13 +63,26 @@ TEST(BeforeOutput, SourcesAreTitlesAndDays) {
                                    {"a, bcdefghij", ""}}));
 }
 
+TEST(BeforeOutput, ACardHasTheItemsWithTextAndSource) {
+    std::string lines;
+    for (const auto& [kind, text, sources, certainty, hedge] : card().lines)
+        lines.append(rawValue(kind)).append("|" + text + "|").append(rawValue(certainty)) += '\n';
+    EXPECT_EQ(lines,
+              "remember|Budget?|read\nremember|Back from leave|recorded\n"
+              "theyOwe|The list|recorded\nquestion|Who pays?|recorded\n"
+              "opener|One|recorded\nopener|Two|recorded\nopener|Three|recorded\n");
+}
+
 TEST(BeforeFile, OnlyAWholeCardIsRead) {
     const std::string file = BeforeFile::render(card(), "Claude", at, 2, berlin);
     EXPECT_EQ(BeforeFile::parse(Text::replacingAll(file, "\n", "\r\n"), berlin), card());
     EXPECT_EQ(card().names(), (std::vector<std::string>{"Ana Ruiz", "Ben"}));
-    BeforeCard marked = card();
-    marked.thread = EngineRegion::closeMarker;
-    EXPECT_TRUE(BeforeFile::parse(BeforeFile::render(marked, "Claude", at, 2, berlin), berlin));
+    BeforeCard odd = card();
+    odd.title = odd.whoAndWhen = EngineRegion::closeMarker;
+    odd.thread = "";
+    const std::string oddFile = BeforeFile::render(odd, "Claude", at, 2, berlin);
+    EXPECT_TRUE(BeforeFile::parse(oddFile, berlin));
+    EXPECT_FALSE(Text::contains(oddFile, "thread"));
     const std::pair<const char*, const char*> damages[] = {{"\nfor:", "\nat:"},
                                                            {"\ntitle:", "\nx:"},
                                                            {"T10:", " 10:"},
