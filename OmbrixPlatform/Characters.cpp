@@ -3,23 +3,11 @@
 #include <unicode/uchar.h>
 
 #include "OmbrixPlatform/BreakIterator.h"
+#include "OmbrixPlatform/Letters.h"
 #include "OmbrixPlatform/Text.h"
 #include "OmbrixPlatform/Utf8.h"
 
 namespace ombrix::Characters {
-
-namespace {
-
-/// The length of the scalar that starts at `place` when it is below U+0300, otherwise 0. Of two
-/// such scalars each is a character, except CR LF: all marks, prefixes and joiners come later.
-std::size_t lengthOfPlain(std::string_view text, std::size_t place) {
-    const auto byte = [&](std::size_t at) { return static_cast<unsigned char>(text[at]); };
-    if (byte(place) < 0x80) return 1;
-    const bool isPlain = byte(place) >= 0xC2 && byte(place) <= 0xCB && place + 1 < text.size() &&
-                         (byte(place + 1) & 0xC0U) == 0x80;
-    return isPlain ? 2 : 0;
-}
-}  // namespace
 
 struct Cursor::Iterator {
     explicit Iterator(std::string_view text) : it(BreakIterator::Kind::character, text) {}
@@ -34,27 +22,25 @@ Cursor::Iterator& Cursor::iterator() {
     return *iterator_;
 }
 
+// Of two scalars that stand alone each is a character, except CR LF.
 std::size_t Cursor::after(std::size_t place) {
     if (place >= text_.size()) return text_.size();
-    if (const std::size_t length = lengthOfPlain(text_, place)) {
+    if (const auto [letter, length] = Letters::find(text_, place); letter.standsAlone) {
         const std::size_t next = place + length;
         if (next == text_.size()) return next;
-        if (lengthOfPlain(text_, next) > 0) {
-            if (text_[place] != '\r' || text_[next] != '\n') return next;
-            return next + 1;  // a mark never combines with a line feed
-        }
+        if (text_[place] == '\r' && text_[next] == '\n') return next + 1;
+        if (Letters::find(text_, next).letter.standsAlone) return next;
     }
     return iterator().it.following(place);
 }
 
-// Two ASCII bytes are never one character, except CR LF.
 std::size_t Cursor::before(std::size_t place) {
     if (place == 0) return 0;
-    const std::size_t last = place - 1;
-    if (Text::isAscii(text_[last])) {
+    if (const auto [letter, length] = Letters::findBefore(text_, place); letter.standsAlone) {
+        const std::size_t last = place - length;
         if (last == 0) return last;
         if (text_[last] == '\n' && text_[last - 1] == '\r') return last - 1;
-        if (Text::isAscii(text_[last - 1])) return last;
+        if (Letters::findBefore(text_, last).letter.standsAlone) return last;
     }
     return iterator().it.preceding(place);
 }

@@ -9,8 +9,9 @@
 
 namespace ombrix::Characters {
 
-/// Steps over the characters of one text. A step in ASCII costs a few instructions; others ask ICU,
-/// whose iterator is set up once. The text must outlive the cursor.
+/// Steps over the characters of one text. A step between scalars that stand alone (Letters.h), as
+/// most do, costs a few instructions; others ask ICU, whose iterator is set up once. The text must
+/// outlive the cursor.
 class Cursor {
   public:
     explicit Cursor(std::string_view text);

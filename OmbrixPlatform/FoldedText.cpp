@@ -13,8 +13,7 @@ FoldedText::FoldedText(std::string_view text) : sourceSize_(text.size()) {
     fold_.reserve(text.size());
     sources_.reserve(text.size());
     for (std::size_t at = 0; at < text.size();) {
-        const auto [scalar, length] = Utf8::decode(text, at);
-        Text::appendFolded(fold_, scalar);
+        const std::size_t length = Text::appendFolded(fold_, text, at);
         sources_.resize(fold_.size(), at);
         at += length;
     }

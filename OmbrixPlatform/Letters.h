@@ -34,7 +34,9 @@ struct Letter {
     /// a scalar that is dropped, as punctuation is, or that only ICU can judge, as marks are.
     std::uint8_t characters = 0;
     /// True for a scalar that forms one character with the scalar after it.
-    bool isPrefix = false;
+    bool isPrefix : 1 = false;
+    /// True for a scalar that forms none with another that stands alone, but for CR with LF.
+    bool standsAlone : 1 = false;
     std::array<char, 4> fold{};
 
     static constexpr std::uint8_t asItIs = 0xFE;
@@ -51,15 +53,17 @@ struct Letter {
 /// The letter of the scalar that starts at a place, and its length in bytes. The length means
 /// nothing when the letter has `noFold`.
 struct Found {
-    const Letter& letter;
-    std::size_t length;
+    Letter letter;
+    std::size_t length = 0;
 };
 
-/// The fold of a scalar that was found at `at`; valid when its size is not `noFold`.
+/// The fold of a scalar that was found at `at`, as a view of `found` or of the text; valid when its
+/// size is not `noFold`.
 inline std::string_view foldOf(const Found& found, std::string_view text, std::size_t at) {
     if (found.letter.foldSize == Letter::asItIs) return text.substr(at, found.length);
     return {found.letter.fold.data(), found.letter.foldSize};
 }
+std::string_view foldOf(const Found&& found, std::string_view text, std::size_t at) = delete;
 
 /// The scalar that starts at `at`, which must be less than the size. An unknown letter for a byte
 /// that starts no scalar of the plane.

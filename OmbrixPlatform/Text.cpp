@@ -8,6 +8,7 @@
 #include <array>
 #include <cstdlib>
 
+#include "OmbrixPlatform/Letters.h"
 #include "OmbrixPlatform/Numbers.h"
 #include "OmbrixPlatform/Utf8.h"
 
@@ -269,11 +270,8 @@ std::string withUpperCaseFirst(std::string_view text) {
 
 std::string caseFolded(std::string_view text) { return mapped(text, appendCaseFold); }
 
-void appendFolded(std::string& result, char32_t scalar) {
-    if (scalar < 0x80) {
-        result.push_back(asciiLowercased(static_cast<char>(scalar)));
-        return;
-    }
+std::string folded(char32_t scalar) {
+    std::string result;
     std::array<UChar, 32> units{};
     UErrorCode status = U_ZERO_ERROR;
     std::int32_t count = unorm2_getDecomposition(nfd(), icu(scalar), units.data(),
@@ -288,13 +286,28 @@ void appendFolded(std::string& result, char32_t scalar) {
         if (u_charType(part) != U_NON_SPACING_MARK)
             appendCaseFold(result, static_cast<char32_t>(part));
     }
+    return result;
 }
 
-std::string folded(std::string_view text) { return mapped(text, appendFolded); }
+std::size_t appendFolded(std::string& result, std::string_view text, std::size_t at) {
+    if (isAscii(text[at])) {
+        result.push_back(asciiLowercased(text[at]));
+        return 1;
+    }
+    const auto found = Letters::find(text, at);
+    if (found.letter.foldSize != Letters::Letter::noFold) {
+        result += Letters::foldOf(found, text, at);
+        return found.length;
+    }
+    const auto [scalar, length] = Utf8::decode(text, at);
+    result += folded(scalar);
+    return length;
+}
 
-std::string folded(char32_t scalar) {
+std::string folded(std::string_view text) {
     std::string result;
-    appendFolded(result, scalar);
+    result.reserve(text.size() + 8);
+    for (std::size_t at = 0; at < text.size();) at += appendFolded(result, text, at);
     return result;
 }
 

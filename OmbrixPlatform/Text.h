@@ -94,10 +94,11 @@ std::string caseFolded(std::string_view text);
 /// The fold: canonical decomposition, nonspacing marks dropped, full case folding. "Café" is
 /// "cafe", "ß" is "ss", "ø" is kept. Folding twice changes nothing.
 std::string folded(std::string_view text);
-/// The fold of one scalar; empty for a nonspacing mark.
+/// The fold of one scalar, through ICU; empty for a nonspacing mark.
 std::string folded(char32_t scalar);
-/// Appends the fold of one scalar; nothing for a nonspacing mark.
-void appendFolded(std::string& result, char32_t scalar);
+/// Appends the fold of the scalar at byte `at`; nothing for a nonspacing mark. Returns the scalar's
+/// length in bytes.
+std::size_t appendFolded(std::string& result, std::string_view text, std::size_t at);
 
 bool equalsIgnoringCase(std::string_view a, std::string_view b);
 bool startsWithIgnoringAsciiCase(std::string_view text, std::string_view asciiPrefix);

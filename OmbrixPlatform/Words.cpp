@@ -4,54 +4,19 @@
 #include <unicode/utext.h>
 
 #include "OmbrixPlatform/BreakIterator.h"
-#include "OmbrixPlatform/Text.h"
-#include "OmbrixPlatform/Utf8.h"
 
 namespace ombrix::Words {
-namespace {
 
-constexpr bool isAsciiSpace(char c) { return c == ' ' || c == '\n' || c == '\t'; }
-
-/// The end of the first ASCII blank at or after `from` that is followed by ASCII or by the end: the
-/// text can be cut there. A combining mark after a blank would belong to the blank.
-std::size_t nextCut(std::string_view text, std::size_t from) {
-    for (std::size_t at = from; at < text.size(); ++at) {
-        if (isAsciiSpace(text[at]) && (at + 1 == text.size() || Text::isAscii(text[at + 1])))
-            return at + 1;
+ByteRange Detail::stretch(std::string_view text, std::size_t begin, std::size_t unknown) {
+    bool isAfterGap = false;
+    std::size_t at = unknown;
+    while (at < text.size()) {
+        const auto [letter, length] = Letters::find(text, at);
+        if (isAfterGap && letter.isKnown()) break;
+        isAfterGap = letter.kind == Letters::Kind::gap;
+        at += length;
     }
-    return text.size();
-}
-
-std::size_t firstNotAscii(std::string_view text, std::size_t from) {
-    constexpr std::size_t step = 256;  // small, because the block with the byte is read twice
-    while (from + step <= text.size() && Utf8::isAscii(text.substr(from, step))) from += step;
-    while (from < text.size() && Text::isAscii(text[from])) ++from;
-    return from;
-}
-}  // namespace
-
-bool Stretches::next(Stretch& stretch) {
-    if (place_ >= text_.size()) return false;
-    const std::size_t begin = place_;
-    const std::size_t at = firstNotAscii(text_, begin);
-    if (at == text_.size()) {
-        place_ = at;
-        stretch = {{begin, at}, true};
-        return true;
-    }
-    // Back to the blank before the word that contains the first byte that is not ASCII. When that
-    // byte follows the blank directly, it may be a mark on the blank, so the blank goes with it.
-    std::size_t cut = at;
-    if (cut > begin && isAsciiSpace(text_[cut - 1])) --cut;
-    while (cut > begin && !isAsciiSpace(text_[cut - 1])) --cut;
-    if (cut > begin) {
-        place_ = cut;
-        stretch = {{begin, cut}, true};
-        return true;
-    }
-    place_ = nextCut(text_, at);
-    stretch = {{begin, place_}, false};
-    return true;
+    return {begin, at};
 }
 
 void appendIcuWords(std::string_view text, ByteRange stretch, std::vector<ByteRange>& words) {
@@ -64,35 +29,18 @@ void appendIcuWords(std::string_view text, ByteRange stretch, std::vector<ByteRa
     }
 }
 
-ByteRange asciiWord(std::string_view text, std::size_t from) {
-    using namespace AsciiRule;
-    const std::size_t size = text.size();
-    for (std::size_t begin = from; begin < size; ++begin) {
-        if (!isJoined(text[begin])) continue;
-        std::size_t end = begin + 1;
-        for (;;) {
-            while (end < size && isJoined(text[end])) ++end;
-            if (end + 1 >= size || !bridges(text[end - 1], text[end], text[end + 1])) break;
-            end += 2;
-        }
-        if (end - begin > 1 || text[begin] != '_') return {begin, end};
-    }
-    return {size, size};
-}
-
 std::vector<ByteRange> ranges(std::string_view text) {
+    struct Silent {
+        void begin() {}
+        void add(const Letters::Letter&) {}
+    } speller;
     std::vector<ByteRange> words;
-    Stretches stretches(text);
-    for (Stretch stretch; stretches.next(stretch);) {
-        if (!stretch.isAscii) {
-            appendIcuWords(text, stretch.range, words);
-            continue;
-        }
-        const auto ascii = text.substr(0, stretch.range.end);
-        for (auto word = asciiWord(ascii, stretch.range.begin); !word.isEmpty();
-             word = asciiWord(ascii, word.end)) {
-            words.push_back(word);
-        }
+    for (Piece piece = next(text, 0, speller); piece.kind != Piece::Kind::end;
+         piece = next(text, piece.range.end, speller)) {
+        if (piece.kind == Piece::Kind::word)
+            words.push_back(piece.range);
+        else
+            appendIcuWords(text, piece.range, words);
     }
     return words;
 }

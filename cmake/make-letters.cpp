@@ -13,6 +13,14 @@
 #include "OmbrixPlatform/Text.h"
 #include "OmbrixPlatform/Utf8.h"
 
+// Text.cpp reads the table that is yet to be written: here everything is unknown, so that it asks
+// ICU.
+namespace ombrix::Letters::Table {
+const Letter letters[(asciiPages + 1) * pageSize] = {};
+const std::uint16_t pagesOfTwo[32] = {};
+const std::uint16_t pagesOfThree[1024] = {};
+}  // namespace ombrix::Letters::Table
+
 namespace {
 
 using namespace ombrix;
@@ -86,6 +94,18 @@ struct Fold {
     bool standAlone = true;  // each is a character, whatever is beside it
 };
 
+bool standsAlone(char32_t scalar) {
+    switch (property(scalar, UCHAR_GRAPHEME_CLUSTER_BREAK)) {
+        case U_GCB_OTHER:
+        case U_GCB_CONTROL:
+        case U_GCB_CR:
+        case U_GCB_LF:
+            return true;
+        default:
+            return false;
+    }
+}
+
 Letter letterOf(char32_t scalar) {
     Letter letter;
     if (U_IS_SURROGATE(static_cast<UChar32>(scalar))) return letter;
@@ -95,6 +115,7 @@ Letter letterOf(char32_t scalar) {
     const Fold facts(fold);
     letter.kind = kindOf(scalar);
     letter.isPrefix = property(scalar, UCHAR_GRAPHEME_CLUSTER_BREAK) == U_GCB_PREPEND;
+    letter.standsAlone = standsAlone(scalar);
     const bool inWord = letter.isKnown() && letter.kind != Kind::gap;
     const bool isPlain = facts.standAlone && (facts.allKept || facts.allDropped);
     if (fold.size() > letter.fold.size() || (inWord && !isPlain)) letter.kind = Kind::unknown;
@@ -110,8 +131,8 @@ Letter letterOf(char32_t scalar) {
 }
 
 void write(std::FILE* out, const Letter& letter) {
-    std::fprintf(out, "{Kind(%d),%d,%d,%s,{", static_cast<int>(letter.kind), letter.foldSize,
-                 letter.characters, letter.isPrefix ? "true" : "false");
+    std::fprintf(out, "{Kind(%d),%d,%d,%d,%d,{", static_cast<int>(letter.kind), letter.foldSize,
+                 letter.characters, int{letter.isPrefix}, int{letter.standsAlone});
     for (const char c : letter.fold) std::fprintf(out, "char(%d),", static_cast<int>(c));
     std::fputs("}},\n", out);
 }

@@ -38,6 +38,11 @@ inline std::uint32_t alphanumeric(const char* bytes) {
         _mm_or_si128(Detail::within(lower, 'a', 'z'), Detail::within(raw, '0', '9'))));
 }
 
+/// Bit n is set when byte n is not ASCII.
+inline std::uint32_t notAscii(const char* bytes) {
+    return static_cast<std::uint32_t>(_mm_movemask_epi8(Detail::load(bytes)));
+}
+
 /// Copies sixteen bytes; letters become lower case, digits stay, the copies of other bytes mean
 /// nothing.
 inline void copyLowercased(const char* from, char* to) {
@@ -51,6 +56,13 @@ inline std::uint32_t alphanumeric(const char* bytes) {
     std::uint32_t mask = 0;
     for (std::size_t i = 0; i < width; ++i)
         mask |= static_cast<std::uint32_t>(Text::isAsciiAlphanumeric(bytes[i]) ? 1 : 0) << i;
+    return mask;
+}
+
+inline std::uint32_t notAscii(const char* bytes) {
+    std::uint32_t mask = 0;
+    for (std::size_t i = 0; i < width; ++i)
+        mask |= static_cast<std::uint32_t>(Text::isAscii(bytes[i]) ? 0 : 1) << i;
     return mask;
 }
 

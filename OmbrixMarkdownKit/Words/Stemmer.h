@@ -46,7 +46,8 @@ constexpr bool mayLoseLetters(std::string_view normalForm) {
     const std::size_t size = normalForm.size();
     if (size < shortestWithEnding) return false;
     const auto has = [](std::uint32_t bits, char c) {
-        return bits >> (static_cast<unsigned char>(c) & 31U) & 1U;
+        const auto byte = static_cast<unsigned char>(c);
+        return bits >> (byte & 31U) & (byte < 0x80 ? 1U : 0U);
     };
     // No branch between the two: the processor would mispredict it for every third word.
     return (has(lastOfEndings, normalForm.back()) |

@@ -73,8 +73,8 @@ std::vector<std::uint64_t> startsOfPages(const std::vector<std::string>& prefixe
 
 WordBeginnings::WordBeginnings(std::vector<std::string> prefixes) : prefixes_(std::move(prefixes)) {
     const auto pages = startsOfPages(prefixes_);
-    for (const std::size_t page : Table::pagesOfTwo) afterOne_.push_back(pages[page]);
-    for (const std::size_t page : Table::pagesOfThree) afterTwo_.push_back(pages[page]);
+    for (std::size_t i = 0; i < afterOne_.size(); ++i) afterOne_[i] = pages[Table::pagesOfTwo[i]];
+    for (std::size_t i = 0; i < afterTwo_.size(); ++i) afterTwo_[i] = pages[Table::pagesOfThree[i]];
     // A scalar that is its own fold has no place of its own in the table.
     for (const auto& prefix : prefixes_) {
         const auto [scalar, length] = Utf8::decode(prefix, 0);
@@ -84,27 +84,8 @@ WordBeginnings::WordBeginnings(std::vector<std::string> prefixes) : prefixes_(st
     }
 }
 
-/// Rules out most characters that are not ASCII by their bytes.
-bool WordBeginnings::isCandidate(std::string_view text, std::size_t at) const {
-    const unsigned lead = byteAt(text, at);
-    const std::size_t left = text.size() - at;
-    if (lead < 0xC2) return false;  // inside a character
-    if (lead >= 0xF0) return true;
-    if (lead < 0xE0)
-        return left > 1 && (afterOne_[lead & 0x1FU] >> (byteAt(text, at + 1) & 0x3FU) & 1U) != 0;
-    if (left < 3) return false;
-    const std::size_t firstTwo = (lead & 0x0FU) << 6U | (byteAt(text, at + 1) & 0x3FU);
-    return (afterTwo_[firstTwo] >> (byteAt(text, at + 2) & 0x3FU) & 1U) != 0;
-}
-
-bool WordBeginnings::mayBeginAt(std::string_view text, std::size_t at) const {
-    const bool isAscii = Text::isAscii(text[at]);
-    if (!isAscii && !isCandidate(text, at)) return false;
+bool WordBeginnings::beginsAt(std::string_view text, std::size_t at) const {
     const auto found = Letters::find(text, at);
-    // Not inside a word: between two letters is no boundary.
-    if (found.letter.isSpelled() && at > 0 && !Text::isAscii(text[at - 1]) &&
-        Letters::findBefore(text, at).letter.isSpelled())
-        return false;
     // A prefix joins with the letter after it into one character, so the word can begin there.
     if (found.letter.isPrefix) return true;
     if (found.letter.foldSize == Letter::noFold) {
@@ -113,7 +94,10 @@ bool WordBeginnings::mayBeginAt(std::string_view text, std::size_t at) const {
             return agree(fold, prefix);
         });
     }
-    return std::ranges::any_of(prefixes_,
-                               [&](const auto& prefix) { return mayBeginWith(prefix, text, at); });
+    const bool begins = std::ranges::any_of(
+        prefixes_, [&](const auto& prefix) { return mayBeginWith(prefix, text, at); });
+    // Not inside a word: between two letters is no boundary.
+    return begins && !(found.letter.isSpelled() && at > 0 &&
+                       Letters::findBefore(text, at).letter.isSpelled());
 }
 }  // namespace ombrix

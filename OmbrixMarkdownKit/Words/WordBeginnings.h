@@ -2,6 +2,7 @@
 // bytes, this decides. Scripts of two and three bytes are judged by table lookups, without ICU.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -20,15 +21,34 @@ class WordBeginnings {
     /// True when a word whose normal form begins with a prefix may begin at the byte `at`, or after
     /// the characters there that normal forms lack. Never false for such a word at the first byte
     /// that is in its normal form. False inside a character.
-    bool mayBeginAt(std::string_view text, std::size_t at) const;
+    bool mayBeginAt(std::string_view text, std::size_t at) const {
+        return isCandidate(text, at) && beginsAt(text, at);
+    }
 
   private:
     bool isCandidate(std::string_view text, std::size_t at) const;
+    bool beginsAt(std::string_view text, std::size_t at) const;
 
     std::vector<std::string> prefixes_;
     /// For each lead byte of two bytes and for each two first ones of three: a bit for each last
     /// byte with which the fold can begin a prefix.
-    std::vector<std::uint64_t> afterOne_;
-    std::vector<std::uint64_t> afterTwo_;
+    std::array<std::uint64_t, 32> afterOne_{};
+    std::array<std::uint64_t, 1024> afterTwo_{};
 };
+
+/// Rules out most characters that are not ASCII by their bytes. Inline, since it runs for each.
+inline bool WordBeginnings::isCandidate(std::string_view text, std::size_t at) const {
+    const auto byte = [&](std::size_t i) -> unsigned {
+        return static_cast<unsigned char>(text[at + i]);
+    };
+    const unsigned lead = byte(0);
+    if (lead < 0x80) return true;
+    if (lead < 0xC2) return false;  // inside a character
+    const std::size_t left = text.size() - at;
+    if (lead < 0xE0) return left > 1 && (afterOne_[lead & 0x1FU] >> (byte(1) & 0x3FU) & 1U) != 0;
+    if (lead >= 0xF0) return true;
+    if (left < 3) return false;
+    const unsigned firstTwo = (lead & 0x0FU) << 6U | (byte(1) & 0x3FU);
+    return (afterTwo_[firstTwo] >> (byte(2) & 0x3FU) & 1U) != 0;
+}
 }  // namespace ombrix

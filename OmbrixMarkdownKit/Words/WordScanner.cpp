@@ -4,42 +4,55 @@
 #include <array>
 #include <bit>
 #include <cstdint>
+#include <cstring>
 
 #include "OmbrixMarkdownKit/Words/AsciiLanes.h"
 #include "OmbrixMarkdownKit/Words/NormalForm.h"
 #include "OmbrixMarkdownKit/Words/Stemmer.h"
-#include "OmbrixPlatform/Characters.h"
+#include "OmbrixPlatform/Letters.h"
 #include "OmbrixPlatform/Text.h"
-#include "OmbrixPlatform/Utf8.h"
 
 namespace ombrix {
 namespace {
 
 constexpr std::size_t minRoom = 64;  // in the buffer of the normal form, before a run is copied
 
-/// What a byte of an ASCII word becomes in the normal form, or one of these two.
-constexpr char endsWord = 0;
-constexpr char leavesNothing = 1;
+/// True for an ASCII character that is inside words and not in their normal forms.
+constexpr bool isSilent(char c) { return c == '_' || c == '@'; }
 
-consteval auto byteTable() {
-    std::array<char, 256> table{};
-    for (int i = 0; i < 128; ++i) {
-        const char c = static_cast<char>(i);
-        if (Text::isAsciiAlphanumeric(c))
-            table[static_cast<std::size_t>(i)] = Text::asciiLowercased(c);
-        else if (Words::AsciiRule::isJoined(c))
-            table[static_cast<std::size_t>(i)] = leavesNothing;
+/// Collects the normal form of a word whose letters are known.
+class Speller {
+  public:
+    explicit Speller(std::string& buffer) : buffer_(buffer) {}
+
+    void begin() { size_ = characters_ = 0; }
+    void add(const Letters::Letter& letter) {
+        if (buffer_.size() < size_ + minRoom) buffer_.resize(2 * buffer_.size());
+        // Copied as a whole: a dropped scalar is overwritten by the next one, without a branch.
+        std::memcpy(buffer_.data() + size_, letter.fold.data(), letter.fold.size());
+        size_ += letter.characters == 0 ? 0 : letter.foldSize;
+        characters_ += letter.characters;
     }
-    return table;
-}
+    void dropLast() {
+        --size_;
+        --characters_;
+    }
+    std::size_t characters() const { return characters_; }
+    std::string_view spelled() const { return {buffer_.data(), size_}; }
 
-constexpr std::array<char, 256> normalBytes = byteTable();
+  private:
+    std::string& buffer_;
+    std::size_t size_ = 0;
+    std::size_t characters_ = 0;
+};
 
-char normalByte(char c) { return normalBytes[static_cast<unsigned char>(c)]; }
-
-bool hasPossessive(std::string_view asciiWord) {
-    return asciiWord.size() > 1 && asciiWord[asciiWord.size() - 2] == '\'' &&
-           (asciiWord.back() | 0x20) == 's';
+bool hasPossessive(std::string_view text, const Words::Piece& word) {
+    const auto [begin, end] = word.range;
+    if (word.lastPart == begin) return false;
+    const auto joint = text.substr(0, word.lastPart);
+    if (!joint.ends_with('\'') && !joint.ends_with("\u2019")) return false;
+    const auto last = Letters::find(text, word.lastPart);
+    return word.lastPart + last.length == end && Letters::foldOf(last, text, word.lastPart) == "s";
 }
 }  // namespace
 
@@ -47,7 +60,6 @@ WordScanner::WordScanner(std::string_view text)
     : forms_(OneOnOne::matches(text)),
       shadow_(forms_.empty() ? std::string() : OneOnOne::rewritten(text, forms_)),
       text_(forms_.empty() ? text : shadow_),
-      stretches_(text_),
       nextForm_(beginOfForm()),
       rawBuffer_(2 * minRoom, '\0') {}
 
@@ -60,90 +72,53 @@ void WordScanner::finish(Token& token, std::size_t characters, ByteRange range) 
 }
 
 bool WordScanner::nextAnyWord(Token& token) {
-    for (;;) {
-        if (stretch_.isAscii ? nextAscii(token) : nextIcu(token)) return true;
-        if (!stretches_.next(stretch_)) return false;
-        place_ = stretch_.range.begin;
-        if (stretch_.isAscii) continue;
-        icuWords_.clear();
-        icuWord_ = 0;
-        Words::appendIcuWords(text_, stretch_.range, icuWords_);
-    }
+    do {
+        if (nextIcu(token)) return true;
+        std::size_t from = place_;
+        if (nextPlainRun(token, from) || nextKnown(token, from)) return true;
+    } while (!icuWords_.empty() || place_ < text_.size());
+    return false;
 }
 
-/// Appends the normal form of the run of letters and digits at `at` to the buffer; returns where
-/// the run ends.
-std::size_t WordScanner::appendRun(std::size_t at, std::size_t size) {
-    const char* const text = text_.data();
-    while (at < size) {
-        if (rawBuffer_.size() < kept_ + minRoom)
-            rawBuffer_.resize(std::max(2 * minRoom, 2 * rawBuffer_.size()));
-        char* const raw = rawBuffer_.data();
-        std::size_t kept = kept_;
-        const std::size_t stop = std::min(size, at + (rawBuffer_.size() - kept));
-        char c = leavesNothing;
-        for (; at < stop && (c = normalByte(text[at])) != endsWord; ++at) {
-            raw[kept] = c;  // overwritten by the next byte when it leaves nothing: no branch
-            kept += c != leavesNothing ? 1 : 0;
-        }
-        kept_ = kept;
-        if (c == endsWord) break;
-    }
-    return at;
-}
-
-/// How many bytes right before `at`, from `from` on, belong to the word there without a part in its
-/// normal form: "_", "@", or a bridge that follows an "@". 0 for none.
-std::size_t WordScanner::joinedBefore(std::size_t at, std::size_t from) const {
-    const char* const text = text_.data();
-    if (at <= from) return 0;
-    if (normalByte(text[at - 1]) == leavesNothing) return 1;
-    if (at < from + 2 || at == text_.size() || text[at - 2] != '@') return 0;
-    return Words::AsciiRule::bridges('@', text[at - 1], text[at]) ? 2 : 0;
-}
-
-/// True when the word whose letter or digit is right before `at` continues at `at`.
+/// True when the word whose ASCII letter or digit is right before `at` may continue at `at`.
 bool WordScanner::continuesAt(std::size_t at) const {
     const char* const text = text_.data();
-    return normalByte(text[at]) == leavesNothing ||
-           Words::AsciiRule::bridges(text[at - 1], text[at], text[at + 1]);
+    if (isSilent(text[at])) return true;
+    return Words::AsciiRule::bridges(text[at - 1], text[at], text[at + 1]) ||
+           (Words::AsciiRule::isJoint(text[at]) && !Text::isAscii(text[at + 1]));
 }
 
-/// The next word when it is a plain run of letters and digits, as nearly all are. Otherwise false:
-/// the word, if there is one, starts at `place_` or later and has to be read byte by byte.
+/// The next word when it is a plain run of ASCII letters and digits, as nearly all are. Otherwise
+/// false: the word, if there is one, starts at `from` or later and has to be read by the table.
 ///
 /// The next 64 bytes are classified once; from word to word only that mask is shifted, so that a
 /// word does not wait for the loads of the one before it.
-bool WordScanner::nextPlainRun(Token& token) {
+bool WordScanner::nextPlainRun(Token& token, std::size_t& from) {
     const char* const text = text_.data();
-    const std::size_t lastEnd = place_;
     for (;;) {
         if (runBits_ == 0) {
             place_ += knownBytes_;
             knownBytes_ = 0;
-            if (!readLanes(place_)) break;
+            if (!readLanes(place_)) return false;
             continue;
         }
         const auto skipped = static_cast<std::size_t>(std::countr_zero(runBits_));
         const std::size_t begin = place_ + skipped;
         const auto length = static_cast<std::size_t>(std::countr_one(runBits_ >> skipped));
+        if (isForeign(skipped, length)) return false;
         if (skipped + length == knownBytes_) {  // the run may be longer than what is known
-            if (skipped == 0 || !readLanes(begin)) {
-                place_ = begin;
-                break;
-            }
+            if (skipped == 0 || !readLanes(begin)) return false;
             continue;
         }
         const std::size_t end = begin + length;
-        // Nearly every word is between blanks, and a blank joins nothing.
-        if ((text[end] != ' ' && continuesAt(end)) ||
-            (begin > lastEnd && text[begin - 1] != ' ' && joinedBefore(begin, lastEnd) > 0)) {
-            place_ = begin;
-            break;
-        }
-        place_ = end;
-        runBits_ = runBits_ >> skipped >> length;
-        knownBytes_ -= skipped + length;
+        // Nearly every word is between blanks, and a blank joins nothing. A joint before a run
+        // belongs to the word if an "@" is before it: letters there would have been read with it.
+        if (text[end] != ' ' && continuesAt(end)) return false;
+        if (begin > from && text[begin - 1] != ' ' &&
+            (isSilent(text[begin - 1]) || (begin > from + 1 && text[begin - 2] == '@')))
+            return false;
+        moveTo(end);
+        from = end;
         if (length < minCharacters) continue;
         for (std::size_t i = 0; i < length; i += AsciiLanes::width)
             AsciiLanes::copyLowercased(text + begin + i, rawBuffer_.data() + i);
@@ -151,53 +126,63 @@ bool WordScanner::nextPlainRun(Token& token) {
         finish(token, length, {begin, end});
         return true;
     }
-    while (const std::size_t joined = joinedBefore(place_, lastEnd)) place_ -= joined;
-    runBits_ = 0;
-    knownBytes_ = 0;
-    return false;
 }
 
-/// Classifies the 64 bytes at `at`; false when the stretch is too short for them and for the bytes
+/// Classifies the 64 bytes at `at`; false when the text is too short for them and for the bytes
 /// after them that are read along.
 bool WordScanner::readLanes(std::size_t at) {
-    if (at + AsciiLanes::blockWidth + AsciiLanes::width > stretch_.range.end) return false;
+    if (at + AsciiLanes::blockWidth + AsciiLanes::width > text_.size()) return false;
     place_ = at;
     knownBytes_ = AsciiLanes::blockWidth;
     runBits_ = 0;
-    for (std::size_t i = 0; i < AsciiLanes::blockWidth; i += AsciiLanes::width)
+    foreignBits_ = 0;
+    for (std::size_t i = 0; i < AsciiLanes::blockWidth; i += AsciiLanes::width) {
         runBits_ |= std::uint64_t{AsciiLanes::alphanumeric(text_.data() + at + i)} << i;
+        foreignBits_ |= std::uint64_t{AsciiLanes::notAscii(text_.data() + at + i)} << i;
+    }
+    runBits_ |= foreignBits_;
     return true;
 }
 
-bool WordScanner::nextAscii(Token& token) {
-    if (nextPlainRun(token)) return true;
-    const char* const text = text_.data();
-    const std::size_t size = stretch_.range.end;
-    std::size_t at = place_;
-    for (;;) {
-        while (at < size && normalByte(text[at]) == endsWord) ++at;
-        if (at >= size) break;
-        const std::size_t begin = at;
-        kept_ = 0;
-        at = appendRun(at, size);
-        while (at + 1 < size && Words::AsciiRule::bridges(text[at - 1], text[at], text[at + 1]))
-            at = appendRun(at + 1, size);
-        if (hasPossessive(text_.substr(begin, at - begin))) --kept_;
-        if (kept_ < minCharacters) continue;
-        token.raw = std::string_view(rawBuffer_.data(), kept_);
-        place_ = at;
-        finish(token, kept_, {begin, at});
+/// Goes on from `place`, with what is already known of the bytes there.
+void WordScanner::moveTo(std::size_t place) {
+    const std::size_t count = place - place_;
+    const bool isKnown = place >= place_ && count < knownBytes_;
+    runBits_ = isKnown ? runBits_ >> count : 0;
+    foreignBits_ = isKnown ? foreignBits_ >> count : 0;
+    knownBytes_ = isKnown ? knownBytes_ - count : 0;
+    place_ = place;
+}
+
+/// The next word of known letters. False at the end, and when a stretch comes first whose words
+/// only ICU can find; they are then in `icuWords_`.
+bool WordScanner::nextKnown(Token& token, std::size_t from) {
+    icuWords_.clear();
+    icuWord_ = 0;
+    Speller speller(rawBuffer_);
+    auto piece = Words::next(text_, from, speller);
+    for (; piece.kind == Words::Piece::Kind::word;
+         piece = Words::next(text_, piece.range.end, speller)) {
+        if (hasPossessive(text_, piece)) speller.dropLast();
+        if (speller.characters() < minCharacters) continue;
+        moveTo(piece.range.end);
+        token.raw = speller.spelled();
+        finish(token, speller.characters(), piece.range);
         return true;
     }
-    place_ = size;
+    // The words of a stretch come before those of what is known after it.
+    place_ = piece.range.end;
+    runBits_ = foreignBits_ = knownBytes_ = 0;
+    if (piece.kind == Words::Piece::Kind::stretch)
+        Words::appendIcuWords(text_, piece.range, icuWords_);
     return false;
 }
 
 bool WordScanner::nextIcu(Token& token) {
     while (icuWord_ < icuWords_.size()) {
         const ByteRange range = icuWords_[icuWord_++];
-        icuRaw_ = NormalForm::of(range.of(text_));
-        const std::size_t characters = Characters::count(icuRaw_);
+        icuRaw_.clear();
+        const std::size_t characters = NormalForm::append(icuRaw_, range.of(text_));
         if (characters < minCharacters) continue;
         token.raw = icuRaw_;
         finish(token, characters, range);

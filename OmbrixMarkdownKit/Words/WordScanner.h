@@ -1,5 +1,5 @@
 // The words of a text one after the other, without storing them. `QueryTokenizer` and search are
-// built on it; docs/search.md describes its three ways to read a word.
+// built on it; docs/search.md describes its ways to read a word.
 #pragma once
 
 #include <bit>
@@ -17,7 +17,7 @@
 
 namespace ombrix {
 
-/// Reads one text, which must outlive it. Linear; ASCII words cost no allocation.
+/// Reads one text, which must outlive it. Linear; words of known letters cost no allocation.
 class WordScanner {
   public:
     /// Shorter words are left out.
@@ -39,39 +39,43 @@ class WordScanner {
   private:
     bool nextBetweenBlanks(Token& token);
     bool nextAnyWord(Token& token);
-    bool nextPlainRun(Token& token);
-    bool readLanes(std::size_t at);
-    std::size_t joinedBefore(std::size_t at, std::size_t from) const;
-    bool nextAscii(Token& token);
+    bool nextPlainRun(Token& token, std::size_t& from);
+    bool nextKnown(Token& token, std::size_t from);
     bool nextIcu(Token& token);
-    std::size_t appendRun(std::size_t at, std::size_t size);
+    bool readLanes(std::size_t at);
+    bool isForeign(std::size_t skipped, std::size_t length) const;
+    void moveTo(std::size_t place);
+    bool continuesAt(std::size_t at) const;
     void finish(Token& token, std::size_t characters, ByteRange range);
     std::size_t beginOfForm() const;
     void coverForm(ByteRange& range);
-    bool continuesAt(std::size_t at) const;
 
     std::vector<OneOnOne::Match> forms_;
     std::string shadow_;
     std::string_view text_;  // the shadow when there are forms
-    Words::Stretches stretches_;
-    Words::Stretch stretch_;
-    std::size_t place_ = 0;            // in an ASCII stretch
-    std::uint64_t runBits_ = 0;        // of the bytes from `place_` on: letters and digits
+    std::size_t place_ = 0;
+    // About the bytes from `place_` on, a bit for each:
+    std::uint64_t runBits_ = 0;        // letters, digits, and bytes that are not ASCII
+    std::uint64_t foreignBits_ = 0;    // the latter alone
     std::size_t knownBytes_ = 0;       // how many of these bits are valid
-    std::vector<ByteRange> icuWords_;  // of a stretch that is not ASCII
+    std::vector<ByteRange> icuWords_;  // of a stretch that only ICU can cut
     std::size_t icuWord_ = 0;
     std::size_t form_ = 0;   // the first form that can still overlap a word
     std::size_t nextForm_;   // where it starts; npos when there is none
-    std::string rawBuffer_;  // of ASCII words; has room for what a block of lanes can fill
+    std::string rawBuffer_;  // of words read without ICU; has room for what a block can fill
     std::string icuRaw_;
-    std::size_t kept_ = 0;  // bytes of the normal form in the buffer
     std::string stemBuffer_;
 };
 
 // ---- inline, since it runs for every word of a library ------------------------------------------
 
-/// The next word when it is a run of letters and digits between two blanks in the block that is
-/// already classified. False, with nothing changed, for every other.
+/// True when the run of `length` bytes, at least one, holds a byte that is not ASCII.
+inline bool WordScanner::isForeign(std::size_t skipped, std::size_t length) const {
+    return foreignBits_ >> skipped << (AsciiLanes::blockWidth - length) != 0;
+}
+
+/// The next word when it is a run of ASCII letters and digits between two blanks in the block that
+/// is already classified. False, with nothing changed, for every other.
 inline bool WordScanner::nextBetweenBlanks(Token& token) {
     if (runBits_ == 0) return false;
     const auto skipped = static_cast<std::size_t>(std::countr_zero(runBits_));
@@ -79,11 +83,12 @@ inline bool WordScanner::nextBetweenBlanks(Token& token) {
     const char* const run = text_.data() + place_ + skipped;
     // Single letters are no words, and one copy takes sixteen.
     if (skipped == 0 || skipped + length == knownBytes_ || length - 2 > AsciiLanes::width - 2 ||
-        run[-1] != ' ' || run[length] != ' ')
+        run[-1] != ' ' || run[length] != ' ' || (foreignBits_ != 0 && isForeign(skipped, length)))
         return false;
     const std::size_t begin = place_ + skipped;
     place_ = begin + length;
     runBits_ = runBits_ >> skipped >> length;
+    foreignBits_ = foreignBits_ >> skipped >> length;
     knownBytes_ -= skipped + length;
     AsciiLanes::copyLowercased(run, rawBuffer_.data());
     token.raw = std::string_view(rawBuffer_.data(), length);

@@ -14,9 +14,9 @@ TEST(Letters, EveryScalarIsFoundFromBothSidesWithItsFold) {
         Utf8::append(text, scalar);  // U+FFFD for a surrogate
         const auto found = Letters::find(text, 1);
         ASSERT_EQ(found.length, text.size() - 1) << static_cast<unsigned>(scalar);
-        ASSERT_EQ(&Letters::findBefore(text, text.size()).letter, &found.letter);
+        ASSERT_TRUE(Letters::findBefore(text, text.size()).letter == found.letter);
         if (found.letter.foldSize != Letters::Letter::noFold)
-            ASSERT_EQ(Letters::foldOf(found, text, 1), Text::folded(text.substr(1)));
+            ASSERT_EQ(Letters::foldOf(found, text, 1), Text::folded(Utf8::decode(text, 1).scalar));
         else
             ASSERT_FALSE(found.letter.isKnown());
     }

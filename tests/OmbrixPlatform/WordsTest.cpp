@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 
 #include "OmbrixPlatform/IcuBreaks.h"
+#include "OmbrixPlatform/Letters.h"
 #include "OmbrixPlatform/RandomText.h"
+#include "OmbrixPlatform/Utf8.h"
 
 namespace ombrix {
 namespace {
@@ -32,17 +34,20 @@ TEST(Words, EveryTripleOfAsciiBytesIsCutByTheAsciiRule) {
     }
 }
 
-TEST(Words, StretchesCoverTheTextWithoutAGap) {
-    test::RandomText random(3);
-    for (int round = 0; round < 1000; ++round) {
-        const std::string text = random.any();
-        Words::Stretches stretches(text);
-        std::size_t place = 0;
-        for (Words::Stretch stretch; stretches.next(stretch); place = stretch.range.end) {
-            ASSERT_EQ(stretch.range.begin, place) << test::visible(text);
-            ASSERT_GT(stretch.range.end, place) << test::visible(text);
-        }
-        ASSERT_EQ(place, text.size()) << test::visible(text);
+TEST(Words, EveryScalarIsCutAsIcuCutsItBesideLettersDigitsAndJoints) {
+    constexpr auto sides =
+        std::to_array<std::string_view>({"a", "1", "_", "'", "a'", "1,", "\u0436.", "\u2019", " "});
+    for (char32_t scalar = 0x80; scalar < 0x10000; ++scalar) {
+        std::string itself;
+        Utf8::append(itself, scalar);
+        if (!Letters::find(itself, 0).letter.isKnown()) continue;
+        std::string text;
+        for (const auto before : sides)
+            for (const auto after : {"a", "1", "_", "'a", ",1", ".\u0436", "\u2019", ""})
+                text.append(before).append(itself).append(after).append(" ");
+        for (const auto twice : {"a", "1", " "}) text.append(itself).append(itself).append(twice);
+        ASSERT_EQ(Words::ranges(text), test::icuPieces(UBRK_WORD, text))
+            << static_cast<unsigned>(scalar);
     }
 }
 
