@@ -17,6 +17,8 @@ class BreakIterator {
     enum class Kind { character, word };
     static constexpr std::size_t done = static_cast<std::size_t>(-1);
 
+    /// Throws std::bad_alloc when memory is short for it, or for the dictionary of a script in
+    /// `text`.
     BreakIterator(Kind kind, std::string_view text);
     ~BreakIterator();
     BreakIterator(const BreakIterator&) = delete;

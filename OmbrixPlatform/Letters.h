@@ -37,6 +37,11 @@ struct Letter {
     bool isPrefix : 1 = false;
     /// True for a scalar that forms none with another that stands alone, but for CR with LF.
     bool standsAlone : 1 = false;
+    /// True for a scalar of a run that is cut into words with a dictionary.
+    bool needsDictionary : 1 = false;
+    /// True for marks and joiners, which no word boundary separates from what is before them, and
+    /// for all that is not in the table.
+    bool attaches : 1 = true;
     std::array<char, 4> fold{};
 
     static constexpr std::uint8_t asItIs = 0xFE;
@@ -70,7 +75,7 @@ std::string_view foldOf(const Found&& found, std::string_view text, std::size_t 
 inline Found find(std::string_view text, std::size_t at);
 
 /// The same for the scalar that ends at `end`, which must be greater than 0.
-Found findBefore(std::string_view text, std::size_t end);
+inline Found findBefore(std::string_view text, std::size_t end);
 
 /// True for kinds that join: between two of them is no boundary.
 constexpr bool isJoined(Kind kind) {
@@ -117,5 +122,16 @@ inline Found find(std::string_view text, std::size_t at) {
         }
     }
     return {letters[asciiPages * pageSize], 1};
+}
+
+inline Found findBefore(std::string_view text, std::size_t end) {
+    for (std::size_t length = 1; length <= 3 && length <= end; ++length) {
+        const bool isTail = (static_cast<unsigned char>(text[end - length]) & 0xC0U) == 0x80;
+        if (isTail) continue;
+        const Found found = find(text.substr(0, end), end - length);
+        if (found.length == length) return found;
+        break;
+    }
+    return {Table::letters[Table::asciiPages * Table::pageSize], 1};
 }
 }  // namespace ombrix::Letters

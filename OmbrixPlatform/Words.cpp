@@ -7,16 +7,37 @@
 
 namespace ombrix::Words {
 
+namespace {
+
+/// True when a text can be cut between two scalars. Nothing joins what follows a gap to what is
+/// before it, except for marks, and quotes between Hebrew letters; no dictionary looks over a gap.
+bool separates(const Letters::Letter& before, const Letters::Letter& after) {
+    return before.kind == Letters::Kind::gap &&
+           (after.isKnown() || (after.needsDictionary && !after.attaches));
+}
+}  // namespace
+
 ByteRange Detail::stretch(std::string_view text, std::size_t begin, std::size_t unknown) {
-    bool isAfterGap = false;
-    std::size_t at = unknown;
+    auto last = Letters::find(text, unknown);
+    std::size_t at = unknown + last.length;
     while (at < text.size()) {
-        const auto [letter, length] = Letters::find(text, at);
-        if (isAfterGap && letter.isKnown()) break;
-        isAfterGap = letter.kind == Letters::Kind::gap;
-        at += length;
+        const auto found = Letters::find(text, at);
+        if (separates(last.letter, found.letter)) break;
+        at += found.length;
+        last = found;
     }
     return {begin, at};
+}
+
+ByteRange stretchAround(std::string_view text, std::size_t at) {
+    std::size_t begin = at;
+    for (auto after = Letters::find(text, at); begin > 0;) {
+        const auto before = Letters::findBefore(text, begin);
+        if (separates(before.letter, after.letter)) break;
+        begin -= before.length;
+        after = before;
+    }
+    return Detail::stretch(text, begin, at);
 }
 
 void appendIcuWords(std::string_view text, ByteRange stretch, std::vector<ByteRange>& words) {

@@ -35,6 +35,9 @@ struct Piece {
 template <typename Speller>
 Piece next(std::string_view text, std::size_t from, Speller& speller);
 
+/// The smallest part of `text` around the scalar at `at` that can be cut by itself.
+ByteRange stretchAround(std::string_view text, std::size_t at);
+
 /// Appends the words of a stretch, as ranges of `text`, through ICU.
 void appendIcuWords(std::string_view text, ByteRange stretch, std::vector<ByteRange>& words);
 
@@ -55,8 +58,7 @@ constexpr bool bridges(char before, char c, char after) {
 
 namespace Detail {
 
-/// The stretch that starts at `begin` and holds the unknown scalar at `unknown`. It ends where a
-/// known scalar follows a gap: nothing joins these two, and no dictionary looks over a gap.
+/// The stretch that starts at `begin` and holds the unknown scalar at `unknown`.
 ByteRange stretch(std::string_view text, std::size_t begin, std::size_t unknown);
 
 /// Reads the word at the joined scalar `found`, which is at `begin`.

@@ -32,15 +32,22 @@ int property(char32_t scalar, UProperty which) {
     return u_getIntPropertyValue(static_cast<UChar32>(scalar), which);
 }
 
+UScriptCode scriptOf(char32_t scalar) {
+    UErrorCode status = U_ZERO_ERROR;
+    return uscript_getScript(static_cast<UChar32>(scalar), &status);
+}
+
+bool needsDictionary(char32_t scalar) {
+    const UScriptCode script = scriptOf(scalar);
+    return property(scalar, UCHAR_LINE_BREAK) == U_LB_COMPLEX_CONTEXT || script == USCRIPT_HAN ||
+           script == USCRIPT_HIRAGANA || script == USCRIPT_KATAKANA || script == USCRIPT_HANGUL;
+}
+
 /// True for what ICU cuts with a dictionary, and for scalars that rules of their own treat.
 bool needsIcu(char32_t scalar) {
     const auto icu = static_cast<UChar32>(scalar);
-    UErrorCode status = U_ZERO_ERROR;
-    const UScriptCode script = uscript_getScript(icu, &status);
     const bool isFullWidthDigit = scalar >= 0xFF10 && scalar <= 0xFF19;
-    return property(scalar, UCHAR_LINE_BREAK) == U_LB_COMPLEX_CONTEXT ||
-           u_hasBinaryProperty(icu, UCHAR_IDEOGRAPHIC) != 0 || script == USCRIPT_HAN ||
-           script == USCRIPT_HIRAGANA || script == USCRIPT_KATAKANA || script == USCRIPT_HANGUL ||
+    return needsDictionary(scalar) || u_hasBinaryProperty(icu, UCHAR_IDEOGRAPHIC) != 0 ||
            isFullWidthDigit || U_IS_SURROGATE(icu);
 }
 
@@ -106,6 +113,17 @@ bool standsAlone(char32_t scalar) {
     }
 }
 
+bool attaches(char32_t scalar) {
+    switch (property(scalar, UCHAR_WORD_BREAK)) {
+        case U_WB_EXTEND:
+        case U_WB_FORMAT:
+        case U_WB_ZWJ:
+            return true;
+        default:
+            return false;
+    }
+}
+
 Letter letterOf(char32_t scalar) {
     Letter letter;
     if (U_IS_SURROGATE(static_cast<UChar32>(scalar))) return letter;
@@ -116,6 +134,8 @@ Letter letterOf(char32_t scalar) {
     letter.kind = kindOf(scalar);
     letter.isPrefix = property(scalar, UCHAR_GRAPHEME_CLUSTER_BREAK) == U_GCB_PREPEND;
     letter.standsAlone = standsAlone(scalar);
+    letter.needsDictionary = needsDictionary(scalar);
+    letter.attaches = attaches(scalar);
     const bool inWord = letter.isKnown() && letter.kind != Kind::gap;
     const bool isPlain = facts.standAlone && (facts.allKept || facts.allDropped);
     if (fold.size() > letter.fold.size() || (inWord && !isPlain)) letter.kind = Kind::unknown;
@@ -131,8 +151,9 @@ Letter letterOf(char32_t scalar) {
 }
 
 void write(std::FILE* out, const Letter& letter) {
-    std::fprintf(out, "{Kind(%d),%d,%d,%d,%d,{", static_cast<int>(letter.kind), letter.foldSize,
-                 letter.characters, int{letter.isPrefix}, int{letter.standsAlone});
+    std::fprintf(out, "{Kind(%d),%d,%d,%d,%d,%d,%d,{", static_cast<int>(letter.kind),
+                 letter.foldSize, letter.characters, int{letter.isPrefix}, int{letter.standsAlone},
+                 int{letter.needsDictionary}, int{letter.attaches});
     for (const char c : letter.fold) std::fprintf(out, "char(%d),", static_cast<int>(c));
     std::fputs("}},\n", out);
 }

@@ -83,5 +83,8 @@ std::size_t OneForms::next(std::size_t from) {
 
 WordStarts::WordStarts(std::vector<std::string> prefixes)
     : beginnings_(std::move(prefixes)),
-      marked_(views(beginnings_.prefixes()), WordMarks::Where::wordStarts) {}
+      marked_(views(beginnings_.prefixes()), WordMarks::Where::wordStarts) {
+    beginnings_.eachCharacter(
+        [&](unsigned char first, unsigned char second) { marked_.addCharacters(first, second); });
+}
 }  // namespace ombrix::ByteScan

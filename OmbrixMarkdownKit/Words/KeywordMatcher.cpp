@@ -9,6 +9,7 @@
 #include "OmbrixMarkdownKit/Words/WordAt.h"
 #include "OmbrixMarkdownKit/Words/WordScanner.h"
 #include "OmbrixPlatform/Text.h"
+#include "OmbrixPlatform/Words.h"
 
 namespace ombrix {
 namespace {
@@ -161,7 +162,7 @@ std::optional<std::size_t> KeywordMatcher::Counter::addAt(std::string_view piece
             return word->end;
         }
     }
-    const ByteRange stretch = WordAt::stretchAround(piece, place);
+    const ByteRange stretch = Words::stretchAround(piece, place);
     const std::string_view text = stretch.of(piece);
     if (ByteScan::OneForms(text).next(0) < text.size()) return std::nullopt;
     WordScanner scanner(text);

@@ -93,7 +93,6 @@ std::size_t endOfRun(std::string_view text, std::size_t at) {
     return at;
 }
 
-constexpr bool isBlank(char c) { return c == ' ' || c == '\n' || c == '\t'; }
 }  // namespace
 
 std::optional<PlainWord> plain(std::string_view text, std::size_t at) {
@@ -104,14 +103,6 @@ std::optional<PlainWord> plain(std::string_view text, std::size_t at) {
     const std::size_t possessive = possessiveLength(text, end);
     if (possessive == 0) return std::nullopt;
     return PlainWord{word.letters, end + possessive};
-}
-
-ByteRange stretchAround(std::string_view text, std::size_t at) {
-    std::size_t begin = at;
-    while (begin > 0 && !(isBlank(text[begin - 1]) && Text::isAscii(text[begin]))) --begin;
-    std::size_t end = at + 1;
-    while (end < text.size() && !(isBlank(text[end - 1]) && Text::isAscii(text[end]))) ++end;
-    return {begin, end};
 }
 
 bool isPartOfOneForm(std::string_view letters) {

@@ -20,10 +20,6 @@ struct PlainWord {
 /// every other word. Reads no more than the word and some bytes beside it.
 std::optional<PlainWord> plain(std::string_view text, std::size_t at);
 
-/// The smallest part around `at` whose words are words of the whole text, as long as "one on one"
-/// is not written in or beside it: from a blank to a blank that each ASCII follows.
-ByteRange stretchAround(std::string_view text, std::size_t at);
-
 /// True for what the forms of "one on one" are made of: a word that may be one with its neighbours.
 bool isPartOfOneForm(std::string_view letters);
 }  // namespace ombrix::WordAt

@@ -18,9 +18,12 @@ unsigned char byteAt(std::string_view text, std::size_t at) {
     return static_cast<unsigned char>(text[at]);
 }
 
+/// True when one begins with the other. Most differ in the first bytes, before a call would pay.
 bool agree(std::string_view a, std::string_view b) {
     const std::size_t shared = std::min(a.size(), b.size());
-    return a.substr(0, shared) == b.substr(0, shared);
+    for (std::size_t i = 0; i < shared; ++i)
+        if (a[i] != b[i]) return false;
+    return true;
 }
 
 /// True when the word that has its first letter at `at` can begin with `prefix`. A prefix may end
@@ -53,9 +56,14 @@ bool mayBeginWith(std::string_view prefix, std::string_view text, std::size_t at
 /// The scalars of each page of the table with which a word of the prefixes can begin.
 std::vector<std::uint64_t> startsOfPages(const std::vector<std::string>& prefixes) {
     std::array<bool, 256> firstBytes{};
-    for (const auto& prefix : prefixes) firstBytes[byteAt(prefix, 0)] = true;
+    bool isHangul = false;  // as folds have it, letter by letter
+    for (const auto& prefix : prefixes) {
+        firstBytes[byteAt(prefix, 0)] = true;
+        isHangul = isHangul || agree(prefix, "\xE1\x84");
+    }
     const auto starts = [&](const Letter& letter) {
-        if (letter.isPrefix || letter.foldSize == Letter::noFold) return true;
+        if (letter.isPrefix) return true;
+        if (letter.foldSize == Letter::noFold) return !letter.needsDictionary || isHangul;
         if (letter.foldSize == Letter::asItIs || letter.foldSize == 0) return false;
         const std::string_view fold(letter.fold.data(), letter.foldSize);
         return firstBytes[byteAt(fold, 0)] &&
@@ -64,7 +72,7 @@ std::vector<std::uint64_t> startsOfPages(const std::vector<std::string>& prefixe
     };
     std::vector<std::uint64_t> pages(Table::letterCount / Table::pageSize);
     for (std::size_t i = 0; i < Table::letterCount; ++i) {
-        if (starts(Table::letters[i]))
+        if (i / Table::pageSize != Table::asciiPages && starts(Table::letters[i]))
             pages[i / Table::pageSize] |= std::uint64_t{1} << (i % Table::pageSize);
     }
     return pages;
@@ -88,16 +96,16 @@ bool WordBeginnings::beginsAt(std::string_view text, std::size_t at) const {
     const auto found = Letters::find(text, at);
     // A prefix joins with the letter after it into one character, so the word can begin there.
     if (found.letter.isPrefix) return true;
+    // Not inside a word: between two letters is no boundary.
+    if (found.letter.isSpelled() && at > 0 && Letters::findBefore(text, at).letter.isSpelled())
+        return false;
     if (found.letter.foldSize == Letter::noFold) {
         const std::string fold = Text::folded(Utf8::decode(text, at).scalar);
         return !fold.empty() && std::ranges::any_of(prefixes_, [&](const auto& prefix) {
             return agree(fold, prefix);
         });
     }
-    const bool begins = std::ranges::any_of(
-        prefixes_, [&](const auto& prefix) { return mayBeginWith(prefix, text, at); });
-    // Not inside a word: between two letters is no boundary.
-    return begins && !(found.letter.isSpelled() && at > 0 &&
-                       Letters::findBefore(text, at).letter.isSpelled());
+    return std::ranges::any_of(prefixes_,
+                               [&](const auto& prefix) { return mayBeginWith(prefix, text, at); });
 }
 }  // namespace ombrix

@@ -25,6 +25,18 @@ class WordBeginnings {
         return isCandidate(text, at) && beginsAt(text, at);
     }
 
+    /// Calls `visit` with the first two bytes of each character of two or three bytes with which a
+    /// word of the prefixes can begin.
+    template <typename Visit>
+    void eachCharacter(Visit visit) const {
+        const auto byte = [](std::size_t value) { return static_cast<unsigned char>(value); };
+        for (std::size_t i = 0; i < afterOne_.size() * 64; ++i)
+            if ((afterOne_[i / 64] >> (i % 64) & 1U) != 0)
+                visit(byte(0xC0 | i / 64), byte(0x80 | i % 64));
+        for (std::size_t i = 0; i < afterTwo_.size(); ++i)
+            if (afterTwo_[i] != 0) visit(byte(0xE0 | i / 64), byte(0x80 | i % 64));
+    }
+
   private:
     bool isCandidate(std::string_view text, std::size_t at) const;
     bool beginsAt(std::string_view text, std::size_t at) const;

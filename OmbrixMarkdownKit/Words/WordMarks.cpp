@@ -63,12 +63,15 @@ HWY_INLINE void markBlocks(const Beginnings& beginnings, const char* bytes, std:
                            std::uint64_t* marks) {
     constexpr unsigned char firstLead = 0xC2;
     constexpr unsigned char lastLatinLead = 0xC9;  // up to U+027F; all letters there are Latin
+    constexpr unsigned char firstOfFour = 0xF0;
     const Lanes lanes;
     const auto* in = reinterpret_cast<const std::uint8_t*>(bytes);
     const Tables first(beginnings.letters[0]);
     const Tables second(beginnings.letters[1]);
     const Tables third(beginnings.letters[2]);
     const Tables joints(beginnings.joints);
+    const Tables firstBytes(beginnings.characters[0]);
+    const Tables secondBytes(beginnings.characters[1]);
     // Highway may write eight bytes at a time, of which the lanes fill some.
     std::uint8_t bits[blockSize / 8 + 8];
     for (std::size_t block = 0; block < count; ++block, in += blockSize) {
@@ -87,9 +90,14 @@ HWY_INLINE void markBlocks(const Beginnings& beginnings, const char* bytes, std:
             found = hn::And(found, hn::And(hn::Or(second.of(next), joint),
                                            hn::Or(third.of(afterNext), jointLater)));
             const Bytes goesOn = alphanumeric(hn::LoadU(lanes, in + i - 1));
-            const Bytes latin = within(byte, firstLead, lastLatinLead);
-            const Bytes other = within(byte, lastLatinLead + 1, 0xFF);
-            found = hn::Or(hn::AndNot(goesOn, hn::Or(found, latin)), other);
+            found = hn::AndNot(goesOn, found);
+            const Bytes lead = within(byte, firstLead, 0xFF);
+            if (!hn::AllFalse(lanes, hn::Ne(lead, hn::Zero(lanes)))) {
+                const Bytes added = any(hn::And(firstBytes.of(byte), secondBytes.of(next)));
+                const Bytes latin = within(byte, firstLead, lastLatinLead);
+                const Bytes ofFour = within(byte, firstOfFour, 0xFF);
+                found = hn::Or(hn::Or(found, ofFour), hn::AndNot(hn::And(latin, goesOn), added));
+            }
             hn::StoreMaskBits(lanes, hn::Ne(found, hn::Zero(lanes)), bits + i / 8);
         }
         std::memcpy(&marks[block], bits, sizeof marks[block]);
@@ -187,6 +195,13 @@ Beginnings::Beginnings(std::span<const std::string_view> given, Where at) : wher
         if (isSilentJoint(static_cast<char>(byte))) joints.add(byte, byte >> 4U);
     std::ranges::for_each(joints.low, [](std::uint8_t& sets) { sets |= 1U << notAscii; });
     std::fill(joints.high.begin() + 8, joints.high.end(), std::uint8_t{1U << notAscii});
+}
+
+void Beginnings::addCharacters(unsigned char first, unsigned char second) {
+    // Each first byte has a set of its own as long as there are any.
+    if (!setOfFirst_[first]) setOfFirst_[first] = firsts_++ % setCount;
+    characters[0].add(first, *setOfFirst_[first]);
+    characters[1].add(second, *setOfFirst_[first]);
 }
 
 std::span<const Way> ways() {

@@ -5,6 +5,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string_view>
 
@@ -43,15 +44,25 @@ class Beginnings {
     /// The beginnings are folded and not empty.
     Beginnings(std::span<const std::string_view> beginnings, Where where);
 
-    std::array<ByteSets, 3> letters;  ///< by place in the beginning
-    ByteSets joints;                  ///< silent ones, and all bytes that are not ASCII
+    /// Adds characters of two or three bytes, by their first two: at word starts no other ones are
+    /// marked.
+    void addCharacters(unsigned char first, unsigned char second);
+
+    std::array<ByteSets, 3> letters;     ///< by place in the beginning
+    ByteSets joints;                     ///< silent ones, and all bytes that are not ASCII
+    std::array<ByteSets, 2> characters;  ///< by place in a character that is not ASCII
     Where where;
+
+  private:
+    std::array<std::optional<unsigned>, 256> setOfFirst_;
+    unsigned firsts_ = 0;
 };
 
 /// Writes 64 bits for each of `count` blocks from `bytes` on, the bits of the first byte lowest. A
 /// bit is set where a beginning is possible by its first three bytes, whatever their case, and at
-/// word starts also where a character begins that is not ASCII, unless it is Latin and goes on
-/// with a word. Reads one byte before the first block and two after the last.
+/// word starts also where a character that is not ASCII begins, if it was added or has four bytes,
+/// unless it is Latin and goes on with a word. Reads one byte before the first block and two after
+/// the last.
 using Mark = void (*)(const Beginnings& beginnings, const char* bytes, std::size_t count,
                       std::uint64_t* marks);
 

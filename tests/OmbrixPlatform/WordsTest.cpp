@@ -2,8 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <fstream>
+#include <new>
+
 #include "OmbrixPlatform/IcuBreaks.h"
 #include "OmbrixPlatform/Letters.h"
+#include "OmbrixPlatform/ProcessLimit.h"
 #include "OmbrixPlatform/RandomText.h"
 #include "OmbrixPlatform/Utf8.h"
 
@@ -51,5 +55,37 @@ TEST(Words, EveryScalarIsCutAsIcuCutsItBesideLettersDigitsAndJoints) {
     }
 }
 
+TEST(Words, AScriptWhoseDictionaryFindsNoMemoryIsAnErrorAndNoEndlessLoop) {
+#ifdef __SANITIZE_ADDRESS__
+    GTEST_SKIP() << "its shadow does not fit in a limited address space";
+#endif
+    const std::string_view taiLe = "\u1950\u1951 \u1952";  // of no other test
+    Words::ranges("e\u0301");                              // the iterator itself is made before
+    {
+        std::size_t pages = 0;
+        std::ifstream("/proc/self/statm") >> pages;
+        const test::ProcessLimit limit(RLIMIT_AS, pages * 4096 + (1U << 20U));
+        EXPECT_THROW(Words::ranges(taiLe), std::bad_alloc);
+    }
+    EXPECT_EQ(Words::ranges(taiLe), test::icuPieces(UBRK_WORD, taiLe));
+}
+
+TEST(Words, AStretchAroundAPlaceHasTheWordsOfTheWholeText) {
+    test::RandomText random(4);
+    for (int round = 0; round < 3000; ++round) {
+        const std::string text = random.any();
+        const auto words = Words::ranges(text);
+        std::size_t at = random.below(text.size() + 1);
+        if (at == text.size() || (static_cast<unsigned char>(text[at]) & 0xC0U) == 0x80) continue;
+        const ByteRange stretch = Words::stretchAround(text, at);
+        ASSERT_LE(stretch.begin, at);
+        ASSERT_GT(stretch.end, at);
+        std::vector<ByteRange> inside;
+        for (const auto& word : words)
+            if (word.begin < stretch.end && stretch.begin < word.end)
+                inside.push_back({word.begin - stretch.begin, word.end - stretch.begin});
+        ASSERT_EQ(Words::ranges(stretch.of(text)), inside) << test::visible(text) << " at " << at;
+    }
+}
 }  // namespace
 }  // namespace ombrix
