@@ -72,6 +72,8 @@ HWY_INLINE void markBlocks(const Beginnings& beginnings, const char* bytes, std:
     const Tables joints(beginnings.joints);
     const Tables firstBytes(beginnings.characters[0]);
     const Tables secondBytes(beginnings.characters[1]);
+    const Tables letterFirst(beginnings.lettersOfTwo[0]);
+    const Tables letterSecond(beginnings.lettersOfTwo[1]);
     // Highway may write eight bytes at a time, of which the lanes fill some.
     std::uint8_t bits[blockSize / 8 + 8];
     for (std::size_t block = 0; block < count; ++block, in += blockSize) {
@@ -96,7 +98,14 @@ HWY_INLINE void markBlocks(const Beginnings& beginnings, const char* bytes, std:
                 const Bytes added = any(hn::And(firstBytes.of(byte), secondBytes.of(next)));
                 const Bytes latin = within(byte, firstLead, lastLatinLead);
                 const Bytes ofFour = within(byte, firstOfFour, 0xFF);
-                found = hn::Or(hn::Or(found, ofFour), hn::AndNot(hn::And(latin, goesOn), added));
+                const Bytes letter = any(letterFirst.of(byte));
+                const Bytes beforeLast = hn::LoadU(lanes, in + i - 2);
+                const Bytes last = hn::LoadU(lanes, in + i - 1);
+                const Bytes afterLetter =
+                    any(hn::And(letterFirst.of(beforeLast), letterSecond.of(last)));
+                const Bytes inside =
+                    hn::Or(hn::And(hn::Or(latin, letter), goesOn), hn::And(letter, afterLetter));
+                found = hn::Or(hn::Or(found, ofFour), hn::AndNot(inside, added));
             }
             hn::StoreMaskBits(lanes, hn::Ne(found, hn::Zero(lanes)), bits + i / 8);
         }
@@ -123,8 +132,10 @@ HWY_AFTER_NAMESPACE();
 #endif
 
 #include <algorithm>
+#include <iterator>
 #include <vector>
 
+#include "OmbrixPlatform/Letters.h"
 #include "OmbrixPlatform/Text.h"
 
 namespace ombrix::WordMarks {
@@ -158,6 +169,38 @@ std::vector<Way> waysHere() {
 }
 }  // namespace
 
+namespace {
+
+bool isLetterOfTwo(unsigned char first, unsigned second) {
+    const char bytes[] = {static_cast<char>(first), static_cast<char>(second)};
+    return Letters::find({bytes, 2}, 0).letter.isSpelled();
+}
+
+/// Letters of two bytes, those of Latin, Greek and Cyrillic: beside one, no other begins or ends a
+/// word. A set is all pairs of some halves of bytes, so it has the rows of sixteen that hold
+/// nothing else; the row of the small Greek vowels, which has a gap, is a set of its own.
+std::array<ByteSets, 2> lettersOfTwoBytes() {
+    constexpr unsigned char greek = 0xCE;
+    constexpr unsigned vowels = 0xA0;
+    constexpr unsigned char firsts[] = {0xC3, 0xC4, 0xC5, greek, 0xCF, 0xD0, 0xD1, greek};
+    static_assert(std::size(firsts) == setCount);
+    std::array<ByteSets, 2> sets;
+    for (unsigned set = 0; set < setCount; ++set) {
+        const bool isOfVowels = set == setCount - 1;
+        sets[0].add(firsts[set], set);
+        for (unsigned row = 0x80; row < 0xC0; row += 0x10) {
+            std::vector<unsigned char> letters;
+            for (unsigned second = row; second < row + 0x10; ++second)
+                if (isLetterOfTwo(firsts[set], second))
+                    letters.push_back(static_cast<unsigned char>(second));
+            if (isOfVowels ? row != vowels : letters.size() < 0x10) continue;
+            for (const unsigned char second : letters) sets[1].add(second, set);
+        }
+    }
+    return sets;
+}
+}  // namespace
+
 void ByteSets::add(unsigned char byte, unsigned set) {
     const auto bit = static_cast<std::uint8_t>(1U << set);
     low[byte & 15U] |= bit;
@@ -169,7 +212,8 @@ void ByteSets::addAll(unsigned set) {
         add(static_cast<unsigned char>(half << 4U | half), set);
 }
 
-Beginnings::Beginnings(std::span<const std::string_view> given, Where at) : where(at) {
+Beginnings::Beginnings(std::span<const std::string_view> given, Where at)
+    : lettersOfTwo(lettersOfTwoBytes()), where(at) {
     std::vector<std::string_view> sorted(given.begin(), given.end());
     std::ranges::sort(sorted);
     // What begins with a character that is not ASCII is found by that.

@@ -1,5 +1,5 @@
 // The part of `ByteScan` that looks at every byte of a library: marks the bytes at which a word can
-// begin with one of some beginnings, judged by three bytes and the one before them.
+// begin with one of some beginnings, judged by three bytes and the two before them.
 #pragma once
 
 #include <array>
@@ -13,7 +13,7 @@ namespace ombrix::WordMarks {
 
 constexpr std::size_t blockSize = 64;
 /// Bytes next to the blocks that are read along.
-constexpr std::size_t readBefore = 1;
+constexpr std::size_t readBefore = 2;
 constexpr std::size_t readAfter = 2;
 
 /// True for ASCII characters that can be inside a word and have no part in its normal form.
@@ -48,9 +48,10 @@ class Beginnings {
     /// marked.
     void addCharacters(unsigned char first, unsigned char second);
 
-    std::array<ByteSets, 3> letters;     ///< by place in the beginning
-    ByteSets joints;                     ///< silent ones, and all bytes that are not ASCII
-    std::array<ByteSets, 2> characters;  ///< by place in a character that is not ASCII
+    std::array<ByteSets, 3> letters;       ///< by place in the beginning
+    ByteSets joints;                       ///< silent ones, and all bytes that are not ASCII
+    std::array<ByteSets, 2> characters;    ///< by place in a character that is not ASCII
+    std::array<ByteSets, 2> lettersOfTwo;  ///< letters that no word begins after; by their place
     Where where;
 
   private:
@@ -61,8 +62,8 @@ class Beginnings {
 /// Writes 64 bits for each of `count` blocks from `bytes` on, the bits of the first byte lowest. A
 /// bit is set where a beginning is possible by its first three bytes, whatever their case, and at
 /// word starts also where a character that is not ASCII begins, if it was added or has four bytes,
-/// unless it is Latin and goes on with a word. Reads one byte before the first block and two after
-/// the last.
+/// unless it goes on with a word by the one or two bytes before it. Reads two bytes before the
+/// first block and two after the last.
 using Mark = void (*)(const Beginnings& beginnings, const char* bytes, std::size_t count,
                       std::uint64_t* marks);
 
