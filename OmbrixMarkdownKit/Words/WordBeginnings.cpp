@@ -96,16 +96,16 @@ bool WordBeginnings::beginsAt(std::string_view text, std::size_t at) const {
     const auto found = Letters::find(text, at);
     // A prefix joins with the letter after it into one character, so the word can begin there.
     if (found.letter.isPrefix) return true;
-    // Not inside a word: between two letters is no boundary.
-    if (found.letter.isSpelled() && at > 0 && Letters::findBefore(text, at).letter.isSpelled())
-        return false;
     if (found.letter.foldSize == Letter::noFold) {
         const std::string fold = Text::folded(Utf8::decode(text, at).scalar);
         return !fold.empty() && std::ranges::any_of(prefixes_, [&](const auto& prefix) {
             return agree(fold, prefix);
         });
     }
-    return std::ranges::any_of(prefixes_,
-                               [&](const auto& prefix) { return mayBeginWith(prefix, text, at); });
+    const bool begins = std::ranges::any_of(
+        prefixes_, [&](const auto& prefix) { return mayBeginWith(prefix, text, at); });
+    // Not inside a word: between two letters is no boundary. Asked last, since few places get here.
+    return begins && !(found.letter.isSpelled() && at > 0 &&
+                       Letters::findBefore(text, at).letter.isSpelled());
 }
 }  // namespace ombrix
