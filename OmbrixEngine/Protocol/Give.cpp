@@ -7,7 +7,6 @@
 #include "OmbrixCLI/PathArguments.h"
 #include "OmbrixPlatform/Files.h"
 #include "OmbrixPlatform/Text.h"
-#include "OmbrixPlatform/Utf8.h"
 
 namespace ombrix {
 namespace {
@@ -23,20 +22,6 @@ std::string bytesOf(const GiveOptions& options) {
     }
 }
 
-bool startsLikeUtf16(std::string_view text) {
-    return text.starts_with("\xFF\xFE") || text.starts_with("\xFE\xFF") ||
-           text.substr(0, 2).find('\0') != text.npos;
-}
-
-/// What may be wrong with a text that is no JSON, in addition to the parser's words.
-std::string_view hint(std::string_view answer) {
-    const auto text = Text::trimmed(answer);
-    if (text.empty()) return " The answer is empty.";
-    if (text.starts_with("```"))
-        return " Leave out the Markdown fence: the answer is the JSON alone.";
-    if (!text.starts_with('{')) return " The answer is one JSON object, with nothing ahead of it.";
-    return "";
-}
 }  // namespace
 
 void declareGiveOptions(const Command& command, GiveOptions& options) {
@@ -74,23 +59,13 @@ GivenAnswer readAnswer(const GiveOptions& options) {
         throw CLIError::invalidInput("The answer is refused: it has more than " +
                                      std::to_string(largestAnswer) + " bytes.");
     }
-    if (!Utf8::isValid(text)) {
-        throw CLIError::invalidInput(
-            "The answer is refused: (answer): not valid UTF-8.",
-            startsLikeUtf16(text) ? "It looks like UTF-16; write it as UTF-8." : "");
-    }
     return {std::move(text), options.inputHash, options.model, *route};
 }
 
-CLIError refusedAnswer(const std::exception& error, std::string_view answer,
-                       const std::string& askCommand) {
-    std::string message = "The answer is refused: " + std::string(error.what());
-    if (!message.ends_with('.')) message += '.';
-    if (dynamic_cast<const Json::SyntaxError*>(&error) != nullptr ||
-        Text::contains(message, "not JSON"))
-        message += hint(answer);
+CLIError refusedAnswer(const std::exception& error, const std::string& askCommand) {
     return CLIError::invalidInput(
-        message, "Nothing was written. Mend the answer, or ask again: " + askCommand);
+        std::string("The answer is refused: ") + error.what(),
+        "Nothing was written. Mend the answer, or ask again: " + askCommand);
 }
 
 CLIError staleAnswer(std::string_view present, const std::string& askCommand) {

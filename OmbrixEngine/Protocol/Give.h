@@ -37,12 +37,11 @@ struct GivenAnswer {
 constexpr std::size_t largestAnswer = std::size_t{16} << 20U;
 
 /// Reads it. Throws `CLIError` for an unknown route, a model's name that provenance lines cannot
-/// hold, a file that cannot be read, more than `largestAnswer` bytes, and what is not UTF-8.
+/// hold, a file that cannot be read, and more than `largestAnswer` bytes.
 GivenAnswer readAnswer(const GiveOptions& options);
 
 /// The refusal of an answer that a decoder or a check threw `error` for.
-CLIError refusedAnswer(const std::exception& error, std::string_view answer,
-                       const std::string& askCommand);
+CLIError refusedAnswer(const std::exception& error, const std::string& askCommand);
 
 /// What `decode(text)` returns; whatever it throws becomes a refusal.
 template <std::invocable<std::string_view> Decode>
@@ -54,7 +53,7 @@ auto decodeAnswer(const GivenAnswer& answer, const std::string& askCommand, Deco
     } catch (const std::bad_alloc&) {
         throw;
     } catch (const std::exception& error) {
-        throw refusedAnswer(error, answer.text, askCommand);
+        throw refusedAnswer(error, askCommand);
     }
 }
 
