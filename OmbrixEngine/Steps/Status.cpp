@@ -87,7 +87,9 @@ void readTranscripts(EngineWorkspace& workspace, EngineStatus& status) {
         const auto* facts = cache.of(entry);
         const auto* sidecar = workspace.landed(entry.key);
         const auto found = prepared.find(entry.key);
-        auto land = landState(entry, facts, sidecar, isChanged[&entry]);
+        auto land = workspace.transcript(entry.key) == &entry
+                        ? landState(entry, facts, sidecar, isChanged[&entry])
+                        : RecordState{Kind::excluded, {"another transcript is the same meeting"}};
         auto prepare =
             prepareState(facts, sidecar, land, found == prepared.end() ? nullptr : found->second);
         status.transcripts.push_back({&entry, std::move(land), std::move(prepare)});

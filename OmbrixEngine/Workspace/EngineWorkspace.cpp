@@ -144,10 +144,9 @@ const TranscriptEntry& EngineWorkspace::meeting(std::string_view argument) {
     using Test = std::function<bool(const TranscriptEntry&)>;
     const std::string given(argument);
     std::string path = given;
-    if (given.starts_with('/'))
-        if (const auto real = Files::realPath(given))
-            if (real->starts_with(Paths::joined(folder_.path(), "")))
-                path = folder_.relative(*real);
+    // From the working directory, too.
+    if (const auto real = Files::realPath(given); real && *real != folder_.path())
+        if (folder_.holds(*real)) path = folder_.relative(*real);
     const std::string folded = Text::folded(Text::trimmed(argument));
     const std::vector<Test> tests = {
         [&](const auto& entry) { return entry.path == path || entry.path == path + ".md"; },

@@ -62,7 +62,7 @@ class EngineWorkspace {
 
     /// The newest first; see `LibraryOrder`. Engine files are none.
     const std::vector<TranscriptEntry>& transcripts();
-    /// The transcript that `argument` names: its path, absolute or inside the folder; its key; its
+    /// The transcript that `argument` names: its path, from the folder or any other; its key; its
     /// title; or a part of its title, without case and diacritics, that no other has. Throws
     /// `CLIError`, which lists the transcripts when there are several.
     const TranscriptEntry& meeting(std::string_view argument);

@@ -17,6 +17,18 @@ constexpr std::size_t firstLabel = 901;
 constexpr std::string_view noWordBefore = R"((?<![\p{L}\p{N}]))";
 constexpr std::string_view noWordAfter = R"((?![\p{L}\p{N}]))";
 
+/// Each letter as it begins a word in capitals.
+std::string uppercased(std::string_view word) {
+    std::string result;
+    Characters::Cursor cursor(word);
+    for (std::size_t at = 0; at < word.size();) {
+        const std::size_t end = cursor.after(at);
+        result += Text::withUpperCaseFirst(word.substr(at, end - at));
+        at = end;
+    }
+    return result;
+}
+
 /// The words of a name with any white space between them.
 std::string wordsPattern(const std::vector<std::string_view>& words) {
     std::string pattern;
@@ -27,16 +39,21 @@ std::string wordsPattern(const std::vector<std::string_view>& words) {
     return pattern;
 }
 
-/// The whole names in any case. The first word of one by itself only with its capital: many first
-/// names are words, too.
+/// The whole names in any case. A single word, alone or as the first of a name, only with its
+/// capital and in capitals: many first names are words, too.
 std::string pattern(const std::vector<std::string>& names) {
     std::vector<std::string> alternatives;
     for (const auto& name : names) {
         const auto words = Characters::splitAtWhiteSpace(name);
         if (words.empty()) continue;
-        alternatives.push_back("(?i:" + wordsPattern(words) + ")");
-        if (words.size() > 1)
-            alternatives.push_back(Regex::escaped(Text::withUpperCaseFirst(words.front())));
+        if (words.size() > 1) alternatives.push_back("(?i:" + wordsPattern(words) + ")");
+        const std::string first = Text::lowercased(words.front());
+        const std::string capital = Text::withUpperCaseFirst(first);
+        alternatives.push_back(Regex::escaped(EntityKeys::namePrefix) + Regex::escaped(first));
+        alternatives.push_back(Regex::escaped(words.front() == first ? capital : words.front()));
+        alternatives.push_back(Regex::escaped(capital));
+        if (Characters::hasAtLeast(first, 2))
+            alternatives.push_back(Regex::escaped(uppercased(first)));
     }
     std::ranges::stable_sort(alternatives, std::greater<>(), &std::string::size);
     std::string whole(noWordBefore);
@@ -77,6 +94,9 @@ Privacy::Privacy(const std::vector<Hidden>& hidden, const PersonAliases& aliases
             const std::string number = std::to_string(firstLabel + names_.size());
             names_.push_back({Regex(pattern(names)), "Speaker " + number});
         }
+        for (const auto& name : names)
+            if (const auto key = EntityKeys::normalizeKey(name))
+                labels_.emplace(*key, names_.back().label);
     }
 }
 
@@ -106,7 +126,9 @@ TranscriptDocument Privacy::cleaned(TranscriptDocument document) const {
         return hidesName(name) || cleanedText(name) != name;
     });
     for (auto& turn : document.turns) {
-        turn.speaker = cleanedText(turn.speaker);
+        const auto key = EntityKeys::normalizeKey(turn.speaker);
+        const auto label = key ? labels_.find(*key) : labels_.end();
+        turn.speaker = label == labels_.end() ? cleanedText(turn.speaker) : label->second;
         turn.text = cleanedText(turn.text);
     }
     return document;

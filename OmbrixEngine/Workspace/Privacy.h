@@ -3,7 +3,7 @@
 // anybody unknown; what the engine knows about them is left out.
 #pragma once
 
-#include <optional>
+#include <map>
 #include <set>
 #include <string>
 #include <string_view>
@@ -46,5 +46,6 @@ class Privacy {
         std::string label;
     };
     std::vector<Name> names_;
+    std::map<std::string, std::string, std::less<>> labels_;  // by the key of each name
 };
 }  // namespace ombrix

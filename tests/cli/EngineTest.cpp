@@ -119,16 +119,20 @@ TEST(Engine, WhatIsPrivateIsNeverAsked) {
     library.write("one.md", transcript("Ana Ruiz on the launch", "2026-08-18", talk));
     ASSERT_EQ(library.give("one.md", answer(promise, role)).status, 0);
     library.write("two.md", transcript("Again", "2026-08-25",
-                                       "**Dana Reyes:** So, Ana, and ANA  RUIZ too?\n\n" + talk));
+                                       "**Dana Reyes:** So, Ana, and ANA  RUIZ too? I will be an "
+                                       "anita.\n\n**anita:** Yes.\n\n" +
+                                           talk));
     library.write("hidden.md", transcript("Hidden", "2026-08-26", talk, "private: true\n"));
     EXPECT_THAT(library.asked("Again", "input"), HasSubstr("Send the price list"));
     // By the file's name alone: its frontmatter and its region are gone.
     library.write("Memory/Ana Ruiz.md", "Notes.\n\n## Corrections\n- alias: Anita\n- private\n");
     for (const char* meeting : {"one.md", "two.md"}) {
         const std::string all = library.run({"ask", "land", meeting}).output;
-        for (const char* secret : {"Ana", "ana ruiz", "ANA", "@", "Send the price list", "Anita"})
+        for (const char* secret :
+             {"Ana", "ana ruiz", "ANA", "@", "Send the price list", "Anita", "ANITA"})
             EXPECT_THAT(all.substr(0, all.find("\"meta\"")), Not(HasSubstr(secret))) << meeting;
         EXPECT_THAT(all, HasSubstr("Speaker 901"));
+        EXPECT_THAT(all, Not(HasSubstr("\"anita")));
     }
     EXPECT_THAT(library.status(), Not(HasSubstr("consolidate")));
     EXPECT_EQ(library.run({"ask", "land", "hidden.md"}).status, 4);
