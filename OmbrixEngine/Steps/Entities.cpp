@@ -76,17 +76,12 @@ CLIError several(std::string_view argument, const std::vector<std::string>& keys
                                   "Name one of them by its key.");
 }
 
-bool isPrivateMeeting(EngineWorkspace& workspace, std::string_view key) {
-    return std::ranges::any_of(workspace.transcripts(), [&](const TranscriptEntry& entry) {
-        return entry.header.isPrivate && entry.key == key;
-    });
-}
 }  // namespace
 
 MemoryEntity ofKey(EngineWorkspace& workspace, std::string_view key) {
     auto entity = EntityInputs::entity(key, workspace.aliases(), workspace.landed());
     std::erase_if(entity.meetings, [&](const LandSidecar& meeting) {
-        return isPrivateMeeting(workspace, meeting.meetingKey);
+        return workspace.isPrivate(meeting.meetingKey);
     });
     return entity;
 }
@@ -154,7 +149,7 @@ FollowUpRows openRows(EngineWorkspace& workspace, std::span<const MemoryEntity> 
     auto rows = EntityInputs::openRows(entities, ledger);
     std::erase_if(rows, [&](const FollowUpRow& row) {
         return privacy.hides(row.whoKey) || privacy.hidesName(row.who) ||
-               isPrivateMeeting(workspace, row.meetingKey);
+               workspace.isPrivate(row.meetingKey);
     });
     // What an answer copies must be found in the input again.
     for (auto& row : rows) row.sourceTitle = privacy.cleanedText(row.sourceTitle);

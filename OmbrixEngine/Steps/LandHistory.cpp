@@ -19,19 +19,22 @@ constexpr std::size_t mostStubs = 3;
 
 using Keys = std::set<std::string, std::less<>>;
 
-/// The open rows of these people that the ledger lists, then those it keeps as older.
-std::vector<LandOpenFollowUp> openFollowUps(const FollowUpsLedger& ledger, const Keys& people) {
+/// The open rows of these people that the ledger lists, then those it keeps as older; without what
+/// was said in private meetings.
+std::vector<LandOpenFollowUp> openFollowUps(EngineWorkspace& workspace, FollowUpsLedger ledger,
+                                            const Keys& people) {
     Keys written;  // the same keys as the rows have them
-    for (const auto* rows : {&ledger.youOweLate, &ledger.youOweLive, &ledger.owedLate,
-                             &ledger.owedLive, &ledger.changed, &ledger.older})
-        for (const auto& row : *rows)
-            if (people.contains(Text::lowercased(row.whoKey))) written.insert(row.whoKey);
+    for (auto* rows : {&ledger.youOweLate, &ledger.youOweLive, &ledger.owedLate, &ledger.owedLive,
+                       &ledger.changed, &ledger.older}) {
+        std::erase_if(*rows, [&](const FollowUpRow& row) {
+            return !people.contains(Text::lowercased(row.whoKey)) ||
+                   workspace.isPrivate(row.meetingKey);
+        });
+        for (const auto& row : *rows) written.insert(row.whoKey);
+    }
     auto rows = ledger.open(written, mostFollowUps);
-    for (const auto& row : ledger.openRows(written, std::nullopt, FollowUpsLedger::Older::added)) {
+    for (const auto& row : ledger.older) {
         if (rows.size() >= mostFollowUps) break;
-        const bool isThere = std::ranges::any_of(
-            rows, [&](const LandOpenFollowUp& other) { return other.id == row.id; });
-        if (isThere) continue;
         rows.push_back({.id = row.id,
                         .direction = std::string(rawValue(row.direction)),
                         .who = row.who,
@@ -54,13 +57,15 @@ std::optional<std::string> nameKey(const PersonAliases& aliases, const std::stri
 }
 
 /// The newest thing that an earlier meeting says about the person.
-const LandMemoryFact* newestFact(std::span<const LandSidecar> earlier, const std::string& person,
-                                 const PersonAliases& aliases) {
-    for (auto sidecar = earlier.rbegin(); sidecar != earlier.rend(); ++sidecar)
+const LandMemoryFact* newestFact(EngineWorkspace& workspace, std::span<const LandSidecar> earlier,
+                                 const std::string& person) {
+    for (auto sidecar = earlier.rbegin(); sidecar != earlier.rend(); ++sidecar) {
+        if (workspace.isPrivate(sidecar->meetingKey)) continue;
         for (const auto& fact : sidecar->output.memory)
             if (fact.kind == LandMemoryFact::Kind::person &&
-                canonicalKey(aliases, fact.entityKey) == person)
+                canonicalKey(workspace.aliases(), fact.entityKey) == person)
                 return &fact;
+    }
     return nullptr;
 }
 
@@ -154,13 +159,13 @@ LandHistory::Context LandHistory::context(const TranscriptEntry& entry,
                                           const std::vector<std::string>& people) {
     const auto earlier = workspace_.landedBefore(entry);
     const Keys keys(people.begin(), people.end());
-    const auto ledger = FollowUpsMerger::merge(earlier, workspace_.corrections(), entry.header.date,
-                                               workspace_.aliases());
-    Context context{.openFollowUps = openFollowUps(ledger, keys),
+    auto ledger = FollowUpsMerger::merge(earlier, workspace_.corrections(), entry.header.date,
+                                         workspace_.aliases());
+    Context context{.openFollowUps = openFollowUps(workspace_, std::move(ledger), keys),
                     .corrections = corrections(earlier.size(), entry.key, keys)};
     for (const auto& person : people) {
         if (context.stubs.size() == mostStubs) break;
-        const auto* fact = newestFact(earlier, person, workspace_.aliases());
+        const auto* fact = newestFact(workspace_, earlier, person);
         auto key = nameKey(workspace_.aliases(), person);
         if (fact != nullptr && key)
             context.stubs.push_back({.key = *std::move(key), .oneLine = fact->fact});
@@ -184,6 +189,7 @@ std::vector<std::uint64_t> LandHistory::digests(const std::vector<Meeting>& meet
         return place->second;
     };
     const auto learn = [&](const LandSidecar& sidecar) {
+        if (workspace_.isPrivate(sidecar.meetingKey)) return;
         for (const auto& each : sidecar.output.commitments) {
             if (each.direction == CommitmentDirection::other) continue;
             add(past[person(each.whoKey)],

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "OmbrixEngine/Steps/FollowUps.h"
+#include "OmbrixEngine/Steps/NextMoves.h"
 #include "OmbrixEngine/Steps/Notes.h"
 
 namespace ombrix {
@@ -17,6 +18,7 @@ void keepWhatRefreshNeeds(LandSidecar& sidecar) {
 void planRefresh(EngineWorkspace& workspace, const TranscriptFactsCache& facts,
                  ChangeSet& changes) {
     planFollowUps(workspace, changes);
+    planNextMoves(workspace, changes);
     std::vector<std::string> outdated;
     for (const auto& entry : workspace.transcripts()) {
         const auto* sidecar = workspace.landed(entry.key);

@@ -118,6 +118,7 @@ void readEntities(EngineWorkspace& workspace, EngineStatus& status) {
     };
     std::map<std::string, Facts> found;
     for (const auto& sidecar : workspace.landed()) {
+        if (workspace.isPrivate(sidecar.meetingKey)) continue;
         for (const auto& fact : sidecar.output.memory) {
             if (EntityKeys::isGenericKey(fact.entityKey)) continue;
             auto& facts = found[canonical(fact.entityKey)];

@@ -294,6 +294,11 @@ const TranscriptEntry* EngineWorkspace::transcript(std::string_view key) {
     return found == byKey_.end() ? nullptr : &(*transcripts_)[found->second];
 }
 
+bool EngineWorkspace::isPrivate(std::string_view meetingKey) {
+    const auto* entry = transcript(meetingKey);
+    return entry != nullptr && entry->header.isPrivate;
+}
+
 std::span<const LandSidecar> EngineWorkspace::landedBefore(const TranscriptEntry& entry) {
     const Chronology place{entry.header.date, entry.header.startedAt, entry.key};
     landed();

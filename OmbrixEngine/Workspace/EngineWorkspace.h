@@ -73,6 +73,9 @@ class EngineWorkspace {
     /// Makes records smaller as they are read: a command over a whole library keeps what it needs.
     /// Comes before they are asked for.
     void trimRecords(std::function<void(LandSidecar&)> trim) { trim_ = std::move(trim); }
+    /// True for a meeting whose transcript says "private: true"; what its record says is for no
+    /// model either.
+    bool isPrivate(std::string_view meetingKey);
     /// The records of landed meetings, the earliest meeting first; one a meeting.
     const std::vector<LandSidecar>& landed();
     /// The record of a meeting; null when it was not landed. Valid as long as the workspace.

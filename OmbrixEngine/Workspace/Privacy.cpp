@@ -110,6 +110,9 @@ bool Privacy::hidesName(std::string_view name) const {
 }
 
 std::string Privacy::cleanedText(std::string_view text) const {
+    if (!labels_.empty())
+        if (const auto key = EntityKeys::normalizeKey(text))
+            if (const auto label = labels_.find(*key); label != labels_.end()) return label->second;
     std::string result(text);
     if (text.find('@') != text.npos) {
         result = address().replacingAll(
@@ -126,9 +129,7 @@ TranscriptDocument Privacy::cleaned(TranscriptDocument document) const {
         return hidesName(name) || cleanedText(name) != name;
     });
     for (auto& turn : document.turns) {
-        const auto key = EntityKeys::normalizeKey(turn.speaker);
-        const auto label = key ? labels_.find(*key) : labels_.end();
-        turn.speaker = label == labels_.end() ? cleanedText(turn.speaker) : label->second;
+        turn.speaker = cleanedText(turn.speaker);
         turn.text = cleanedText(turn.text);
     }
     return document;

@@ -37,6 +37,7 @@ class Privacy {
     /// `input` with every string in it cleaned of private names, whole or their first word, and of
     /// addresses. Keys of objects stay.
     Json::Value cleaned(Json::Value input) const;
+    /// A text that is nothing but such a name counts in any case.
     std::string cleanedText(std::string_view text) const;
 
   private:
