@@ -220,6 +220,20 @@ TEST(Engine, FoldersThatCannotServeAreSaidSo) {
     EXPECT_EQ(ToolTests::run(library.giving("one", hash, answer())).status, 0);
 }
 
+TEST(Engine, RefreshBringsTheFilesOfNextMovesUpToDateAndKeepsWhatIsBelow) {
+    const Library library;
+    fs::copy(OMBRIX_EXAMPLES "/library", library.root(), fs::copy_options::recursive);
+    const std::string file = "Memory/Next Moves/Send Osterby the offer.md";
+    ASSERT_EQ(library.run({"refresh"}).status, 0);
+    EXPECT_THAT(library.run({"refresh"}).output, HasSubstr("\"changed\" : []"));
+    const std::string mine = library.read(file) + "- done: mv-1a6e0079 on 2026-07-31\n";
+    library.write(file, mine);
+    EXPECT_THAT(library.run({"refresh"}).output, HasSubstr("Send Osterby the offer.md"));
+    const std::string tail = mine.substr(mine.find("<!-- /ombrix:engine -->"));
+    EXPECT_THAT(library.read(file), testing::AllOf(HasSubstr("\nstate: done\n"), HasSubstr(tail)));
+    EXPECT_THAT(library.run({"refresh"}).output, HasSubstr("\"changed\" : []"));
+}
+
 #ifdef OMBRIX_FAULTY_FILES
 TEST(Engine, KilledAtAnyMomentItLeavesWholeFilesAndRefreshCompletesTheRest) {
     const test::Variable temporary("TMPDIR", Files::isDirectory("/dev/shm") ? "/dev/shm" : "/tmp");
