@@ -90,7 +90,12 @@ void followUps(const CLIContext& context, const FollowUpsOptions& options) {
     Json::Members data;
     data.emplace("today", today);
     data.emplace("meetingsRead", ledger.meetingsRead);
-    data.emplace("count", static_cast<std::int64_t>(rows.size()));
+    const auto count = [](const Rows& list) { return static_cast<std::int64_t>(list.size()); };
+    data.emplace("count", count(rows));
+    if (!options.all)
+        data.emplace("leftOut", Json::object({{"notSure", count(ledger.notSure)},
+                                              {"older", count(ledger.older)},
+                                              {"closed", count(ledger.closed)}}));
     if (options.by == "time") {
         data.emplace("rows", shown(Presentation::byTime(std::move(rows)), today));
     } else {

@@ -43,8 +43,12 @@ Names knownNames(EngineWorkspace& workspace) {
     for (const auto& identity : aliases.identities())
         for (const auto& key : identity.allKeys()) add(key, identity.display);
     for (const auto& meeting : workspace.landed()) {
-        for (const auto& participant : meeting.participants)
-            if (const auto key = EntityKeys::normalizeKey(participant)) add(*key, participant);
+        for (const auto& participant : meeting.participants) {
+            const bool isAddress = EntityKeys::isAddress(participant);
+            const auto key = isAddress ? EntityKeys::normalizeKey({}, participant)
+                                       : EntityKeys::normalizeKey(participant);
+            if (key) add(*key, participant);
+        }
         for (const auto& fact : meeting.output.memory) {
             std::string name(ofKind(fact.entityKey));
             if (fact.kind == LandMemoryFact::Kind::thread)
@@ -65,11 +69,19 @@ std::vector<std::string> matching(const Names& names,
     return keys;
 }
 
-CLIError several(std::string_view argument, const std::vector<std::string>& keys) {
+/// A key to call the entity by, without an address.
+std::string shownKey(const PersonAliases& aliases, const std::string& key) {
+    for (const auto& each : aliases.aliases(key))
+        if (EntityKeys::forModel(each, {}).key == each) return each;
+    return "a person known by an address alone";
+}
+
+CLIError several(std::string_view argument, const std::vector<std::string>& keys,
+                 const PersonAliases& aliases) {
     constexpr std::size_t mostShown = 10;
     std::string list;
     for (std::size_t i = 0; i < std::min(keys.size(), mostShown); ++i)
-        list += (i == 0 ? "" : ", ") + printable(keys[i]);
+        list += (i == 0 ? "" : ", ") + printable(shownKey(aliases, keys[i]));
     if (keys.size() > mostShown) list += " and others";
     return CLIError::invalidInput("'" + printable(argument) + "' may be one of " +
                                       std::to_string(keys.size()) + ": " + list + ".",
@@ -100,9 +112,13 @@ MemoryEntity named(EngineWorkspace& workspace, std::string_view argument) {
             [&](std::string_view name) { return Text::contains(name, wanted); },
         };
         for (const auto& fits : ways) {
-            const auto keys = matching(names, fits);
+            auto keys = matching(names, fits);
+            // Whoever is private is found by a whole name, and not told of otherwise.
+            if (&fits != &ways[0])
+                std::erase_if(
+                    keys, [&](const std::string& key) { return workspace.privacy().hides(key); });
             if (keys.size() == 1) return ofKey(workspace, keys.front());
-            if (keys.size() > 1) throw several(argument, keys);
+            if (keys.size() > 1) throw several(argument, keys, workspace.aliases());
         }
     }
     throw CLIError::notFound("No person or thread is called '" + printable(argument) + "'.",

@@ -86,12 +86,12 @@ std::string AnswerPath::item(std::string_view list, std::size_t index) {
     return std::string(list) + "[" + std::to_string(index) + "]";
 }
 
-std::string AnswerPath::quoted(std::string_view text) { return "\"" + cut(text) + "\""; }
+std::string AnswerPath::inQuotes(std::string_view text) { return "\"" + cut(text) + "\""; }
 
 AnswerFault notADay(std::string path, std::string_view value) {
     return {.rule = AnswerFault::Rule::day,
             .path = std::move(path),
-            .problem = AnswerPath::quoted(value) + " is no day; write YYYY-MM-DD, or null",
+            .problem = AnswerPath::inQuotes(value) + " is no day; write YYYY-MM-DD, or null",
             .text = cut(value)};
 }
 }  // namespace ombrix

@@ -86,7 +86,7 @@ namespace AnswerPath {
 /// "moves[2]".
 std::string item(std::string_view list, std::size_t index);
 /// In double quotes; a long text is cut.
-std::string quoted(std::string_view text);
+std::string inQuotes(std::string_view text);
 }  // namespace AnswerPath
 
 /// The fault of a day, of those that the recipes ask for.

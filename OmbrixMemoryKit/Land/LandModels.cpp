@@ -25,7 +25,7 @@ void requireNotes(std::string path, std::string problem, std::string_view text =
         {.rule = AnswerFault::Rule::notes,
          .path = std::move(path),
          .problem = std::move(problem),
-         .text = text.empty() ? std::string() : AnswerPath::quoted(text)});
+         .text = text.empty() ? std::string() : AnswerPath::inQuotes(text)});
 }
 
 std::string tooLong(std::size_t limit, std::string_view text) {
@@ -81,8 +81,8 @@ void requireNoCommentary(const std::string& path, std::string_view text) {
     throw LandOutput::DecodeError::notesCommentary(
         {.rule = AnswerFault::Rule::commentary,
          .path = path,
-         .problem = AnswerPath::quoted(words) + " is about how the record was made; say what the "
-                                                "meeting said",
+         .problem = AnswerPath::inQuotes(words) + " is about how the record was made; say what the "
+                                                  "meeting said",
          .text = words});
 }
 

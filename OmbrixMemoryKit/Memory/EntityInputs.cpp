@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "OmbrixMemoryKit/Identity/EntityKeys.h"
+#include "OmbrixMemoryKit/Land/LandInputBuilder.h"
 #include "OmbrixMemoryKit/Memory/MemoryCandidates.h"
 #include "OmbrixMemoryKit/Memory/MemoryRegionParser.h"
 #include "OmbrixPlatform/Text.h"
@@ -76,8 +77,13 @@ MemoryEntity entity(std::string_view key, const PersonAliases& aliases,
         result.display = MemoryCandidates::display(result.key, result.meetings).value_or("");
         return result;
     }
-    for (const auto& each : aliases.aliases(result.key))
+    for (const auto& each : aliases.aliases(result.key)) {
         result.keys.push_back(Text::lowercased(each));
+        // A participant whom a calendar lists by the address.
+        if (const std::string last = result.keys.back(); last.starts_with(EntityKeys::emailPrefix))
+            result.keys.push_back(std::string(EntityKeys::namePrefix) +
+                                  last.substr(EntityKeys::emailPrefix.size()));
+    }
     result.key = Text::lowercased(aliases.canonical(result.key));
     result.meetings = MemoryCandidates::meetings(result.key, result.keys, sidecars);
     result.display = aliases.display(result.key).value_or("");
@@ -157,13 +163,16 @@ ConsolidateInput consolidate(const MemoryEntity& entity, std::vector<Consolidate
     return input;
 }
 
-MemoryFileMeta meta(const MemoryEntity& entity, std::string title) {
+MemoryFileMeta meta(const MemoryEntity& entity, std::string title, std::string_view userName) {
     MemoryFileMeta meta{.title = std::move(title),
                         .kind = entity.kind,
                         .key = entity.key,
                         .meetings = static_cast<std::int64_t>(entity.meetings.size())};
-    std::ranges::copy_if(entity.keys, std::back_inserter(meta.aliases),
-                         [&](const std::string& key) { return key != entity.key; });
+    std::ranges::copy_if(
+        entity.keys, std::back_inserter(meta.aliases), [&](const std::string& key) {
+            const bool isName = key.starts_with(EntityKeys::namePrefix);
+            return key != entity.key && !(isName && EntityKeys::forModel(key, {}).key != key);
+        });
     if (!entity.meetings.empty()) {
         meta.firstSeen = entity.meetings.front().date;
         meta.lastSeen = entity.meetings.back().date;
@@ -171,9 +180,8 @@ MemoryFileMeta meta(const MemoryEntity& entity, std::string title) {
     if (entity.kind == Kind::person) return meta;
     Keys members;
     for (const auto& meeting : entity.meetings)
-        for (const auto& participant : meeting.participants)
-            if (!EntityKeys::isAddress(participant) && !EntityKeys::isGenericLabel(participant))
-                members.insert(participant);
+        for (auto& other : LandInputBuilder::remoteParticipants(meeting.participants, userName))
+            if (!EntityKeys::isAddress(other)) members.insert(std::move(other));
     meta.members.assign(members.begin(), members.end());
     return meta;
 }
@@ -228,8 +236,8 @@ namespace {
 
 using Strings = std::vector<std::string>;
 using Sources = std::set<std::string, std::less<>>;
+using AnswerPath::inQuotes;
 using AnswerPath::item;
-using AnswerPath::quoted;
 
 [[noreturn]] void refuse(AnswerFault::Rule rule, std::string path, std::string problem,
                          std::string text = {}) {
@@ -244,7 +252,7 @@ void checkSources(const Strings& sources, const std::string& path, IsKnown isKno
     for (std::size_t i = 0; i < sources.size(); ++i)
         if (!isKnown(sources[i]))
             refuse(AnswerFault::Rule::citation, item(path + ".sources", i),
-                   "no source " + quoted(sources[i]) + " in the input; copy one as it stands",
+                   "no source " + inQuotes(sources[i]) + " in the input; copy one as it stands",
                    sources[i]);
 }
 
@@ -284,7 +292,8 @@ void check(const ConsolidateOutput& output, const ConsolidateInput& input) {
         const auto& id = output.open[i].followUpID;
         if (id && !followUps.contains(*id))
             refuse(AnswerFault::Rule::citation, item("open", i) + ".follow_up_id",
-                   "no follow-up " + quoted(*id) + " in the input; copy an id, or write null", *id);
+                   "no follow-up " + inQuotes(*id) + " in the input; copy an id, or write null",
+                   *id);
     }
 }
 

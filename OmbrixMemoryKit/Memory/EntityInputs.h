@@ -20,8 +20,9 @@ namespace ombrix {
 
 /// A person or a thread that the meetings know.
 struct MemoryEntity {
-    std::string key{};                ///< the canonical one
-    std::vector<std::string> keys{};  ///< all of them, in lower case, `key` among them
+    std::string key{};  ///< the canonical one
+    /// All of them in lower case, `key` among them; an address also as a name.
+    std::vector<std::string> keys{};
     LandMemoryFact::Kind kind = LandMemoryFact::Kind::person;
     std::string display{};                ///< empty when only an address is known
     std::vector<LandSidecar> meetings{};  ///< with it, the oldest first
@@ -62,8 +63,9 @@ ConsolidateInput consolidate(const MemoryEntity& entity, std::vector<Consolidate
                              const std::optional<MemoryFile::Parsed>& existing,
                              std::string userName, std::string today);
 
-/// The frontmatter of an entity's memory file: what the meetings say, under the given title.
-MemoryFileMeta meta(const MemoryEntity& entity, std::string title);
+/// The frontmatter of an entity's memory file: what the meetings say, under the given title. The
+/// members of a thread are the others that took part, without those that have no name.
+MemoryFileMeta meta(const MemoryEntity& entity, std::string title, std::string_view userName);
 
 /// The entity and its memory file, as the before recipe sees them.
 BeforeEntityText beforeText(const MemoryEntity& entity,

@@ -25,8 +25,8 @@ bool isTime(std::string_view text) {
 }
 
 using Rule = AnswerFault::Rule;
+using AnswerPath::inQuotes;
 using AnswerPath::item;
-using AnswerPath::quoted;
 
 AnswerFault fault(Rule rule, std::string path, std::string problem, std::string_view text = {}) {
     return {.rule = rule,
@@ -57,7 +57,7 @@ void checkForm(const PrepareMove& move, const std::string& path) {
         if (const auto& time = move.invite->time; time && !isTime(*time))
             throw DecodeError(DecodeError::InvalidTime{"moves.invite.time", *time},
                               fault(Rule::time, path + ".invite.time",
-                                    quoted(*time) + " is no time; write HH:mm, or null", *time));
+                                    inQuotes(*time) + " is no time; write HH:mm, or null", *time));
     }
     if (move.email && move.kind != PrepareMoveKind::message)
         throw misplaced("email", "message", move, path);
@@ -95,7 +95,7 @@ class CitationCheck {
             const auto& id = move_.commitmentIDs[i];
             if (commitmentIDs.contains(id)) continue;
             refuse(CitationError::UnknownCommitment{move_.key, id}, item(".commitment_ids", i),
-                   "no commitment " + quoted(id) + " in the input", id);
+                   "no commitment " + inQuotes(id) + " in the input", id);
         }
     }
 
@@ -112,7 +112,7 @@ class CitationCheck {
             const auto at = item(".claims", i);
             if (!claims_.insert(claim.id).second)
                 refuse(CitationError::DuplicateClaim{move_.key, claim.id}, at + ".id",
-                       "another claim of this move is called " + quoted(claim.id), claim.id,
+                       "another claim of this move is called " + inQuotes(claim.id), claim.id,
                        Rule::unique);
             if (claim.turnIDs.empty())
                 refuse(CitationError::Unciting{move_.key, claim.id}, at + ".turn_ids",
@@ -121,7 +121,7 @@ class CitationCheck {
                 const auto& turn = claim.turnIDs[j];
                 if (turnIDs.contains(turn)) continue;
                 refuse(CitationError::UnknownTurn{move_.key, claim.id, turn},
-                       item(at + ".turn_ids", j), "no turn " + quoted(turn) + " in the input",
+                       item(at + ".turn_ids", j), "no turn " + inQuotes(turn) + " in the input",
                        turn);
             }
         }
@@ -142,7 +142,7 @@ class CitationCheck {
         for (std::size_t i = 0; i < cited.size(); ++i)
             if (!claims_.contains(cited[i]))
                 refuse(CitationError::UnknownClaim{move_.key, std::string(where), cited[i]},
-                       item(at, i), "no claim " + quoted(cited[i]) + " in this move", cited[i]);
+                       item(at, i), "no claim " + inQuotes(cited[i]) + " in this move", cited[i]);
     }
 
     const PrepareMove& move_;
@@ -177,7 +177,7 @@ void PrepareOutput::validate(const IDs& turnIDs) const {
         CitationCheck check(moves[i], i);
         if (const auto& key = moves[i].key; !keys.insert(key).second)
             check.refuse(CitationError::DuplicateMoveKey{key}, ".key",
-                         "another move is called " + quoted(key), key, Rule::unique);
+                         "another move is called " + inQuotes(key), key, Rule::unique);
         check.run(turnIDs);
     }
 }

@@ -51,9 +51,9 @@ inline const std::string role =
 /// A library of its own, and the program over it.
 class Library {
   public:
-    Library() {
+    explicit Library(const std::string& userName = "Dana Reyes") {
         disk_.write("support/config.json", R"({"output_folder_display_path": ")" + root() +
-                                               R"(", "user_name": "Dana Reyes"})");
+                                               R"(", "user_name": ")" + userName + "\"}");
         std::filesystem::create_directories(root());
     }
     std::string root() const { return disk_.at("library"); }

@@ -173,13 +173,15 @@ TEST(EngineSteps, WhatIsPrivateIsNeverAskedAndWhatIsTheUsersIsKept) {
     EXPECT_EQ(Text::replacingAll(library.tree().at(file), "- New.\n", "(none)\n"), kept);
 
     library.write(file, Text::replacingAll(mine, "- not: Ana of sales", "- private"));
-    for (const auto& step : {person, card}) {
+    for (const auto& step : {Words{"consolidate", "ana ruiz"}, card}) {
         Words line = step;
         line.insert(line.begin(), "ask");
         const Outcome refused = library.run(line);
         EXPECT_NE(refused.status, 0);
         EXPECT_THAT(refused.output, HasSubstr("is private"));
     }
+    EXPECT_THAT(library.run({"ask", "consolidate", "rui"}).output,
+                AllOf(HasSubstr("is called 'rui'"), Not(HasSubstr("Ruiz"))));
     for (const auto& step : {thread, moves})
         EXPECT_THAT(library.asked(step, "input"),
                     AllOf(Not(HasSubstr("Ana")), Not(HasSubstr("ana ruiz")), Not(HasSubstr("@"))));
