@@ -64,8 +64,9 @@ Json::Array shown(const Rows& rows, const std::string& today) {
 Rows wanted(EngineWorkspace& workspace, const FollowUpsLedger& ledger,
             const FollowUpsOptions& options) {
     Rows rows = Presentation::openRows(ledger);
+    std::ranges::copy(ledger.older, std::back_inserter(rows));  // open, if long not mentioned
     if (options.all)
-        for (const auto* list : {&ledger.notSure, &ledger.older, &ledger.closed})
+        for (const auto* list : {&ledger.notSure, &ledger.closed})
             std::ranges::copy(*list, std::back_inserter(rows));
     if (!options.person) return rows;
     const auto entity = Entities::named(workspace, *options.person);
@@ -90,12 +91,7 @@ void followUps(const CLIContext& context, const FollowUpsOptions& options) {
     Json::Members data;
     data.emplace("today", today);
     data.emplace("meetingsRead", ledger.meetingsRead);
-    const auto count = [](const Rows& list) { return static_cast<std::int64_t>(list.size()); };
-    data.emplace("count", count(rows));
-    if (!options.all)
-        data.emplace("leftOut", Json::object({{"notSure", count(ledger.notSure)},
-                                              {"older", count(ledger.older)},
-                                              {"closed", count(ledger.closed)}}));
+    data.emplace("count", static_cast<std::int64_t>(rows.size()));
     if (options.by == "time") {
         data.emplace("rows", shown(Presentation::byTime(std::move(rows)), today));
     } else {
@@ -118,7 +114,7 @@ void declareFollowUps(Command root) {
     command.option("--by", options->by, "person or time.");
     command.option("--person", options->person, "Only those with this person or of this thread.");
     command.flag("--all", options->all,
-                 "Also those that are not sure, old, or closed in the last 30 days.");
+                 "Also those that are not sure, or closed in the last 30 days.");
     command.validate([options] {
         if (options->by != "person" && options->by != "time")
             throw UsageError("--by is person or time.");

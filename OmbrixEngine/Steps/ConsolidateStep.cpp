@@ -80,7 +80,7 @@ bool ConsolidateStep::isWritten(const ConsolidateOutput& output) const {
 
 void ConsolidateStep::plan(ChangeSet& changes, const GivenAnswer& answer,
                            const ConsolidateOutput& output) const {
-    auto meta = EntityInputs::meta(entity_, Entities::title(entity_), workspace_.userName());
+    auto meta = EntityInputs::meta(entity_, Entities::title(entity_));
     if (file_ != nullptr && file_->parsed) meta.series = file_->parsed->meta.series;
     const auto render = [=, writer = EngineProvenance::writerName(answer.model),
                          now = workspace_.now(), sources = countSources(output)](

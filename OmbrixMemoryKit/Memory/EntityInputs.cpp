@@ -6,7 +6,6 @@
 #include <utility>
 
 #include "OmbrixMemoryKit/Identity/EntityKeys.h"
-#include "OmbrixMemoryKit/Land/LandInputBuilder.h"
 #include "OmbrixMemoryKit/Memory/MemoryCandidates.h"
 #include "OmbrixMemoryKit/Memory/MemoryRegionParser.h"
 #include "OmbrixPlatform/Text.h"
@@ -163,7 +162,7 @@ ConsolidateInput consolidate(const MemoryEntity& entity, std::vector<Consolidate
     return input;
 }
 
-MemoryFileMeta meta(const MemoryEntity& entity, std::string title, std::string_view userName) {
+MemoryFileMeta meta(const MemoryEntity& entity, std::string title) {
     MemoryFileMeta meta{.title = std::move(title),
                         .kind = entity.kind,
                         .key = entity.key,
@@ -180,8 +179,9 @@ MemoryFileMeta meta(const MemoryEntity& entity, std::string title, std::string_v
     if (entity.kind == Kind::person) return meta;
     Keys members;
     for (const auto& meeting : entity.meetings)
-        for (auto& other : LandInputBuilder::remoteParticipants(meeting.participants, userName))
-            if (!EntityKeys::isAddress(other)) members.insert(std::move(other));
+        for (const auto& participant : meeting.participants)
+            if (!EntityKeys::isAddress(participant) && !EntityKeys::isGenericLabel(participant))
+                members.insert(participant);
     meta.members.assign(members.begin(), members.end());
     return meta;
 }

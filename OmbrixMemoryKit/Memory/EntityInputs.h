@@ -64,8 +64,8 @@ ConsolidateInput consolidate(const MemoryEntity& entity, std::vector<Consolidate
                              std::string userName, std::string today);
 
 /// The frontmatter of an entity's memory file: what the meetings say, under the given title. The
-/// members of a thread are the others that took part, without those that have no name.
-MemoryFileMeta meta(const MemoryEntity& entity, std::string title, std::string_view userName);
+/// members of a thread are all that took part and have a name.
+MemoryFileMeta meta(const MemoryEntity& entity, std::string title);
 
 /// The entity and its memory file, as the before recipe sees them.
 BeforeEntityText beforeText(const MemoryEntity& entity,

@@ -47,17 +47,17 @@ TEST(EntityInputs, APersonIsGatheredUnderAllKeysAndShownWithoutTheAddress) {
     const auto ana = EntityInputs::entity("NAME:Ana Ruiz", aliases, sidecars);
     EXPECT_EQ(ana.key, "email:ana@example.com");
     EXPECT_EQ(ana.display, "Ana Ruiz");
-    EXPECT_EQ(EntityInputs::meta(ana, "", "Dana").aliases, Strings{"name:ana ruiz"});
+    EXPECT_EQ(EntityInputs::meta(ana, "").aliases, Strings{"name:ana ruiz"});
     const auto input = inputFor(ana);
     EXPECT_EQ(input.entity, (ConsolidateEntity{.key = "name:ana ruiz", .display = "Ana Ruiz"}));
     ASSERT_EQ(input.candidates.size(), 1U);
     ASSERT_EQ(input.openFollowUps.size(), 1U);
     EXPECT_EQ(input.openFollowUps[0].source, "[Weekly, 2026-09-01]");
     EXPECT_FALSE(Text::contains(input.canonical().json, "example.com"));
-    EXPECT_EQ(EntityInputs::meta(ana, "Ana Ruiz", "Dana").firstSeen, "2026-08-01");
+    EXPECT_EQ(EntityInputs::meta(ana, "Ana Ruiz").firstSeen, "2026-08-01");
 
     const auto launch = EntityInputs::entity("thread:q3-launch", aliases, sidecars);
-    EXPECT_EQ(EntityInputs::meta(launch, "", "Ben").members, Strings{"Ana Ruiz"});
+    EXPECT_EQ(EntityInputs::meta(launch, "").members, (Strings{"Ana Ruiz", "Ben"}));
     EXPECT_EQ(inputFor(launch).candidates.size(), 3U) << "two facts and a decision";
     EXPECT_EQ(inputFor(launch).openFollowUps, input.openFollowUps) << "it came up there";
     const auto ben = EntityInputs::entity("name:ben", aliases, sidecars);
@@ -70,7 +70,7 @@ TEST(EntityInputs, APersonIsGatheredUnderAllKeysAndShownWithoutTheAddress) {
 TEST(EntityInputs, WhatTheUserWroteAndTheLastDoubtsComeAlong) {
     const auto entity = EntityInputs::entity("name:ana ruiz", {}, sidecars);
     const auto file =
-        MemoryFile::render(EntityInputs::meta(entity, "Ana", "Dana"),
+        MemoryFile::render(EntityInputs::meta(entity, "Ana"),
                            {.notSure = {"Two Anas? [Weekly, 2026-09-01]"}}, "Claude", {}, 1);
     const auto existing = MemoryFile::parse(*file + "- not: Ana of sales\n- important: c-1\n");
     const auto input = EntityInputs::consolidate(entity, {}, {}, existing, "Dana", "2026-09-02");
