@@ -20,6 +20,8 @@ using Reference = std::optional<std::string>;
 /// In bytes. A sign stands in it, or there is none.
 constexpr std::size_t headSize = 4000;
 constexpr std::string_view commentOpen = "<!--", commentClose = "-->";
+/// In the files that the memory engine writes for the person.
+constexpr std::string_view engineMark = "<!-- ombrix:";
 
 struct Signs {
     TimedSigns timed;
@@ -46,12 +48,15 @@ Signs signsOf(std::string_view text) {
     return signs;
 }
 
-/// Like string_view's find, which stops at every "-".
+bool holds(std::string_view text, std::string_view part) {  // faster than string_view's find
+    return !text.empty() && ::memmem(text.data(), text.size(), part.data(), part.size());
+}
+
+/// True when there is an arrow where subtitles are told from other texts: in 4,000 characters.
 bool holdsArrow(std::string_view text) {
     constexpr std::size_t bytesACharacter = 3;  // in most scripts at most
-    text = text.substr(0, headSize * bytesACharacter);
-    return !text.empty() &&
-           ::memmem(text.data(), text.size(), commentClose.data(), commentClose.size());
+    const bool isAscii = Utf8::isAscii(text.substr(0, headSize));
+    return holds(text.substr(0, isAscii ? headSize : headSize * bytesACharacter), commentClose);
 }
 
 Export exportOf(ParsedMeeting meeting, std::string_view text) {
@@ -94,6 +99,7 @@ std::size_t turnCount(const Export& found) {
 
 /// A text that was taken for subtitles because of an arrow, in a comment or in what somebody says.
 std::optional<Export> readWithoutArrows(std::string_view text, const Reference& reference) {
+    if (holds(text, engineMark)) return std::nullopt;
     const std::string plain = withoutComments(text);
     auto talk = readTalkText(plain, reference);
     if (!talk && !isPlainTalk(plain)) return std::nullopt;

@@ -31,6 +31,13 @@ bool holdsObject(const Node& list) {
     return false;
 }
 
+bool isListOfObjects(const Node& node) {
+    if (!node.isList()) return false;
+    for (const Node item : node.items())
+        if (!item.isObject()) return false;
+    return true;
+}
+
 std::optional<Segments> segmentsIn(const Node& object, int depth = 0) {
     for (const auto& list : fields(object, segmentKeys))
         if (list && holdsObject(*list)) return Segments{*list, object};
@@ -113,13 +120,6 @@ std::vector<ParsedMeeting> meetingsOfList(const Node& list) {
     return meetings;
 }
 }  // namespace
-
-bool isListOfObjects(const Node& node) {
-    if (!node.isList()) return false;
-    for (const Node item : node.items())
-        if (!item.isObject()) return false;
-    return true;
-}
 
 std::vector<ParsedMeeting> meetingsOfObject(const Node& object) {
     if (const auto page = lifelogPage(object)) return lifelogsIn(*page);

@@ -22,9 +22,6 @@ std::vector<ParsedMeeting> parseJSONExport(std::string_view text);
 /// holds.
 std::vector<ParsedMeeting> meetingsOfObject(const Json::Node& object);
 
-/// True for a list that holds nothing but objects.
-bool isListOfObjects(const Json::Node& node);
-
 /// True when the text, trimmed, begins with "{" or "[".
 bool beginsLikeJSON(std::string_view text);
 

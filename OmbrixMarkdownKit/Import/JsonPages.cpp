@@ -53,11 +53,15 @@ std::string_view lastPart(std::string_view path) {
     return path.substr(path.rfind('/') + 1);
 }
 
-/// The meeting of a list of entries; the day is that of the first entry that tells one.
-Meetings meetingOfEntries(const Node& entries) {
+/// The meeting of the entries of `page`; the day is that of the first entry that tells one.
+Meetings meetingOfEntries(const Node& page) {
+    static constexpr auto pageKeys = std::to_array<std::string_view>({entriesKey, "title"});
     static constexpr auto keys = std::to_array<std::string_view>({"participant", "text"});
+    const auto [entries, title] = fields(page, pageKeys);
+    if (!entries) return {};
     ParsedMeeting meeting{.format = Format::genericJSON};
-    for (const Node entry : entries.items()) {
+    if (const auto text = stringIn(title)) meeting.title = *text;
+    for (const Node entry : entries->items()) {
         const auto [participant, text] = fields(entry, keys);
         const auto said = stringIn(text);
         if (!said) continue;
@@ -83,6 +87,7 @@ Meetings lifelogOfMarkdown(const Node& object) {
 
 Meetings meetingsOfMember(const Node& member) {
     auto meetings = meetingsOfObject(member);
+    if (meetings.empty()) meetings = meetingOfEntries(member);
     if (meetings.empty()) meetings = lifelogOfMarkdown(member);
     return meetings;
 }
@@ -106,10 +111,9 @@ Meetings meetingsOfMembers(const Node& list) {
 }
 
 Meetings meetingsOfPage(const Node& page, int depth = 0) {
-    const auto entries = page.member(entriesKey);
-    if (entries && entries->isList()) return meetingOfEntries(*entries);
+    if (auto meetings = meetingOfEntries(page); !meetings.empty()) return meetings;
     for (const auto& list : fields(page, listKeys)) {
-        if (!list || !isListOfObjects(*list)) continue;
+        if (!list) continue;
         if (auto meetings = meetingsOfMembers(*list); !meetings.empty()) return meetings;
     }
     for (const auto& single : fields(page, singleKeys)) {

@@ -71,6 +71,16 @@ bool isModestName(std::string_view name) {
     return isPlausibleName(name) && std::ranges::count(name, ' ') <= 1 && !isNobody(name);
 }
 
+/// "Ana Ruiz, PhD", whose second part is dropped like an organisation, and "Ruiz, Ana".
+std::optional<NamePart> partWithComma(const NamePart& part, std::size_t comma) {
+    const auto first = trimmedName(part.name.substr(0, comma));
+    const auto second = trimmedName(part.name.substr(comma + 1));
+    if (!isTalkName(first) || second.empty()) return std::nullopt;
+    if (Text::contains(first, " "))
+        return NamePart{first, part.organisation.empty() ? second : part.organisation};
+    return isTalkName(second) ? std::optional(part) : std::nullopt;
+}
+
 /// "Ana Ruiz", "Ana Ruiz (Acme)", each also bold; nothing when nobody has such a name. Names
 /// without capitals count only where the rest of the line is hardly anything else.
 std::optional<NamePart> namePart(std::string_view text, bool isCertainPlace = false) {
@@ -87,6 +97,8 @@ std::optional<NamePart> namePart(std::string_view text, bool isCertainPlace = fa
         part.name = trimmedName(part.name.substr(0, open));
         if (part.name.ends_with(boldMark)) part.name.remove_suffix(boldMark.size());
     }
+    if (const std::size_t comma = part.name.find(','); comma != part.name.npos)
+        return partWithComma(part, comma);
     if (!isTalkName(part.name) && !(isCertainPlace && isModestName(part.name))) return std::nullopt;
     part.name = normalizeSpeaker(part.name);
     return part;
