@@ -1,5 +1,7 @@
 // The names of participants and titles, which people and calendars write. The first line is what a
 // window shows, each line after it a participant or a title.
+//
+// libFuzzer: -max_len=4096
 #include <string>
 #include <vector>
 

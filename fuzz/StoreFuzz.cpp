@@ -58,7 +58,9 @@ void runCommand(std::vector<std::string> words, const std::string& database) {
     static const Output output;
     words.insert(words.end(), {"--db-path", database});
     CommandLine line("ombrix-cli", "");
-    declareCommands(line, "ombrix-cli");
+    declareInfo(line.root(), "ombrix-cli");
+    declareMeetings(line.root());
+    declareDictations(line.root());
     const auto choice = line.parse(words);
     allows([&] {
         try {
@@ -125,6 +127,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     allows([&] { store.migrateIfNeeded(); });
     allows([&] { store.updateMeetingNotes(1, "new notes"); });
     allows([&] { store.insertMeeting({.title = "new", .rawTranscript = "one two"}); });
-    read(store);
+    checkLists(store, {.limit = 100});
     return 0;
 }

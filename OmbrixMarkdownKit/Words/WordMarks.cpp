@@ -128,6 +128,9 @@ HWY_AFTER_NAMESPACE();
 #if HWY_ONCE
 
 #if HWY_ARCH_X86
+#ifdef __clang__
+#define _Bool bool  // the header below is C; of the C++ compilers only g++ knows this name
+#endif
 #include <sys/platform/x86.h>  // what the C library found out when it started
 #endif
 
