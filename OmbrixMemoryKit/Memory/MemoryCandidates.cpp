@@ -155,7 +155,8 @@ std::optional<std::string> display(std::string_view entityKey,
     if (key.starts_with(EntityKeys::namePrefix))
         return capitalized(std::string_view(key).substr(EntityKeys::namePrefix.size()));
     if (key.starts_with(EntityKeys::threadPrefix))
-        return capitalized(Text::replacingAll(key.substr(EntityKeys::threadPrefix.size()), "-", " "));
+        return capitalized(
+            Text::replacingAll(key.substr(EntityKeys::threadPrefix.size()), "-", " "));
     return std::nullopt;
 }
 }  // namespace ombrix::MemoryCandidates
