@@ -97,6 +97,40 @@ std::string withLongIntegersAsDoubles(std::string_view text) {
     return result;
 }
 
+/// What the parser says of an error; its own table is a part of its library that our programs would
+/// then have to load at every start (cmake/program/SimdjsonOnDemand.cpp).
+const char* messageOf(simdjson::error_code error) {
+    switch (error) {
+        case simdjson::CAPACITY:
+            return "This parser can't support a document that big";
+        case simdjson::MEMALLOC:
+            return "Error allocating memory, we're most likely out of memory";
+        case simdjson::DEPTH_ERROR:
+            return "The JSON document was too deep (too many nested objects and arrays)";
+        case simdjson::STRING_ERROR:
+            return "Problem while parsing a string";
+        case simdjson::T_ATOM_ERROR:
+            return "Problem while parsing an atom starting with the letter 't'";
+        case simdjson::F_ATOM_ERROR:
+            return "Problem while parsing an atom starting with the letter 'f'";
+        case simdjson::N_ATOM_ERROR:
+            return "Problem while parsing an atom starting with the letter 'n'";
+        case simdjson::NUMBER_ERROR:
+            return "Problem while parsing a number";
+        case simdjson::UTF8_ERROR:
+            return "The input is not valid UTF-8";
+        case simdjson::EMPTY:
+            return "Empty: no JSON found";
+        case simdjson::UNESCAPED_CHARS:
+            return "Within strings, some characters must be escaped, we found unescaped characters";
+        case simdjson::UNCLOSED_STRING:
+            return "A string is opened, but never closed.";
+        default:
+            return "The JSON document has an improper structure: missing or superfluous commas, "
+                   "braces, missing keys, etc.";
+    }
+}
+
 /// True when brackets are nested deeper than `left`; recurses no deeper than the parser went.
 bool isDeeper(const Node& node, std::size_t left) {
     if (!node.isList() && !node.isObject()) return false;
@@ -122,7 +156,7 @@ struct Document::Parsed {
             const simdjson::padded_string readable(withLongIntegersAsDoubles(text));
             error = readWithinDepth(readable);
         }
-        if (error) throw SyntaxError(simdjson::error_message(error));
+        if (error) throw SyntaxError(messageOf(error));
     }
 
   private:

@@ -58,7 +58,22 @@ bool isAscii(std::string_view text) {
     return tail < 0x80;
 }
 
-bool isValid(std::string_view text) { return simdjson::validate_utf8(text.data(), text.size()); }
+bool isValid(std::string_view text) {
+    // Below this, loading the library and calling it costs more than it saves.
+    constexpr std::size_t shortText = 4096;
+    if (text.size() >= shortText) return simdjson::validate_utf8(text.data(), text.size());
+    if (isAscii(text)) return true;
+    for (std::size_t at = 0; at < text.size();) {
+        if (static_cast<unsigned char>(text[at]) < 0x80) {
+            ++at;
+            continue;
+        }
+        bool wellFormed = false;
+        at += maximalPart(text, at, wellFormed);
+        if (!wellFormed) return false;
+    }
+    return true;
+}
 
 std::string repaired(std::string_view text) {
     if (isValid(text)) return std::string(text);

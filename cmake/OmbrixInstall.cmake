@@ -59,6 +59,8 @@ set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME ombrix-cli)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION utils)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SHLIBDEPS ON)
+# Loaded while it runs, when JSON is read (cmake/program/SimdjsonOnDemand.cpp).
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_DEPENDS libsimdjson14)
 # Loaded while it runs, for the Trash and the session bus; the rest works without.
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_RECOMMENDS libglib2.0-0)
 set(CPACK_COMPONENT_RUNTIME_DESCRIPTION

@@ -31,6 +31,9 @@ TEST(Utf8, RepairReplacesEachMaximalBadSequenceOnce) {
         const std::string repaired = Utf8::repaired(text);
         ASSERT_TRUE(Utf8::isValid(repaired)) << test::visible(text);
         ASSERT_EQ(repaired == text, Utf8::isValid(text)) << test::visible(text);
+        // A long text is judged by other code.
+        ASSERT_EQ(repaired == text, Utf8::isValid(text + std::string(4096, ' ')))
+            << test::visible(text);
     }
 }
 
