@@ -1,7 +1,5 @@
 #include "OmbrixPlatform/Characters.h"
 
-#include <unicode/uchar.h>
-
 #include "OmbrixPlatform/BreakIterator.h"
 #include "OmbrixPlatform/Letters.h"
 #include "OmbrixPlatform/Text.h"
@@ -87,11 +85,6 @@ std::vector<std::string_view> splitAtWhiteSpace(std::string_view text) {
     }
     finish(text.size());
     return pieces;
-}
-
-bool isPrefix(char32_t scalar) {
-    return u_getIntPropertyValue(static_cast<UChar32>(scalar), UCHAR_GRAPHEME_CLUSTER_BREAK) ==
-           U_GCB_PREPEND;
 }
 
 bool hasAtLeast(std::string_view text, std::size_t n) {

@@ -49,9 +49,6 @@ inline std::string_view prefix(std::string_view text, std::size_t n) {
 /// scalar is, so combining marks after a blank are dropped with it.
 std::vector<std::string_view> splitAtWhiteSpace(std::string_view text);
 
-/// True for the few scalars that form one character with the scalar after them.
-bool isPrefix(char32_t scalar);
-
 /// True when `text` has at least `n` characters; reads no further than that.
 bool hasAtLeast(std::string_view text, std::size_t n);
 }  // namespace ombrix::Characters

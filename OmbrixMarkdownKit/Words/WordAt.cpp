@@ -4,9 +4,8 @@
 #include <bit>
 
 #include "OmbrixMarkdownKit/Words/AsciiLanes.h"
-#include "OmbrixMarkdownKit/Words/WordMarks.h"
+#include "OmbrixPlatform/Letters.h"
 #include "OmbrixPlatform/Text.h"
-#include "OmbrixPlatform/Words.h"
 
 namespace ombrix::WordAt {
 namespace {
@@ -23,41 +22,25 @@ struct Neighbour {
     std::size_t length = 1;
 };
 
-constexpr Neighbour asciiNeighbour(char c) {
-    if (Words::AsciiRule::isJoined(c)) return {Side::joins};
-    return {WordMarks::isSilentJoint(c) ? Side::bridges : Side::separates};
-}
-
-/// U+2013 to U+2026, by the last byte: dashes, quotes, the ellipsis. The apostrophe and its mirror
-/// image are inside words; of all others that are not ASCII nothing is known here.
-Neighbour typographic(std::string_view character) {
-    constexpr std::string_view generalPunctuation = "\xE2\x80";
-    if (character.size() != 3 || !character.starts_with(generalPunctuation)) return {Side::joins};
-    switch (static_cast<unsigned char>(character[2])) {
-        case 0x93:
-        case 0x94:
-        case 0x9C:
-        case 0x9D:
-        case 0x9E:
-        case 0xA6:
-            return {Side::separates, 3};
-        case 0x98:
-        case 0x99:
-            return {Side::bridges, 3};
+Neighbour neighbour(const Letters::Found& found) {
+    switch (found.letter.kind) {
+        case Letters::Kind::gap:
+            return {Side::separates, found.length};
+        case Letters::Kind::betweenLetters:
+        case Letters::Kind::betweenDigits:
+        case Letters::Kind::betweenBoth:
+            return {Side::bridges, found.length};
         default:
             return {Side::joins};
     }
 }
 
 Neighbour after(std::string_view text, std::size_t at) {
-    if (at >= text.size()) return {};
-    return Text::isAscii(text[at]) ? asciiNeighbour(text[at]) : typographic(text.substr(at, 3));
+    return at >= text.size() ? Neighbour() : neighbour(Letters::find(text, at));
 }
 
 Neighbour before(std::string_view text, std::size_t at) {
-    if (at == 0) return {};
-    if (Text::isAscii(text[at - 1])) return asciiNeighbour(text[at - 1]);
-    return at < 3 ? Neighbour{Side::joins} : typographic(text.substr(at - 3, 3));
+    return at == 0 ? Neighbour() : neighbour(Letters::findBefore(text, at));
 }
 
 bool beginsAt(std::string_view text, std::size_t at) {
@@ -92,7 +75,6 @@ std::size_t endOfRun(std::string_view text, std::size_t at) {
     while (at < text.size() && Text::isAsciiAlphanumeric(text[at])) ++at;
     return at;
 }
-
 }  // namespace
 
 std::optional<PlainWord> plain(std::string_view text, std::size_t at) {

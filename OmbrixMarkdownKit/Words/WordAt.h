@@ -6,8 +6,6 @@
 #include <optional>
 #include <string_view>
 
-#include "OmbrixPlatform/ByteRange.h"
-
 namespace ombrix::WordAt {
 
 struct PlainWord {
