@@ -29,6 +29,9 @@ inline const std::vector<std::string_view> otherPieces = Text::split(
     "\u0301|\u0600|\u00AD|\u200D|\u2019s|\u2019|\u201C|\u201D|\u2014|\u2026|\u2018|\u00A0|\u3000|"
     "\u0915\u094D\u0937\u093F|"
     "\u05D0|\u0663|\u00BD|\uFB01|\u00B7|\u2028|\U0001D400|\u0D4E|\xC3|\x80|\xE2\x80|"
+    "\u0142|\u0439|\u0438\u0306|\u0416\u0443|\u03CD\u03BD|\u0149|\u201C|\u2014|\u0387|\u202F|"
+    "\u203F|"
+    "\u3002|\u30FC|\uFF9E|\u0585\u0582|\u02C2|\u00D7|"
     "\xF0\x9F\x98|\xED\xA0\x80|\xFF",
     "|");
 
