@@ -12,6 +12,7 @@ namespace ombrix {
 struct GlobalOptions {
     std::optional<std::string> dbPath;      ///< `--db-path`, also when it is empty
     std::optional<std::string> supportDir;  ///< `--support-dir`, also when it is empty
+    std::optional<std::string> now;         ///< `--now`, where the tool has it for all commands
     bool operator==(const GlobalOptions&) const = default;
 };
 

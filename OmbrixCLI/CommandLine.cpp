@@ -23,6 +23,8 @@ struct Command::Registry {
     std::unordered_map<const CLI::App*, std::vector<std::vector<std::string>>> alternatives;
     std::function<std::vector<std::string>(std::string_view path)> examples;
 
+    bool everyCommandTakesNow = false;
+
     CommandDescription described(const CLI::App& command) const;
 };
 
@@ -167,7 +169,13 @@ void Command::storeText(const std::string& name, std::string& target, const std:
         option.default_str(target);
 }
 
+void Command::everyCommandTakesNow() const { registry_->everyCommandTakesNow = true; }
+
 void Command::globalOptions(GlobalOptions& target) const {
+    if (registry_->everyCommandTakesNow) {
+        option("--now DATE", target.now,
+               "Evaluate as if today were this date (YYYY-MM-DD). Testing aid.");
+    }
     option("--db-path PATH", target.dbPath, "Override the absolute path to ombrix.db.");
     option("--support-dir DIR", target.supportDir,
            "Override the Ombrix support directory. The CLI will look for ombrix.db inside it.");

@@ -100,6 +100,10 @@ class Command {
     /// of the tool ("meetings list"). Asked only for a help text, a manual page or a completion.
     void examples(std::function<std::vector<std::string>(std::string_view path)> linesOf) const;
 
+    /// Gives the commands that are declared from now on the option `--now` besides `--db-path` and
+    /// `--support-dir`.
+    void everyCommandTakesNow() const;
+
     /// "ombrix-cli meetings list".
     std::string path() const;
 

@@ -12,6 +12,7 @@ Program::Tool engineTool() {
 
 void declareEngineCommands(const CommandLine& line, const std::string&) {
     const Command root = line.root();
+    root.everyCommandTakesNow();
     declareSpec(root, EngineSpec::commands);
     declareStatus(root);
 

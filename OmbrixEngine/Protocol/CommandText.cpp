@@ -26,6 +26,7 @@ std::string engineCommand(const CLIContext& context, std::vector<std::string> wo
     };
     add("--db-path", context.options.dbPath);
     add("--support-dir", context.options.supportDir);
+    add("--now", context.options.now);
     std::string line = "ombrix-engine";
     for (const auto& word : words) line += " " + quoted(word);
     return line;

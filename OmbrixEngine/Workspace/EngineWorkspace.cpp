@@ -6,6 +6,7 @@
 
 #include "OmbrixCLI/AnswerFolderResolver.h"
 #include "OmbrixCLI/CLIError.h"
+#include "OmbrixCLI/EvaluatedMoment.h"
 #include "OmbrixCLI/PathArguments.h"
 #include "OmbrixMarkdownKit/Library/TranscriptLibrary.h"
 #include "OmbrixMarkdownKit/Library/TranscriptReader.h"
@@ -82,7 +83,8 @@ MemoryFileEntry memoryFileOf(std::string path, std::string bytes) {
 EngineWorkspace::EngineWorkspace(const CLIContext& context)
     : folder_(configuredFolder(AnswerFolderResolver::Config(context.supportDirectory))),
       calendar_(Calendar::current()),
-      now_(presentTime()) {
+      now_(evaluatedMoment(context.options.now, calendar_,
+                           "ombrix-engine status --now 2026-08-21")) {
     const AnswerFolderResolver::Config config(context.supportDirectory);
     memoryName_ = AnswerFolderResolver::memoryFolderName(config);
     userName_ = AnswerFolderResolver::userName(config).value_or("");
