@@ -10,7 +10,8 @@ namespace ombrix {
 /// Takes out of a record what `planRefresh` does not look at.
 void keepWhatRefreshNeeds(LandSidecar& sidecar);
 
-/// Plans the follow-ups; the files of next moves; notes that an earlier run did not come to, and those of an earlier landing
-/// than the record's. What is right already does not change. Both must outlive `changes`.
+/// Plans the follow-ups; the files of next moves; notes that an earlier run did not come to, and
+/// those of an earlier landing than the record's. What is right already does not change. Both must
+/// outlive `changes`.
 void planRefresh(EngineWorkspace& workspace, const TranscriptFactsCache& facts, ChangeSet& changes);
 }  // namespace ombrix
