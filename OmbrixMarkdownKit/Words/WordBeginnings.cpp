@@ -26,29 +26,22 @@ bool agree(std::string_view a, std::string_view b) {
     return true;
 }
 
-/// True when the word that has its first letter at `at` can begin with `prefix`. A prefix may end
-/// inside the fold of a scalar.
-bool mayBeginWith(std::string_view prefix, std::string_view text, std::size_t at) {
-    bool afterKnown = true;
-    while (!prefix.empty()) {
+/// True when a word that goes on at `at` can go on with `rest`, which may end inside the fold of a
+/// scalar. `last` is the letter before.
+bool mayGoOnWith(std::string_view rest, std::string_view text, std::size_t at, Letter last) {
+    while (!rest.empty()) {
         if (at == text.size()) return false;
-        if (Text::isAsciiAlphanumeric(text[at])) {
-            if (Text::asciiLowercased(text[at++]) != prefix[0]) return false;
-            prefix.remove_prefix(1);
-            afterKnown = true;
-            continue;
-        }
         const auto found = Letters::find(text, at);
         // Quotes are inside Hebrew words.
-        if (found.letter.kind == Letters::Kind::gap) return !afterKnown && text[at] == '"';
+        if (found.letter.kind == Letters::Kind::gap) return !last.isKnown() && text[at] == '"';
         if (found.letter.foldSize == Letter::noFold) return true;
         const auto fold = Letters::foldOf(found, text, at);
         // What is not in normal forms can stand inside a word.
         if (found.letter.characters == 0 && !fold.empty()) return true;
-        if (!agree(fold, prefix)) return false;
-        prefix.remove_prefix(std::min(fold.size(), prefix.size()));
+        if (!agree(fold, rest)) return false;
+        rest.remove_prefix(std::min(fold.size(), rest.size()));
         at += found.length;
-        afterKnown = found.letter.isKnown();
+        last = found.letter;
     }
     return true;
 }
@@ -102,8 +95,12 @@ bool WordBeginnings::beginsAt(std::string_view text, std::size_t at) const {
             return agree(fold, prefix);
         });
     }
-    const bool begins = std::ranges::any_of(
-        prefixes_, [&](const auto& prefix) { return mayBeginWith(prefix, text, at); });
+    const auto fold = Letters::foldOf(found, text, at);
+    const bool begins = std::ranges::any_of(prefixes_, [&](std::string_view prefix) {
+        if (!agree(fold, prefix)) return false;
+        prefix.remove_prefix(std::min(fold.size(), prefix.size()));
+        return mayGoOnWith(prefix, text, at + found.length, found.letter);
+    });
     // Not inside a word: between two letters is no boundary. Asked last, since few places get here.
     return begins && !(found.letter.isSpelled() && at > 0 &&
                        Letters::findBefore(text, at).letter.isSpelled());
