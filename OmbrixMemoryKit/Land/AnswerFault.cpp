@@ -49,7 +49,7 @@ AnswerFault faultInside(std::string_view text) {
 std::string AnswerFault::message() const {
     std::string message = path.empty() ? problem : path + ": " + problem;
     if (!Text::contains(problem, text)) message += ": " + text;
-    return message;
+    return Text::withVisibleControls(message);
 }
 
 AnswerFault AnswerFault::ofText(std::string_view answer) {

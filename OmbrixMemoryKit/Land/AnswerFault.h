@@ -36,7 +36,8 @@ struct AnswerFault {
     std::string text{};  ///< what is wrong there, a long text cut; empty for what is missing
 
     /// "commitments[2].what: not a string: 12", without the path for the answer as a whole, and
-    /// without the text when the problem quotes it.
+    /// without the text when the problem quotes it. Control characters are made visible: a U+0000
+    /// would end the message of an exception.
     std::string message() const;
 
     /// Of an answer that is no JSON: fenced in Markdown, with words around it, UTF-16, cut off, or
