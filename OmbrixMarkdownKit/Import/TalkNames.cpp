@@ -259,6 +259,22 @@ constexpr auto documentWords = wordSet({
     "参考",
     "関連",
     "補足",
+    "意味",
+    "意思",
+    "用例",
+    "例文",
+    "例句",
+    "品詞",
+    "词性",
+    "名詞",
+    "名词",
+    "動詞",
+    "动词",
+    "読み",
+    "读音",
+    "発音",
+    "拼音",
+    "出典",
     // Korean
     "참고",
     "주의",
@@ -460,7 +476,8 @@ bool isPersonal(std::string_view name) {
     if (isSpeakerLabel(name) || normalizeSpeaker(name) == "Me" || name == "Them") return true;
     if (!Text::isAscii(name.front()) && Text::isCaselessLetter(Utf8::decode(name, 0).scalar))
         return true;
-    return NameWords(name).count >= 2;
+    const NameWords words(name);  // "Mail Server" is no person's
+    return words.count >= 2 && !isNobody(words.words[words.count - 1]);
 }
 
 bool isNobody(std::string_view name) {

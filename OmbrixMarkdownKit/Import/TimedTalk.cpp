@@ -59,7 +59,10 @@ CallPage callPageOf(std::string_view text, const std::optional<std::string>& ref
 std::optional<TalkLine> talkLine(const std::optional<TimedLine>& found, TimedForm form) {
     if (!found) return std::nullopt;
     const bool isHeader = form == TimedForm::nameThenClock;
-    if (found->form == form || (isHeader && found->form == TimedForm::nameThenSpeech))
+    const bool saysNothing = form == TimedForm::nameThenSpeech &&
+                             found->form == TimedForm::nameThenClock && found->hasColon;
+    if (found->form == form || saysNothing ||
+        (isHeader && found->form == TimedForm::nameThenSpeech))
         return TalkLine{found->name, found->organisation, found->text, found->clock};
     if (found->form == TimedForm::clockOnly &&
         (form == TimedForm::clockThenSpeech || found->text.empty()))

@@ -64,6 +64,8 @@ TEST(AnyExport, ReadsLinesWithClocks) {
          ", . Me: a Tom: b c"},
         {"clock and name in bold", "**[00:02] Jan van Dam:** a **b**\n00:03 - Tom R: c",
          ", . Jan van Dam: a **b** Tom R: c"},
+        {"nothing said",
+         "**Ana R** [00:02]: a\n**Tom** [00:05]: b\n**Ana R** [00:07]:", ", . Ana R: a Tom: b"},
         {"facts ahead of it",
          "Title: \"T\"\nDate: May 2, 2026\n\n**Ana (0:01):** a\n**Bo (0:02):** b",
          "T, 2026-05-02. Ana: a Bo: b"},
@@ -169,6 +171,8 @@ TEST(AnyExport, TakesNoAgendaLogOrList) {
         "出发 8:03\n东京\n到达 9:47\n大阪\n出发 10:01\n大阪\n",
         "interface X {\n  speaker_0: string;\n  speaker_1: a | b;\n}\n",
         "**Dough (00:30):** mix\n\n**Oven (01:15):** bake\n",
+        "[09:00:01] Mail Server: up\n[09:00:02] Auth Service: up\n[09:00:03] Mail Server: down\n",
+        "意味：動く\n用例：車が動く\n意味：変わる\n用例：心が動く\n",
         "北京：中国的首都。\n上海：中国的城市。\n东京：日本的首都。\n",
         "<!-- x -->\n\n# Tool\n\nWords.\n\n**Note:** this.\n\nWords.\n\n**Warning:** "
         "that.\n\n**Note:** x.\n",
