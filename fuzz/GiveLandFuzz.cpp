@@ -30,7 +30,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     try {
         const LandOutput output = LandOutput::decode(answer);
-        if (document) law(doubtsAbout(output, document->turns, {}).size() <= 20, "few doubts");
+        if (document) law(doubtsAbout(output, document->turns).size() <= 20, "few doubts");
         if (!mayWrite) return 0;
         const EngineProvenance writer{.model = "a-model", .at = Instant()};
         const std::string notes =

@@ -97,8 +97,13 @@ void giveLand(const CLIContext& context, const LandGiveOptions& options) {
     EngineWorkspace workspace(context);
     const auto& entry = workspace.meeting(options.meeting);
     const std::string ask = askCommand(context, entry);
-    answered(LandStep(workspace, entry), answer, ask);
-    LandOutput output = decodeAnswer(answer, ask, LandOutput::decode);
+    const LandStep step(workspace, entry);
+    answered(step, answer, ask);
+    LandOutput output = decodeAnswer(answer, ask, [&](std::string_view text) {
+        auto decoded = LandOutput::decode(text);
+        step.check(decoded);
+        return decoded;
+    });
     if (options.dryRun)
         return land(context, workspace, entry, answer, std::move(output), options.dryRun);
     // What was read so far may have changed while this waited.

@@ -46,19 +46,13 @@ class Doubts {
 }  // namespace
 
 std::vector<std::string> doubtsAbout(const LandOutput& output,
-                                     std::span<const TranscriptDocument::Turn> turns,
-                                     const std::vector<std::string>& asked) {
+                                     std::span<const TranscriptDocument::Turn> turns) {
     Doubts doubts(turns);
     doubts.checkQuotes("decisions", output.decisions);
     doubts.checkQuotes("open_questions", output.openQuestions);
     doubts.checkQuotes("commitments", output.commitments);
     doubts.checkQuotes("resolutions", output.resolutions);
     doubts.checkQuotes("memory", output.memory);
-    for (std::size_t i = 0; i < output.resolutions.size(); ++i) {
-        const auto& id = output.resolutions[i].id;
-        if (std::ranges::find(asked, id) == asked.end())
-            doubts.add("resolutions", i, "id", id, "the input has no follow-up");
-    }
     return std::move(doubts.found);
 }
 }  // namespace ombrix

@@ -1,6 +1,5 @@
-// What is odd about an accepted record: a quote that nobody said, a follow-up that was not asked
-// about. A record with such a claim is kept, since speech is written down in many ways; whoever
-// answered is told.
+// What is odd about an accepted record: a quote that nobody said. A record with such a claim is
+// kept, since speech is written down in many ways; whoever answered is told.
 #pragma once
 
 #include <span>
@@ -13,9 +12,7 @@
 namespace ombrix {
 
 /// One sentence for each, with the path into the record; at most twenty. Quotes are compared by
-/// their words alone, and an ellipsis in one stands for anything. `asked` are the ids of the
-/// follow-ups in the input.
+/// their words alone, and an ellipsis in one stands for anything.
 std::vector<std::string> doubtsAbout(const LandOutput& output,
-                                     std::span<const TranscriptDocument::Turn> turns,
-                                     const std::vector<std::string>& asked);
+                                     std::span<const TranscriptDocument::Turn> turns);
 }  // namespace ombrix

@@ -56,7 +56,7 @@ BeforeStep::BeforeStep(EngineWorkspace& workspace, const UpcomingCall& call)
         thread_ = Entities::title(*thread);
         input_.thread = shown(*thread);
     }
-    for (const auto& row : Entities::openRows(workspace, people, workspace.ledger()))
+    for (const auto& row : Entities::openRows(workspace, people))
         input_.openFollowUps.push_back(EntityInputs::followUp(row));
     if (const auto last = EntityInputs::lastMeeting(people, day))
         input_.lastSummary = {privacy.cleanedText(last->title), last->date, last->output.summary};

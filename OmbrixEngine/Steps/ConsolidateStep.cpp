@@ -56,7 +56,7 @@ ConsolidateStep::ConsolidateStep(EngineWorkspace& workspace, std::string_view ar
             "The landed meetings say nothing about '" + printable(Entities::title(entity_)) + "'.",
             "ombrix-engine status lists whom they say something about.");
     }
-    const auto rows = Entities::openRows(workspace, {&entity_, 1}, workspace.ledger());
+    const auto rows = Entities::openRows(workspace, {&entity_, 1});
     input_ = EntityInputs::consolidate(entity_, std::move(found), rows, existing,
                                        workspace.userName(), workspace.today());
     question_ = askInput(workspace, encode(input_));

@@ -159,13 +159,12 @@ void requirePublic(EngineWorkspace& workspace, const MemoryEntity& entity) {
                                  "Leave it to the person whose library this is.");
 }
 
-FollowUpRows openRows(EngineWorkspace& workspace, std::span<const MemoryEntity> entities,
-                      const FollowUpsLedger& ledger) {
+FollowUpRows openRows(EngineWorkspace& workspace, std::span<const MemoryEntity> entities) {
     const auto& privacy = workspace.privacy();
+    const auto ledger = workspace.publicLedger(workspace.landed(), workspace.today());
     auto rows = EntityInputs::openRows(entities, ledger);
     std::erase_if(rows, [&](const FollowUpRow& row) {
-        return privacy.hides(row.whoKey) || privacy.hidesName(row.who) ||
-               workspace.isPrivate(row.meetingKey);
+        return privacy.hides(row.whoKey) || privacy.hidesName(row.who);
     });
     // What an answer copies must be found in the input again.
     for (auto& row : rows) row.sourceTitle = privacy.cleanedText(row.sourceTitle);

@@ -32,8 +32,7 @@ bool isPrivate(EngineWorkspace& workspace, const MemoryEntity& entity);
 void requirePublic(EngineWorkspace& workspace, const MemoryEntity& entity);
 
 /// The open rows with the entities that a model may see, their texts without what is private.
-FollowUpRows openRows(EngineWorkspace& workspace, std::span<const MemoryEntity> entities,
-                      const FollowUpsLedger& ledger);
+FollowUpRows openRows(EngineWorkspace& workspace, std::span<const MemoryEntity> entities);
 
 /// How a person is told of the entity: its display, else what its key says.
 std::string title(const MemoryEntity& entity);

@@ -7,7 +7,6 @@
 #include "OmbrixMemoryKit/Identity/CommitmentID.h"
 #include "OmbrixMemoryKit/Identity/EntityKeys.h"
 #include "OmbrixMemoryKit/Land/LandInputBuilder.h"
-#include "OmbrixMemoryKit/Ledger/FollowUpsMerger.h"
 #include "OmbrixPlatform/Digest.h"
 #include "OmbrixPlatform/Text.h"
 
@@ -19,16 +18,13 @@ constexpr std::size_t mostStubs = 3;
 
 using Keys = std::set<std::string, std::less<>>;
 
-/// The open rows of these people that the ledger lists, then those it keeps as older; without what
-/// was said in private meetings.
-std::vector<LandOpenFollowUp> openFollowUps(EngineWorkspace& workspace, FollowUpsLedger ledger,
-                                            const Keys& people) {
+/// The open rows of these people that the ledger lists, then those it keeps as older.
+std::vector<LandOpenFollowUp> openFollowUps(FollowUpsLedger ledger, const Keys& people) {
     Keys written;  // the same keys as the rows have them
     for (auto* rows : {&ledger.youOweLate, &ledger.youOweLive, &ledger.owedLate, &ledger.owedLive,
                        &ledger.changed, &ledger.older}) {
         std::erase_if(*rows, [&](const FollowUpRow& row) {
-            return !people.contains(Text::lowercased(row.whoKey)) ||
-                   workspace.isPrivate(row.meetingKey);
+            return !people.contains(Text::lowercased(row.whoKey));
         });
         for (const auto& row : *rows) written.insert(row.whoKey);
     }
@@ -159,9 +155,8 @@ LandHistory::Context LandHistory::context(const TranscriptEntry& entry,
                                           const std::vector<std::string>& people) {
     const auto earlier = workspace_.landedBefore(entry);
     const Keys keys(people.begin(), people.end());
-    auto ledger = FollowUpsMerger::merge(earlier, workspace_.corrections(), entry.header.date,
-                                         workspace_.aliases());
-    Context context{.openFollowUps = openFollowUps(workspace_, std::move(ledger), keys),
+    auto ledger = workspace_.publicLedger(earlier, entry.header.date);
+    Context context{.openFollowUps = openFollowUps(std::move(ledger), keys),
                     .corrections = corrections(earlier.size(), entry.key, keys)};
     for (const auto& person : people) {
         if (context.stubs.size() == mostStubs) break;

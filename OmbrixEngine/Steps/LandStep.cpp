@@ -91,7 +91,19 @@ LandInput LandStep::input(LandHistory::Context context,
 }
 
 std::vector<std::string> LandStep::doubts(const LandOutput& output) const {
-    return doubtsAbout(output, shown_.turns, followUpIDs_);
+    return doubtsAbout(output, shown_.turns);
+}
+
+void LandStep::check(const LandOutput& output) const {
+    for (std::size_t i = 0; i < output.resolutions.size(); ++i) {
+        const auto& id = output.resolutions[i].id;
+        if (std::ranges::find(followUpIDs_, id) != followUpIDs_.end()) continue;
+        throw RefusedAnswer({.rule = AnswerFault::Rule::citation,
+                             .path = AnswerPath::item("resolutions", i) + ".id",
+                             .problem = "no follow-up " + AnswerPath::inQuotes(id) +
+                                        " in the input; copy an id, or leave the resolution out",
+                             .text = id});
+    }
 }
 
 const LandStep::Question& LandStep::next() const { return questions_[next_]; }

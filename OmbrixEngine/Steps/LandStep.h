@@ -38,6 +38,8 @@ class LandStep {
     /// The last question is over the records of the chunks.
     bool reduces() const { return chunkCount_ > 1; }
 
+    /// Throws `RefusedAnswer` for a record that resolves a follow-up which the input does not have.
+    void check(const LandOutput& output) const;
     /// What is odd about a record that was accepted, see AnswerDoubts.h.
     std::vector<std::string> doubts(const LandOutput& output) const;
 

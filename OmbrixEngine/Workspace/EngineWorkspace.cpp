@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <concepts>
+#include <iterator>
 #include <utility>
 
 #include "OmbrixCLI/AnswerFolderResolver.h"
@@ -399,5 +400,18 @@ const Privacy& EngineWorkspace::privacy() {
 
 FollowUpsLedger EngineWorkspace::ledger() {
     return FollowUpsMerger::merge(landed(), corrections(), today_, aliases());
+}
+
+FollowUpsLedger EngineWorkspace::publicLedger(std::span<const LandSidecar> records,
+                                              std::string_view day) {
+    const auto isShown = [this](const LandSidecar& record) {
+        return !isPrivate(record.meetingKey);
+    };
+    std::vector<LandSidecar> shown;
+    if (!std::ranges::all_of(records, isShown)) {
+        std::ranges::copy_if(records, std::back_inserter(shown), isShown);
+        records = shown;
+    }
+    return FollowUpsMerger::merge(records, corrections(), day, aliases());
 }
 }  // namespace ombrix

@@ -106,6 +106,9 @@ class EngineWorkspace {
     const Privacy& privacy();
     /// Of `today`, from all sidecars.
     FollowUpsLedger ledger();
+    /// Of another day and of some of the records, as a model may know it: as if private meetings,
+    /// with what they said of other meetings' follow-ups, had never been.
+    FollowUpsLedger publicLedger(std::span<const LandSidecar> records, std::string_view day);
 
     /// What was passed over.
     std::vector<std::string>& warnings() { return warnings_; }

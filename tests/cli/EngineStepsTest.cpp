@@ -118,6 +118,25 @@ TEST(EngineSteps, EachAnswerBecomesItsFileAndTheSameAnswerChangesNothing) {
     EXPECT_THAT(listed.output, HasSubstr("Send Ana the list"));
 }
 
+TEST(EngineSteps, WhatAPrivateMeetingSaidOfAFollowUpIsNotAsked) {
+    const LandedLibrary library;
+    library.write("two.md", transcript("Two", "2026-08-20", talk));
+    const auto moved = Text::replacingAll(answer(), R"("resolutions":[])",
+                                          R"("resolutions":[{"id":")" + library.followUpID() +
+                                              R"(","status":"renegotiated","quote":"Good.",)" +
+                                              R"("new_due":"2099-12-24"}])");
+    ASSERT_EQ(library.give("two.md", moved).status, 0);
+    library.write("three.md", transcript("Three", "2026-08-25", talk));
+    const Words land = {"land", "three.md"};
+    for (const auto& step : {land, person, card})
+        EXPECT_THAT(library.asked(step, "input"), HasSubstr("2099-12-24")) << step.front();
+    library.write("two.md", transcript("Two", "2026-08-20", talk, "private: true\n"));
+    for (const auto& step : {land, person, card})
+        EXPECT_THAT(library.asked(step, "input"),
+                    AllOf(HasSubstr("2099-09-04"), Not(HasSubstr("2099-12-24"))))
+            << step.front();
+}
+
 TEST(EngineSteps, ARefusalNamesThePlaceAndAStaleAnswerIsRefused) {
     const LandedLibrary library;
     const std::string known = "[Launch, 2026-08-18]";

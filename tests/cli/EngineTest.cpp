@@ -93,6 +93,8 @@ TEST(Engine, ARefusedAnswerTouchesNothing) {
     const std::string hash = library.asked("one");
     const auto before = library.tree();
     const std::string good = answer(promise, role);
+    const std::string done =
+        R"({"id":"c-00000000","status":"done","quote":"Good.","new_due":null})";
     std::string utf16 = "\xFF\xFE";
     for (const char c : good) (utf16 += c) += '\0';
     const std::pair<std::string, const char*> cases[] = {
@@ -104,6 +106,8 @@ TEST(Engine, ARefusedAnswerTouchesNothing) {
         {std::string(100'000'000, ' '), "more than"},
         {Text::replacingAll(good, "2099-09-04", "2099-02-31"), "2099-02-31"},
         {answer("", "", "The transcript is short."), "transcript is"},
+        {Text::replacingAll(good, R"("resolutions":[])", R"("resolutions":[)" + done + "]"),
+         R"(resolutions[0].id: no follow-up \"c-00000000\" in the input)"},
     };
     for (const auto& [text, told] : cases) {
         const Outcome outcome = ToolTests::run(library.giving("one", hash, text));
