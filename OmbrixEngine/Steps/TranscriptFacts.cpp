@@ -1,6 +1,5 @@
 #include "OmbrixEngine/Steps/TranscriptFacts.h"
 
-#include <algorithm>
 #include <chrono>
 #include <map>
 #include <set>
@@ -67,14 +66,10 @@ std::int64_t nowInNanoseconds() {
 
 bool engineMayWriteNotes(std::string_view given) {
     const std::string text = Text::withLineFeeds(given);
-    const std::size_t transcript = text.find("\n## Transcript");
-    if (transcript == text.npos || !NotesOwnership::classify(text).engineMayWrite()) return false;
-    if (TranscriptEditor::enhancedSections(text)) return true;
-    // A heading of a block without a block's marker: the person wrote it, and a block made here
-    // would take it in.
-    return std::ranges::none_of(TranscriptEditor::aiHeaders, [&](std::string_view header) {
-        return text.find("\n" + std::string(header), transcript) != text.npos;
-    });
+    // The person's sections without a marker: a block made here would take them in.
+    return Text::contains(text, "\n## Transcript") &&
+           NotesOwnership::classify(text).engineMayWrite() &&
+           !TranscriptEditor::hasUnmarkedSections(text);
 }
 
 TranscriptFacts TranscriptFacts::of(std::string_view text, const TranscriptDocument& document) {

@@ -63,6 +63,7 @@ std::string render(std::string_view title, const std::optional<std::string>& dat
     file += "---\n\n## Notes\n\n";
     file.append(TranscriptDocument::notesPlaceholder).append("\n\n## Transcript\n");
     for (const Turn& turn : turns) appendTurn(file += '\n', turn);
+    if (turns.empty()) file += "\n\n";
     return file;
 }
 

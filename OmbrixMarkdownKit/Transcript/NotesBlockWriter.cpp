@@ -89,6 +89,7 @@ bool write(std::string_view payload, const std::string& path) {
     const auto text = Files::text(path);
     if (!text || !hasTranscriptSection(*text)) return false;
     const std::string edited = TranscriptEditor::setEnhancedSections(*text, payload);
+    if (edited != *text && TranscriptEditor::hasUnmarkedSections(*text)) return false;
     return writeFile(path, edited) && writeMirror(path, edited);
 }
 

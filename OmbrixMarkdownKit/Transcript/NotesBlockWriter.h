@@ -31,8 +31,9 @@ std::string provenanceLine(std::string_view writer, std::optional<std::string_vi
 
 /// Sets the machine block of the transcript at `path` and writes its mirror. An empty payload
 /// clears both. Text after the block, the person's, is kept. False when there is no transcript at
-/// `path` with a transcript section, or when either file cannot be written; a file that cannot be
-/// written is as it was before. Writing the same twice touches neither file.
+/// `path` with a transcript section, when the person wrote sections of a block there without its
+/// marker, or when either file cannot be written; a file that cannot be written is as it was
+/// before. Writing the same twice touches neither file.
 bool write(std::string_view payload, const std::string& path);
 
 /// The same with the payload of a model's notes.

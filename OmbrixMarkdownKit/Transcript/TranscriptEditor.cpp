@@ -17,6 +17,20 @@ constexpr std::string_view lineBeforeTranscript = "\n## Transcript";
 constexpr std::array<std::string_view, 3> blockOpenings = {"\n## Summary", "\n## Action Items",
                                                            "\n## Key Moments"};
 
+/// Where the transcript heading starts. Where no line is that heading, the first that resembles it
+/// counts; where one is, nothing else does, so that a block never begins in notes that speak of it.
+std::size_t transcriptPlace(std::string_view text) {
+    const auto endsLine = [&](std::size_t at) {
+        return at == text.size() || text[at] == '\n' || text.substr(at).starts_with("\r\n");
+    };
+    const std::size_t first = text.find(transcriptHeading);
+    for (std::size_t at = first; at != npos; at = text.find(transcriptHeading, at + 1)) {
+        const bool startsLine = at == 0 || text[at - 1] == '\n';
+        if (startsLine && endsLine(at + transcriptHeading.size())) return at;
+    }
+    return first;
+}
+
 /// `text` with the bytes of `range` replaced.
 std::string replaced(std::string_view text, const ByteRange& range, std::string_view by) {
     std::string result;
@@ -211,12 +225,20 @@ bool isMachineProvenance(std::string_view line) {
 }
 
 std::optional<ByteRange> machineStretch(std::string_view text) {
-    const std::size_t heading = text.find(transcriptHeading);
+    const std::size_t heading = transcriptPlace(text);
     if (heading == npos) return std::nullopt;
     const std::size_t begin = heading + transcriptHeading.size();
     const std::size_t end = text.find(enhancedBlockEndMarker, begin);
     if (end == npos) return std::nullopt;
     return ByteRange{begin, end};
+}
+
+bool hasUnmarkedSections(std::string_view text) {
+    const std::size_t transcript = transcriptPlace(text);
+    if (transcript == npos || machineStretch(text)) return false;
+    return std::ranges::any_of(aiHeaders, [&](std::string_view header) {
+        return text.find("\n" + std::string(header), transcript) != npos;
+    });
 }
 
 bool isInsideMachineBlock(std::string_view text, std::size_t position) {

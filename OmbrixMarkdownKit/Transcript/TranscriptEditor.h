@@ -18,8 +18,9 @@
 //   <!-- /ombrix:ai -->
 //
 // It begins at the line feed ahead of the first "## Summary", "## Action Items" or "## Key Moments"
-// between the first "## Transcript" and the first marker after that, or at the marker when there is
-// none of them, and ends after the marker. What follows belongs to the person.
+// between the transcript heading and the first marker after that, or at the marker when there is
+// none of them, and ends after the marker. What follows belongs to the person. The transcript
+// heading is the first line "## Transcript"; without one, the first "## Transcript" anywhere.
 #pragma once
 
 #include <array>
@@ -57,7 +58,8 @@ std::string renameSpeaker(std::string_view text, std::string_view from, std::str
 
 /// Replaces the machine block, or appends one. Empty sections remove it. A closing marker inside
 /// `sections` is dropped. Writing the same sections twice changes nothing when they begin with
-/// "## Summary", "## Action Items" or "## Key Moments" and the text has a transcript heading.
+/// "## Summary", "## Action Items" or "## Key Moments" and the text has a transcript heading, but
+/// no unmarked sections.
 std::string setEnhancedSections(std::string_view text, std::string_view sections);
 
 /// Replaces the section under `header`, one of `aiHeaders`, between the transcript heading and the
@@ -80,6 +82,10 @@ bool isMachineProvenance(std::string_view line);
 /// The bytes between the transcript heading and the closing marker, the marker excluded; wider than
 /// the block, since the talk is in it. Nothing without a block.
 std::optional<ByteRange> machineStretch(std::string_view text);
+
+/// True when a heading of `aiHeaders` follows the transcript heading and no marker closes it. A
+/// person wrote it, and a block that is appended takes it in when it is next replaced.
+bool hasUnmarkedSections(std::string_view text);
 
 /// True when the byte at `position` is in `machineStretch`.
 bool isInsideMachineBlock(std::string_view text, std::size_t position);

@@ -66,6 +66,7 @@ TEST(TranscriptImport, WritesATranscript) {
     EXPECT_EQ(
         convert("---\ntitle: '\"A\"'\ndate: 2026-01-02\n---\nAnn: hi", "2026-03-02.md", {}).title,
         "A");
+    EXPECT_TRUE(render("A", {}, {}, {}, Format::srt, "a").ends_with("## Transcript\n\n\n"));
 }
 
 TEST(TranscriptImport, DetectsTheFormat) {

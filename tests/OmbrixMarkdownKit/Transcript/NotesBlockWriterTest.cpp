@@ -62,9 +62,11 @@ TEST(NotesBlockWriter, WritingReadingAndClearingRoundTrip) {
     EXPECT_TRUE(NotesBlockWriter::clear(file)) << "nothing to clear";
 }
 
-TEST(NotesBlockWriter, WhatIsNoTranscriptIsRefused) {
+TEST(NotesBlockWriter, WhatIsNoTranscriptOrHasSectionsWithoutAMarkerIsRefused) {
     const test::TestFolder folder;
-    for (const std::string text : {"", "## Transcript\n", "---\ntitle: x\n---\n## Notes\n"}) {
+    for (const std::string& text : {std::string(), std::string("## Transcript\n"),
+                                    std::string("---\ntitle: x\n---\n## Notes\n"),
+                                    transcript + "\n## Meeting Notes\n\nmine\n"}) {
         const std::string file = folder.write("a.md", text);
         EXPECT_FALSE(NotesBlockWriter::write("## Summary\ns", file)) << text;
         EXPECT_EQ(folder.read("a.md"), text);

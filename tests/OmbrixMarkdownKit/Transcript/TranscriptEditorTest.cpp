@@ -65,12 +65,17 @@ TEST(TranscriptEditor, ATitleAndANameAreReplacedWhereTheyStand) {
 TEST(TranscriptEditor, TheBlockIsReplacedAndNothingElse) {
     using namespace TranscriptEditor;
     const std::string marker = "<!-- /ombrix:ai -->\n";
+    const auto speaking = [](const std::string& text) {
+        return Text::replacingAll(text, "\n\nmine\n", "\n\nsee the ## Transcript\n");
+    };
     const Edit cases[] = {
         {"the block", std::string(enhancedSections(whole).value()),
          "## Summary\n\nold\n\n## Action Items\n\n- one\n\n_Written by X._"},
         {"replaced", setEnhancedSections(whole, " ## Summary\nnew\n"),
          head + "\n## Summary\nnew\n\n" + marker + "\ntheirs\n"},
         {"removed", setEnhancedSections(whole, " \n"), head + "\ntheirs\n"},
+        {"notes that speak of the heading", setEnhancedSections(speaking(whole), ""),
+         speaking(head) + "\ntheirs\n"},
         {"appended", setEnhancedSections(head, "## Summary\nnew"),
          head + "\n## Summary\nnew\n\n" + marker},
         {"nothing to append", setEnhancedSections(head + " \n", ""), head + " \n"},
