@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 #include "OmbrixMarkdownKit/Transcript/TranscriptEditor.h"
@@ -21,21 +22,29 @@ bool isProvenance(std::string_view line) {
     return isMachine(line) || Text::trimmed(line).starts_with(humanPrefix);
 }
 
-/// A model's words as one line.
-std::string asOneLine(std::string_view words) {
-    return TranscriptEditor::onOneLine(Text::trimmed(words));
+/// A line of a model's that is no section's heading. The reader of transcripts also takes the end
+/// of a line for one, as in "### Action Items".
+std::string withoutHeading(std::string line) {
+    const auto& headings = TranscriptSections::sectionHeaders;
+    if (std::ranges::any_of(headings, [&](auto each) { return line.starts_with(each); }))
+        line.insert(0, " ");
+    if (std::ranges::any_of(headings, [&](auto each) { return line.ends_with(each); })) line += ' ';
+    return line;
+}
+
+/// A model's words as one line after `mark`.
+std::string asOneLine(std::string_view mark, std::string_view words) {
+    return withoutHeading(std::string(mark) + TranscriptEditor::onOneLine(Text::trimmed(words)));
 }
 
 /// A model's paragraphs, none of whose lines reads as a section's heading or as a machine line.
 std::string paragraphs(std::string_view words) {
     std::string text;
-    LineCursor lines(Text::trimmed(words));
-    while (const auto given = lines.next()) {
-        const bool isHeading =
-            std::ranges::any_of(TranscriptSections::sectionHeaders,
-                                [&](auto heading) { return given->starts_with(heading); });
-        if (isHeading) text += ' ';
-        text += isMachine(*given) ? Text::replacingAll(*given, "<!--", "<! --") : *given;
+    const std::string given = Text::withLineFeeds(Text::trimmed(words));
+    LineCursor lines(given);
+    while (const auto each = lines.next()) {
+        const std::string line = withoutHeading(std::string(*each));
+        text += isMachine(line) ? Text::replacingAll(line, "<!--", "<! --") : line;
         if (!lines.isAtEnd()) text += '\n';
     }
     return text;
@@ -89,29 +98,50 @@ struct Lines {
     }
 };
 
+/// True when the machine block is found by a heading, and not by its marker alone.
+bool hasHeading(std::string_view text) {
+    const auto sections = TranscriptEditor::enhancedSections(text);
+    return sections && !sections->empty();
+}
+
+/// `edited` with the heading that the edit has removed, the one that the block in `before` began
+/// with.
+std::string withHeading(std::string_view heading, std::string_view before,
+                        std::string_view edited) {
+    const auto sections = *TranscriptEditor::enhancedSections(before);
+    const auto at = static_cast<std::size_t>(sections.data() - before.data());
+    std::string text(edited.substr(0, at - 1));
+    text.append("\n").append(heading) += '\n';
+    return text.append(edited.substr(at - 1));
+}
+
 /// The provenance lines of `before` as the last of the block in `edited`. The edit of the last
 /// section has removed them, that of a new one has left them ahead of it. A person's line that only
-/// reads like the one for people stays where it is.
-std::string withTailLast(std::string_view before, std::string_view edited) {
+/// reads like the one for people stays where it is. `heading` is that of the edited section: it
+/// stays above nothing if it was the block's last, because what is under none is part of the talk.
+std::string withTailLast(std::string_view heading, std::string_view before, std::string edited) {
     const auto stretch = TranscriptEditor::machineStretch(before);
-    const auto end = TranscriptEditor::machineStretch(edited);
-    if (!stretch || !end) return std::string(edited);
+    if (!stretch) return edited;
     const ByteRange range = tailRange(before, *stretch);
     const auto tail = Lines(range.of(before), isProvenance).tail;
-    if (tail.empty()) return std::string(edited);
+    if (tail.empty()) return edited;
+    if (!hasHeading(edited)) edited = withHeading(heading, before, edited);
+    const auto end = TranscriptEditor::machineStretch(edited);
+    if (!end) return edited;
 
     const std::unordered_set<std::string_view> known(tail.begin(), tail.end());
     // What is ahead of the tail's part is as it was, so that part begins where it began.
-    const Lines now(edited.substr(range.begin, end->end - range.begin),
+    const std::string_view text = edited;
+    const Lines now(text.substr(range.begin, end->end - range.begin),
                     [&](std::string_view line) { return isMachine(line) || known.contains(line); });
-    if (now.tail == tail && now.isTailLast) return std::string(edited);
-    std::string result(edited.substr(0, range.begin));
+    if (now.tail == tail && now.isTailLast) return edited;
+    std::string result(text.substr(0, range.begin));
     result += Text::joined(now.others, "\n");
     result.resize(result.find_last_not_of("\r\n") + 1);
     result += "\n\n";
     for (const auto line : tail) result.append(line) += '\n';
     result += '\n';
-    return result.append(edited.substr(end->end));
+    return result.append(text.substr(end->end));
 }
 
 /// The machine line that tells the block's owner; in a block without headings the first there is.
@@ -142,9 +172,8 @@ std::string NotesBlockRenderer::payload(const LandOutput& output,
     std::string text = "## Summary\n" + paragraphs(output.summary) + "\n";
     if (!output.notes.empty()) text += "\n## Meeting Notes\n";
     for (const LandNoteTopic& topic : output.notes) {
-        text.append("\n### ").append(asOneLine(topic.topic)) += '\n';
-        for (const auto& bullet : topic.bullets)
-            text.append("- ").append(asOneLine(bullet)) += '\n';
+        text.append("\n").append(asOneLine("### ", topic.topic)) += '\n';
+        for (const auto& bullet : topic.bullets) text.append(asOneLine("- ", bullet)) += '\n';
     }
     return text + "\n" + provenance.humanLine(calendar) + "\n" + provenance.machineLine();
 }
@@ -156,9 +185,11 @@ std::string_view NotesBlockEdit::header(Section section) {
 std::optional<std::string> NotesBlockEdit::replace(Section section, std::string_view body,
                                                    std::string_view markdown, Instant now) {
     if (!TranscriptEditor::enhancedSections(markdown)) return std::nullopt;
-    const std::string edited =
-        withTailLast(markdown, TranscriptEditor::setAISection(markdown, header(section), body));
+    const std::string_view heading = header(section);
+    std::string edited = TranscriptEditor::setAISection(markdown, heading, body);
+    // The tail of a block that nobody edits stays, wherever it is.
+    if (edited != markdown) edited = withTailLast(heading, markdown, std::move(edited));
     if (edited == markdown) return edited;
-    return stamped(edited, now);
+    return stamped(std::move(edited), now);
 }
 }  // namespace ombrix

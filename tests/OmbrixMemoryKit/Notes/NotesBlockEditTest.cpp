@@ -40,10 +40,13 @@ TEST(NotesBlockEdit, ARecordBecomesItsBlock) {
               "## Summary\nWe agreed.\n\n## Meeting Notes\n\n### Price\n- stays\n- is 5\n\n### "
               "Team\n\n" +
                   human + author.machineLine());
-    output = {.summary = "## Summary\n" + author.machineLine() + "\n## Key Moments"};
-    EXPECT_EQ(NotesBlockRenderer::payload(output, author, Calendar::gregorianUtc()),
-              "## Summary\n ## Summary\n<! --" + author.machineLine().substr(4) +
-                  "\n ## Key Moments\n\n" + human + author.machineLine())
+    output = {.summary = "## Summary\n" + author.machineLine() + "\r\n## Key Moments",
+              .notes = {{"Action Items", {"read ## Notes"}}}};
+    EXPECT_EQ(
+        NotesBlockRenderer::payload(output, author, Calendar::gregorianUtc()),
+        "## Summary\n ## Summary \n<! --" + author.machineLine().substr(4) +
+            "\n ## Key Moments \n\n## Meeting Notes\n\n### Action Items \n- read ## Notes \n\n" +
+            human + author.machineLine())
         << "a model's words open no section and say nothing about their author";
 }
 
@@ -57,6 +60,9 @@ TEST(NotesBlockEdit, AnEditIsStampedAndTheProvenanceStaysLast) {
                          "\n" + end);
     EXPECT_EQ(NotesBlockEdit::replace(Section::summary, "old", before, later), before)
         << "nothing changed, no stamp";
+    EXPECT_EQ(NotesBlockEdit::replace(Section::summary, "", before, later),
+              head + "\n## Summary\n\n" + human + edited() + "\n" + end)
+        << "without a heading the provenance would be part of the talk";
     EXPECT_EQ(NotesBlockEdit::replace(Section::summary, "x", head, later), std::nullopt);
     const std::string foreign = Text::replacingAll(before, author.machineLine() + "\n", "");
     EXPECT_EQ(NotesBlockEdit::replace(Section::summary, "new", foreign, later),
@@ -68,12 +74,14 @@ TEST(NotesBlockEdit, AnEditIsStampedAndTheProvenanceStaysLast) {
     EXPECT_EQ(NotesBlockEdit::replace(Section::summary,
                                       "_Written by hand_\n" + author.machineLine(), before, later),
               head + "\n## Summary\n_Written by hand_\n\n" + human + edited() + "\n" + end);
+    const std::string tailFirst =
+        head + "\n" + human + author.machineLine() + "\n\n## Key Moments\nk\n" + end;
     EXPECT_EQ(
-        NotesBlockEdit::replace(
-            Section::actionItems, "- a",
-            head + "\n" + human + author.machineLine() + "\n\n## Key Moments\nk\n" + end, later),
+        NotesBlockEdit::replace(Section::actionItems, "- a", tailFirst, later),
         head + "\n## Key Moments\nk\n\n## Action Items\n- a\n\n" + human + edited() + "\n" + end)
         << "a tail ahead of the headings";
+    EXPECT_EQ(NotesBlockEdit::replace(Section::actionItems, "", tailFirst, later), tailFirst)
+        << "no edit, so the tail is not moved, and nobody is said to have edited";
 }
 
 TEST(NotesBlockEdit, RandomEditsKeepTheProvenanceAndEverythingAround) {
