@@ -39,4 +39,12 @@ class CLIError : public std::exception {
     Case case_;
     ErrorBody body_;
 };
+
+/// A command did what it could and printed its envelope, whose warnings name what it passed over.
+/// It throws this as its last act; the program then ends with `exitStatus`.
+class IncompleteWork : public std::exception {
+  public:
+    static constexpr int exitStatus = 2;
+    const char* what() const noexcept override { return "The warnings name what was passed over."; }
+};
 }  // namespace ombrix

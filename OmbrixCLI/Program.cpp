@@ -35,6 +35,8 @@ int runCommand(const Tool& tool, const std::vector<std::string>& arguments) {
     } catch (const CLIError& error) {
         emitFailure(Text::joined(arguments, " "), error.errorBody());
         return error.exitStatus();
+    } catch (const IncompleteWork&) {
+        return IncompleteWork::exitStatus;
     }
     return 0;
 }

@@ -3,6 +3,7 @@
 #include <dirent.h>
 #include <fcntl.h>
 #include <pwd.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -17,7 +18,6 @@
 #include <vector>
 
 #include "OmbrixPlatform/Paths.h"
-#include "OmbrixPlatform/Process.h"
 #include "OmbrixPlatform/TemporaryName.h"
 #include "OmbrixPlatform/Utf8.h"
 
@@ -377,12 +377,13 @@ bool writeAtomically(const std::string& path, std::string_view content,
     // Links are resolved, so that a link remains a link.
     const std::string target = realPath(path).value_or(path);
     const std::string folder(Paths::parent(target));
-    const TemporaryName name(Paths::joined(folder, ".ombrix-" + Process::uniqueString() + ".tmp"));
+    const TemporaryName name(TemporaryName::in(folder));
     const std::string& temporary = name.path();
     constexpr mode_t readWriteByUmask = 0666;
     Descriptor file(
         ::open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, readWriteByUmask));
     if (!file.isOpen()) throw Error(errno, "Cannot write", path);
+    ::flock(file.get(), LOCK_EX | LOCK_NB);  // says that its writer lives
     try {
         struct stat old {};
         if (::stat(target.c_str(), &old) == 0) ::fchmod(file.get(), old.st_mode & 07777U);

@@ -1,6 +1,7 @@
 #include "OmbrixPlatform/NewFiles.h"
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -10,7 +11,6 @@
 #include <cstdio>
 
 #include "OmbrixPlatform/Paths.h"
-#include "OmbrixPlatform/Process.h"
 
 namespace ombrix {
 namespace {
@@ -77,10 +77,11 @@ void NewFiles::add(const std::string& path, std::string_view bytes) {
     file.descriptor =
         ::open(folderOf(path).c_str(), O_WRONLY | O_TMPFILE | O_CLOEXEC, readWriteByUmask);
     if (file.descriptor < 0 && (errno == EOPNOTSUPP || errno == EISDIR || errno == EINVAL)) {
-        file.temporary = std::make_unique<TemporaryName>(
-            Paths::joined(folderOf(path), ".ombrix-" + Process::uniqueString() + ".tmp"));
+        file.temporary = std::make_unique<TemporaryName>(TemporaryName::in(folderOf(path)));
         file.descriptor = ::open(file.temporary->path().c_str(),
                                  O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, readWriteByUmask);
+        // Says that its writer lives.
+        if (file.descriptor >= 0) ::flock(file.descriptor, LOCK_EX | LOCK_NB);
     }
     if (file.descriptor < 0) throw Files::Error(errno, "Cannot write", path);
     if (const int error = writeAll(file.descriptor, bytes); error != 0) {

@@ -2,10 +2,15 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <csignal>
 #include <utility>
+
+#include "OmbrixPlatform/Paths.h"
+#include "OmbrixPlatform/Process.h"
+#include "OmbrixPlatform/Text.h"
 
 namespace ombrix {
 namespace {
@@ -14,6 +19,10 @@ namespace {
 // places, each of which is taken and left with one atomic step.
 std::array<std::atomic<const char*>, 1024> names;
 static_assert(std::atomic<const char*>::is_always_lock_free);
+
+constexpr std::string_view prefix = ".ombrix-";
+constexpr std::string_view extension = ".tmp";
+constexpr std::string_view uuidForm = "XXXXXXXX-XXXX-XXXX-XXXX-XXXXXXXXXXXX";
 
 void removeAndDie(int signal) {
     for (const auto& name : names)
@@ -31,6 +40,22 @@ TemporaryName::TemporaryName(std::string path) : path_(std::move(path)), slot_(0
 
 TemporaryName::~TemporaryName() {
     if (slot_ < names.size()) names[slot_].store(nullptr);
+}
+
+std::string TemporaryName::in(std::string_view folder) {
+    std::string name(prefix);
+    name.append(Process::uniqueString()).append(extension);
+    return Paths::joined(folder, name);
+}
+
+bool TemporaryName::isOne(std::string_view name) {
+    if (name.size() != prefix.size() + uuidForm.size() + extension.size() ||
+        !name.starts_with(prefix) || !name.ends_with(extension))
+        return false;
+    return std::ranges::equal(
+        name.substr(prefix.size(), uuidForm.size()), uuidForm, [](char c, char form) {
+            return form == '-' ? c == '-' : Text::isAsciiHexDigit(c) && !(c >= 'a' && c <= 'f');
+        });
 }
 
 void TemporaryName::removeOnSignals() {

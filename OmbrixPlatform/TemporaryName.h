@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 
 namespace ombrix {
 
@@ -18,6 +19,12 @@ class TemporaryName {
     TemporaryName& operator=(TemporaryName&&) = delete;
 
     const std::string& path() const { return path_; }
+
+    /// A new hidden name in `folder`: ".ombrix-", a UUID in capitals, ".tmp". Who writes the file
+    /// holds its lock meanwhile (`flock`), so AbandonedFiles.h knows whose writers are dead.
+    static std::string in(std::string_view folder);
+    /// True for a name, without its folder, of exactly this form.
+    static bool isOne(std::string_view name);
 
     /// Lets SIGINT, SIGTERM and SIGHUP remove the files first; a signal that the parent told the
     /// process to ignore stays ignored. For `main`.

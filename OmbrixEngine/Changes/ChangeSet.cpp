@@ -1,12 +1,14 @@
 #include "OmbrixEngine/Changes/ChangeSet.h"
 
+#include <chrono>
 #include <utility>
 
-#include "OmbrixCLI/CLIError.h"
 #include "OmbrixCLI/PathArguments.h"
 #include "OmbrixEngine/Changes/UnifiedDiff.h"
+#include "OmbrixPlatform/AbandonedFiles.h"
 #include "OmbrixPlatform/Files.h"
 #include "OmbrixPlatform/Paths.h"
+#include "OmbrixPlatform/Permissions.h"
 
 namespace ombrix {
 namespace {
@@ -19,9 +21,17 @@ CLIError cannotWrite(const Files::Error& error) {
                                   "What was written before is whole; ombrix-engine refresh "
                                   "completes the rest.");
 }
+
+/// Of the nearest folder on the way to `path` that exists.
+bool folderAllowsWriting(const std::string& path) {
+    std::string folder(Paths::parent(path));
+    while (!Files::exists(folder)) folder = Paths::parent(folder);
+    return Permissions::allowWriting(folder);
+}
 }  // namespace
 
 void ChangeSet::rewrite(std::string path, Make make) {
+    folders_.emplace(Paths::parent(path));
     files_.push_back({std::move(path), std::move(make)});
 }
 
@@ -29,11 +39,50 @@ void ChangeSet::write(std::string path, std::string text) {
     rewrite(std::move(path), [text = std::move(text)](const auto&) { return text; });
 }
 
-void ChangeSet::remove(std::string path) { files_.push_back({std::move(path), nullptr}); }
+void ChangeSet::remove(std::string path) { rewrite(std::move(path), nullptr); }
 
 void ChangeSet::whileUnfinished(std::string path, std::string text) {
     unfinished_ = File{std::move(path), [text = std::move(text)](const auto&) { return text; }};
 }
+
+// ---- what stands in the way --------------------------------------------------------------------
+
+std::optional<CLIError> ChangeSet::obstacle(const File& file) const {
+    try {
+        const std::string target = folder_.inside(file.path);
+        const bool allowsWriting = Permissions::allowWriting(target);
+        if (allowsWriting && folderAllowsWriting(target) &&
+            (!Files::exists(target) || Files::isRegular(target)))
+            return std::nullopt;
+        const auto existing = folder_.bytes(file.path);
+        const auto text = file.make ? file.make(existing) : std::nullopt;
+        const bool wouldChange = file.make ? text && text != existing : existing.has_value();
+        if (!wouldChange) return std::nullopt;
+        return CLIError::invalidInput(
+            "'" + printable(file.path) +
+                (allowsWriting ? "' is in a read-only folder." : "' is read-only."),
+            "Nothing was written. Leave it to the person: they allow writing it, or move it away.");
+    } catch (const CLIError& error) {
+        return error;
+    }
+}
+
+void ChangeSet::requireNoObstacle() const {
+    for (const auto& file : files_)
+        if (const auto found = obstacle(file)) throw *found;
+}
+
+std::vector<std::string> ChangeSet::leaveOutObstacles() {
+    std::vector<std::string> found;
+    std::erase_if(files_, [&](const File& file) {
+        const auto why = obstacle(file);
+        if (why) found.push_back("Passed over: " + std::string(why->what()));
+        return why.has_value();
+    });
+    return found;
+}
+
+// ---- writing -----------------------------------------------------------------------------------
 
 bool ChangeSet::apply(const File& file, const std::function<void()>& beforeChange) const {
     if (!file.make) {
@@ -60,7 +109,19 @@ bool ChangeSet::apply(const File& file, const std::function<void()>& beforeChang
                                  "Close the program that writes it and try again.");
 }
 
+void ChangeSet::removeAbandonedFiles() const {
+    constexpr std::chrono::hours age{1};
+    for (const auto& folder : folders_) {
+        try {
+            AbandonedFiles::remove(folder_.inside(folder), age);
+        } catch (const CLIError&) {  // leads out
+        } catch (const Files::Error&) {
+        }
+    }
+}
+
 std::vector<std::string> ChangeSet::apply() const {
+    requireNoObstacle();
     std::vector<std::string> changed;
     bool hasBegun = false;
     const auto begin = [&] {
@@ -69,10 +130,12 @@ std::vector<std::string> ChangeSet::apply() const {
     for (const auto& file : files_)
         if (apply(file, begin)) changed.push_back(file.path);
     if (unfinished_) apply(File{unfinished_->path}, [] {});
+    removeAbandonedFiles();
     return changed;
 }
 
 std::vector<ChangeSet::Difference> ChangeSet::differences() const {
+    requireNoObstacle();
     std::vector<Difference> found;
     for (const auto& file : files_) {
         const auto existing = folder_.bytes(file.path);
