@@ -34,8 +34,8 @@ class Privacy {
     /// The header and turns of a meeting without private people and addresses: they are no
     /// participants, and their turns have a label that names nobody.
     TranscriptDocument cleaned(TranscriptDocument document) const;
-    /// `input` with every string in it cleaned of private names, whole or their first word, and of
-    /// addresses. Keys of objects stay.
+    /// `input` with every string in it cleaned of private names (NamePattern.h) and of addresses
+    /// (Addresses.h). Keys of objects stay.
     Json::Value cleaned(Json::Value input) const;
     /// A text that is nothing but such a name counts in any case.
     std::string cleanedText(std::string_view text) const;
