@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 #include <set>
+#include <unordered_map>
 #include <utility>
 
 #include "OmbrixMemoryKit/Identity/EntityKeys.h"
@@ -94,18 +95,6 @@ MemoryEntity entity(std::string_view key, const PersonAliases& aliases,
     return result;
 }
 
-std::vector<std::string> entityKeys(const PersonAliases& aliases,
-                                    std::span<const LandSidecar> sidecars) {
-    Keys keys;
-    for (const auto& meeting : sidecars) {
-        for (const auto& fact : meeting.output.memory) {
-            const auto canonical = aliases.canonical(Text::lowercased(fact.entityKey));
-            if (!EntityKeys::isGenericKey(canonical)) keys.insert(Text::lowercased(canonical));
-        }
-    }
-    return {keys.begin(), keys.end()};
-}
-
 std::vector<ConsolidateCandidate> candidates(const MemoryEntity& entity,
                                              std::string_view userName) {
     if (entity.kind == Kind::person)
@@ -194,22 +183,24 @@ BeforeEntityText beforeText(const MemoryEntity& entity,
             .engineRegionText = file ? file->engineText : std::string()};
 }
 
-namespace {
-
-bool wasIn(const MemoryEntity& entity, const LandSidecar& meeting) {
-    return std::ranges::find(entity.meetings, meeting.meetingKey, &LandSidecar::meetingKey) !=
-           entity.meetings.end();
+std::unordered_set<std::string_view> sharedMeetings(std::span<const MemoryEntity> people) {
+    std::unordered_map<std::string_view, std::size_t> counts;
+    for (const auto& person : people)
+        for (const auto& meeting : person.meetings) ++counts[meeting.meetingKey];
+    std::unordered_set<std::string_view> shared;
+    for (const auto& [key, count] : counts)
+        if (count == people.size()) shared.insert(key);
+    return shared;
 }
-}  // namespace
 
 std::optional<LandSidecar> lastMeeting(std::span<const MemoryEntity> people, std::string_view day) {
+    const auto shared = sharedMeetings(people);
     const LandSidecar* last = nullptr;
     bool lastIsShared = false;
     for (const auto& person : people) {
         for (const auto& meeting : person.meetings) {
             if (meeting.date > day) continue;
-            const bool isShared = std::ranges::all_of(
-                people, [&](const MemoryEntity& each) { return wasIn(each, meeting); });
+            const bool isShared = shared.contains(meeting.meetingKey);
             if (last != nullptr && std::pair(isShared, std::string_view(meeting.date)) <
                                        std::pair(lastIsShared, std::string_view(last->date)))
                 continue;
@@ -218,14 +209,6 @@ std::optional<LandSidecar> lastMeeting(std::span<const MemoryEntity> people, std
         }
     }
     return last == nullptr ? std::nullopt : std::optional(*last);
-}
-
-std::size_t sharedMeetings(const MemoryEntity& thread, std::span<const MemoryEntity> people) {
-    return static_cast<std::size_t>(
-        std::ranges::count_if(thread.meetings, [&](const LandSidecar& meeting) {
-            return std::ranges::all_of(
-                people, [&](const MemoryEntity& each) { return wasIn(each, meeting); });
-        }));
 }
 }  // namespace ombrix::EntityInputs
 

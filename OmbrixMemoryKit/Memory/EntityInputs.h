@@ -7,6 +7,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <vector>
 
 #include "OmbrixMemoryKit/Identity/PersonAliases.h"
@@ -42,11 +43,6 @@ constexpr std::size_t mostFollowUps = 40;
 MemoryEntity entity(std::string_view key, const PersonAliases& aliases,
                     std::span<const LandSidecar> sidecars);
 
-/// Every person and thread that a memory fact is about, by canonical key in ascending order,
-/// without those that have no name of their own ("name:speaker 2"). `entity` tells the rest.
-std::vector<std::string> entityKeys(const PersonAliases& aliases,
-                                    std::span<const LandSidecar> sidecars);
-
 /// What the meetings say about the entity, the newest first, not folded.
 std::vector<ConsolidateCandidate> candidates(const MemoryEntity& entity, std::string_view userName);
 
@@ -70,11 +66,11 @@ MemoryFileMeta meta(const MemoryEntity& entity, std::string title);
 /// The entity and its memory file, as the before recipe sees them.
 BeforeEntityText beforeText(const MemoryEntity& entity,
                             const std::optional<MemoryFile::Parsed>& file);
+/// The keys of the meetings that all of the people were in, as views of the people's. Linear.
+std::unordered_set<std::string_view> sharedMeetings(std::span<const MemoryEntity> people);
 /// The newest meeting before or on `day` that all of the people were in; without one, the newest
-/// that one of them was in. Nothing when there is none.
+/// that one of them was in. Nothing when there is none. Linear.
 std::optional<LandSidecar> lastMeeting(std::span<const MemoryEntity> people, std::string_view day);
-/// How many of the thread's meetings all of the people were in.
-std::size_t sharedMeetings(const MemoryEntity& thread, std::span<const MemoryEntity> people);
 }  // namespace EntityInputs
 
 /// What an answer of these recipes rests on has to be in its input. Throw `RefusedAnswer` for the

@@ -42,8 +42,6 @@ ConsolidateInput inputFor(const MemoryEntity& entity) {
 }
 
 TEST(EntityInputs, APersonIsGatheredUnderAllKeysAndShownWithoutTheAddress) {
-    EXPECT_EQ(EntityInputs::entityKeys(aliases, sidecars),
-              (Strings{"email:ana@example.com", "thread:q3-launch"}));
     const auto ana = EntityInputs::entity("NAME:Ana Ruiz", aliases, sidecars);
     EXPECT_EQ(ana.key, "email:ana@example.com");
     EXPECT_EQ(ana.display, "Ana Ruiz");
@@ -61,7 +59,8 @@ TEST(EntityInputs, APersonIsGatheredUnderAllKeysAndShownWithoutTheAddress) {
     EXPECT_EQ(inputFor(launch).candidates.size(), 3U) << "two facts and a decision";
     EXPECT_EQ(inputFor(launch).openFollowUps, input.openFollowUps) << "it came up there";
     const auto ben = EntityInputs::entity("name:ben", aliases, sidecars);
-    EXPECT_EQ(EntityInputs::sharedMeetings(launch, std::vector{ana}), 2U);
+    EXPECT_EQ(EntityInputs::sharedMeetings(std::vector{ana, launch}).size(), 2U);
+    EXPECT_EQ(EntityInputs::sharedMeetings(std::vector{ana, ben}).count("m1"), 1U);
     EXPECT_EQ(EntityInputs::lastMeeting(std::vector{ana}, "2026-09-01")->meetingKey, "m2");
     EXPECT_EQ(EntityInputs::lastMeeting(std::vector{ana, ben}, "2026-09-01")->meetingKey, "m1");
     EXPECT_FALSE(EntityInputs::lastMeeting(std::vector{ana}, "2026-07-31"));
