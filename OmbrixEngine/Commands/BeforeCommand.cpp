@@ -1,7 +1,6 @@
 #include "OmbrixEngine/EngineCommands.h"
 #include "OmbrixEngine/Protocol/Ask.h"
 #include "OmbrixEngine/Protocol/CommandText.h"
-#include "OmbrixEngine/Protocol/Give.h"
 #include "OmbrixEngine/Protocol/PlannedWork.h"
 #include "OmbrixEngine/Steps/BeforeStep.h"
 #include "OmbrixMemoryKit/EngineRecipes.h"
@@ -19,9 +18,9 @@ struct BeforeGiveOptions : GiveOptions {
 };
 
 /// The words of the command line that name the call.
-std::vector<std::string> words(std::string verb, const UpcomingCall& call) {
-    std::vector<std::string> words = {std::move(verb), "before",   "--people", call.people,
-                                      "--title",       call.title, "--for",    call.time};
+std::vector<std::string> words(const UpcomingCall& call) {
+    std::vector<std::string> words = {"before",   "--people", call.people, "--title",
+                                      call.title, "--for",    call.time};
     if (call.thread) words.insert(words.end(), {"--thread", *call.thread});
     return words;
 }
@@ -41,27 +40,22 @@ void declareCall(const Command& command, UpcomingCall& call) {
 void askBefore(const CLIContext& context, const AskOptions& options) {
     EngineWorkspace workspace(context);
     const BeforeStep step(workspace, options.call);
-    const auto& question = step.question();
     std::vector<std::string> keys;
-    for (const auto& person : step.input().people) keys.push_back(person.key);
-    auto answerWith = words("give", options.call);
-    answerWith.insert(answerWith.end(), {"--input-hash", question.hash, "--model", "NAME",
-                                         "--route", "claudeCode", "--stdin"});
+    for (const auto& person : step.input().people)
+        keys.push_back(workspace.privacy().cleanedText(person.key));
     emitAsk(context, workspace,
-            {.step = "before",
+            {.step = words(options.call),
              .subject = Json::object({{"people", keys}, {"card", step.path()}}),
-             .recipeVersion = EngineRecipes::beforeVersion,
-             .recipeSHA256 = EngineRecipes::beforeSHA256,
-             .systemPrompt = std::string(EngineRecipes::beforeSystemPrompt),
-             .schemaJSON = EngineRecipes::beforeOutputSchemaJSON,
-             .input = question,
-             .answerWith = engineCommand(context, std::move(answerWith))});
+             .recipe = {.version = EngineRecipes::beforeVersion,
+                        .sha256 = EngineRecipes::beforeSHA256,
+                        .systemPrompt = std::string(EngineRecipes::beforeSystemPrompt),
+                        .schemaJSON = EngineRecipes::beforeOutputSchemaJSON},
+             .input = step.question()});
 }
 
 void giveBefore(const CLIContext& context, const BeforeGiveOptions& options) {
-    const GivenAnswer answer = readAnswer(options);
-    const std::string ask = engineCommand(context, words("ask", options.call));
-    const auto plan = [&](EngineWorkspace& workspace) {
+    const std::string ask = askCommand(context, words(options.call));
+    takeAnswer(context, options, [&](EngineWorkspace& workspace, const GivenAnswer& answer) {
         const BeforeStep step(workspace, options.call);
         requireCurrent(answer, step.question().hash, ask);
         const auto output = decodeAnswer(answer, ask, [&](std::string_view text) {
@@ -75,8 +69,7 @@ void giveBefore(const CLIContext& context, const BeforeGiveOptions& options) {
         work.data.emplace("people", Json::toValue(step.people()));
         work.data.emplace("card", step.path());
         return work;
-    };
-    runPlanned(context, options.dryRun ? Writing::dryRun : Writing::forReal, plan);
+    });
 }
 }  // namespace
 

@@ -1,50 +1,41 @@
 #include "OmbrixEngine/EngineCommands.h"
 #include "OmbrixEngine/Protocol/Ask.h"
 #include "OmbrixEngine/Protocol/CommandText.h"
-#include "OmbrixEngine/Protocol/Give.h"
 #include "OmbrixEngine/Protocol/PlannedWork.h"
+#include "OmbrixEngine/Protocol/StepCommands.h"
 #include "OmbrixEngine/Steps/ConsolidateStep.h"
 #include "OmbrixMemoryKit/EngineRecipes.h"
 
 namespace ombrix {
 namespace {
 
-constexpr const char* entityHelp =
-    "A person or thread: its key, its name, a part of the name, or its memory file.";
+using StepCommands::AskOptions;
+using StepCommands::SubjectGiveOptions;
 
-struct AskOptions {
-    std::string entity;
-    GlobalOptions global;
-};
+constexpr StepCommands::Subject entityArgument{
+    "entity", "A person or thread: its key, its name, a part of the name, or its memory file."};
 
-struct ConsolidateGiveOptions : GiveOptions {
-    std::string entity;
-};
+std::vector<std::string> words(const std::string& entity) { return {"consolidate", entity}; }
 
 void askConsolidate(const CLIContext& context, const AskOptions& options) {
     EngineWorkspace workspace(context);
-    const ConsolidateStep step(workspace, options.entity);
+    const ConsolidateStep step(workspace, options.subject);
     const auto& shown = step.input().entity;
-    const auto& question = step.question();
     emitAsk(context, workspace,
-            {.step = "consolidate",
-             .subject =
-                 Json::object({{"key", shown.key}, {"kind", shown.kind}, {"title", shown.display}}),
-             .recipeVersion = EngineRecipes::consolidateVersion,
-             .recipeSHA256 = EngineRecipes::consolidateSHA256,
-             .systemPrompt = std::string(EngineRecipes::consolidateSystemPrompt),
-             .schemaJSON = EngineRecipes::consolidateOutputSchemaJSON,
-             .input = question,
-             .answerWith = engineCommand(
-                 context, {"give", "consolidate", options.entity, "--input-hash", question.hash,
-                           "--model", "NAME", "--route", "claudeCode", "--stdin"})});
+            {.step = words(options.subject),
+             .subject = workspace.privacy().cleaned(Json::object(
+                 {{"key", shown.key}, {"kind", shown.kind}, {"title", shown.display}})),
+             .recipe = {.version = EngineRecipes::consolidateVersion,
+                        .sha256 = EngineRecipes::consolidateSHA256,
+                        .systemPrompt = std::string(EngineRecipes::consolidateSystemPrompt),
+                        .schemaJSON = EngineRecipes::consolidateOutputSchemaJSON},
+             .input = step.question()});
 }
 
-void giveConsolidate(const CLIContext& context, const ConsolidateGiveOptions& options) {
-    const GivenAnswer answer = readAnswer(options);
-    const std::string ask = engineCommand(context, {"ask", "consolidate", options.entity});
-    const auto plan = [&](EngineWorkspace& workspace) {
-        const ConsolidateStep step(workspace, options.entity);
+void giveConsolidate(const CLIContext& context, const SubjectGiveOptions& options) {
+    const std::string ask = askCommand(context, words(options.subject));
+    takeAnswer(context, options, [&](EngineWorkspace& workspace, const GivenAnswer& answer) {
+        const ConsolidateStep step(workspace, options.subject);
         // Writing the file changes the next input, which tells of what was unsure last time. So the
         // same answer, given again, is known by what the file says.
         const bool isCurrent = answer.inputHash == step.question().hash;
@@ -62,25 +53,17 @@ void giveConsolidate(const CLIContext& context, const ConsolidateGiveOptions& op
         work.data.emplace("entity", step.entity().key);
         work.data.emplace("file", step.path());
         return work;
-    };
-    runPlanned(context, options.dryRun ? Writing::dryRun : Writing::forReal, plan);
+    });
 }
 }  // namespace
 
 void declareAskConsolidate(Command ask) {
-    const Command command =
-        ask.subcommand("consolidate", "Ask for the memory file of one person or thread.");
-    const auto options = command.options<AskOptions>();
-    command.positional("entity", options->entity, entityHelp);
-    command.run(options, askConsolidate);
+    StepCommands::declareAsk(ask, "consolidate", "Ask for the memory file of one person or thread.",
+                             entityArgument, askConsolidate);
 }
 
 void declareGiveConsolidate(Command give) {
-    const Command command =
-        give.subcommand("consolidate", "Take the memory file of one person or thread.");
-    const auto options = command.options<ConsolidateGiveOptions>();
-    command.positional("entity", options->entity, entityHelp);
-    declareGiveOptions(command, *options);
-    command.run(options, giveConsolidate);
+    StepCommands::declareGive(give, "consolidate", "Take the memory file of one person or thread.",
+                              entityArgument, giveConsolidate);
 }
 }  // namespace ombrix

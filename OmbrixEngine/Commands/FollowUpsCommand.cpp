@@ -69,7 +69,9 @@ Rows wanted(EngineWorkspace& workspace, const FollowUpsLedger& ledger,
         for (const auto* list : {&ledger.notSure, &ledger.closed})
             std::ranges::copy(*list, std::back_inserter(rows));
     if (!options.person) return rows;
-    const auto entity = Entities::named(workspace, *options.person);
+    // The person's own files are shown whole, what private meetings said among them.
+    const auto entity = EntityInputs::entity(Entities::named(workspace, *options.person).key,
+                                             workspace.aliases(), workspace.landed());
     const auto isOfMeeting = [&](const FollowUpRow& row) {
         return std::ranges::find(entity.meetings, row.meetingKey, &LandSidecar::meetingKey) !=
                entity.meetings.end();
@@ -85,6 +87,7 @@ Rows wanted(EngineWorkspace& workspace, const FollowUpsLedger& ledger,
 
 void followUps(const CLIContext& context, const FollowUpsOptions& options) {
     EngineWorkspace workspace(context);
+    workspace.tolerateDamagedAliases();
     const auto ledger = workspace.ledger();
     const auto& today = ledger.today;
     Rows rows = wanted(workspace, ledger, options);

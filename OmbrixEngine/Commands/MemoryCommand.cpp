@@ -39,6 +39,7 @@ Json::Array sectionsOf(std::string_view region) {
 
 void memory(const CLIContext& context, const MemoryOptions& options) {
     EngineWorkspace workspace(context);
+    workspace.tolerateDamagedAliases();
     const auto entity = Entities::named(workspace, options.entity);
     const auto* file = Entities::file(workspace, entity);
     if (file == nullptr)

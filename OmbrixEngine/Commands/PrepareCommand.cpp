@@ -1,60 +1,49 @@
 #include "OmbrixEngine/EngineCommands.h"
 #include "OmbrixEngine/Protocol/Ask.h"
 #include "OmbrixEngine/Protocol/CommandText.h"
-#include "OmbrixEngine/Protocol/Give.h"
 #include "OmbrixEngine/Protocol/PlannedWork.h"
+#include "OmbrixEngine/Protocol/StepCommands.h"
 #include "OmbrixEngine/Steps/PrepareStep.h"
 #include "OmbrixMemoryKit/EngineRecipes.h"
 
 namespace ombrix {
 namespace {
 
-constexpr const char* meetingHelp =
-    "A landed transcript's path, its meeting key, or a part of its title.";
+using StepCommands::AskOptions;
+using StepCommands::SubjectGiveOptions;
 
-struct AskOptions {
-    std::string meeting;
-    GlobalOptions global;
-};
+constexpr StepCommands::Subject meetingArgument{
+    "meeting", "A landed transcript's path, its meeting key, or a part of its title."};
 
-struct PrepareGiveOptions : GiveOptions {
-    std::string meeting;
-};
+std::vector<std::string> words(const TranscriptEntry& entry) { return {"prepare", entry.key}; }
 
-std::string landCommand(const CLIContext& context, const TranscriptEntry& entry) {
-    return engineCommand(context, {"ask", "land", entry.key});
+PrepareStep stepOf(const CLIContext& context, EngineWorkspace& workspace,
+                   const TranscriptEntry& entry) {
+    return {workspace, entry, askCommand(context, {"land", entry.key})};
 }
 
 void askPrepare(const CLIContext& context, const AskOptions& options) {
     EngineWorkspace workspace(context);
-    const auto& entry = workspace.meeting(options.meeting);
-    const PrepareStep step(workspace, entry, landCommand(context, entry));
-    const auto& question = step.question();
+    const auto& entry = workspace.meeting(options.subject);
+    const PrepareStep step = stepOf(context, workspace, entry);
     Json::Members more;
     more.emplace("chunked", step.input().chunked);
-    emitAsk(
-        context, workspace,
-        {.step = "prepare",
-         .subject = Json::object({{"key", entry.key},
-                                  {"title", workspace.privacy().cleanedText(entry.header.title)},
-                                  {"date", entry.header.date}}),
-         .recipeVersion = EngineRecipes::prepareVersion,
-         .recipeSHA256 = EngineRecipes::prepareSHA256,
-         .systemPrompt = std::string(EngineRecipes::prepareSystemPrompt),
-         .schemaJSON = EngineRecipes::prepareOutputSchemaJSON,
-         .input = question,
-         .answerWith =
-             engineCommand(context, {"give", "prepare", entry.key, "--input-hash", question.hash,
-                                     "--model", "NAME", "--route", "claudeCode", "--stdin"}),
-         .more = std::move(more)});
+    emitAsk(context, workspace,
+            {.step = words(entry),
+             .subject = meetingSubject(workspace, entry),
+             .recipe = {.version = EngineRecipes::prepareVersion,
+                        .sha256 = EngineRecipes::prepareSHA256,
+                        .systemPrompt = std::string(EngineRecipes::prepareSystemPrompt),
+                        .schemaJSON = EngineRecipes::prepareOutputSchemaJSON},
+             .input = step.question(),
+             .more = std::move(more)});
 }
 
-void givePrepare(const CLIContext& context, const PrepareGiveOptions& options) {
-    const GivenAnswer answer = readAnswer(options);
-    const auto plan = [&](EngineWorkspace& workspace) {
-        const auto& entry = workspace.meeting(options.meeting);
-        const std::string ask = engineCommand(context, {"ask", "prepare", entry.key});
-        const PrepareStep step(workspace, entry, landCommand(context, entry));
+void givePrepare(const CLIContext& context, const SubjectGiveOptions& options) {
+    takeAnswer(context, options, [&](EngineWorkspace& workspace, const GivenAnswer& answer) {
+        const auto& entry = workspace.meeting(options.subject);
+        const std::string ask = askCommand(context, words(entry));
+        const PrepareStep step = stepOf(context, workspace, entry);
         requireCurrent(answer, step.question().hash, ask);
         auto output = decodeAnswer(answer, ask, [&](std::string_view text) {
             auto decoded = PrepareOutput::decode(text);
@@ -67,25 +56,18 @@ void givePrepare(const CLIContext& context, const PrepareGiveOptions& options) {
         work.data.emplace("moves", static_cast<std::int64_t>(output.moves.size()));
         work.data.emplace("sidecar", step.plan(work.changes, answer, std::move(output)));
         return work;
-    };
-    runPlanned(context, options.dryRun ? Writing::dryRun : Writing::forReal, plan);
+    });
 }
 }  // namespace
 
 void declareAskPrepare(Command ask) {
-    const Command command =
-        ask.subcommand("prepare", "Ask for the next moves of one landed meeting.");
-    const auto options = command.options<AskOptions>();
-    command.positional("meeting", options->meeting, meetingHelp);
-    command.run(options, askPrepare);
+    StepCommands::declareAsk(ask, "prepare", "Ask for the next moves of one landed meeting.",
+                             meetingArgument, askPrepare);
 }
 
 void declareGivePrepare(Command give) {
-    const Command command =
-        give.subcommand("prepare", "Take the next moves of one meeting: the sidecar of its moves.");
-    const auto options = command.options<PrepareGiveOptions>();
-    command.positional("meeting", options->meeting, meetingHelp);
-    declareGiveOptions(command, *options);
-    command.run(options, givePrepare);
+    StepCommands::declareGive(give, "prepare",
+                              "Take the next moves of one meeting: the sidecar of its moves.",
+                              meetingArgument, givePrepare);
 }
 }  // namespace ombrix

@@ -1,3 +1,6 @@
+#include <algorithm>
+#include <iterator>
+
 #include "OmbrixEngine/EngineCommands.h"
 #include "OmbrixEngine/Protocol/Give.h"
 #include "OmbrixEngine/Steps/Refresh.h"
@@ -19,11 +22,15 @@ void refresh(const CLIContext& context, const RefreshOptions& options) {
     const TranscriptFactsCache facts(workspace);
     ChangeSet changes(workspace.folder());
     planRefresh(workspace, facts, changes);
+    // One file of the person's does not keep the others from their due.
+    const auto passedOver = changes.leaveOutObstacles();
+    std::ranges::copy(passedOver, std::back_inserter(workspace.warnings()));
     Json::Members data;
     data.emplace("landed", static_cast<std::int64_t>(workspace.landed().size()));
     emitChanges(context, workspace, changes, options.dryRun, std::move(data));
     lock.reset();
     if (!options.dryRun) facts.save(workspace.folder());
+    if (!passedOver.empty()) throw IncompleteWork();
 }
 }  // namespace
 

@@ -57,6 +57,7 @@ Json::Array list(std::vector<Item> items) {
 
 void printStatus(const CLIContext& context, const StatusOptions& options) {
     EngineWorkspace workspace(context);
+    workspace.tolerateDamagedAliases();
     workspace.trimRecords(keepWhatStatusNeeds);
     EngineStatus status = engineStatus(workspace);
     Json::Array next;

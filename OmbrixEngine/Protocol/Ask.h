@@ -3,6 +3,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "OmbrixEngine/Workspace/EngineWorkspace.h"
 #include "OmbrixMemoryKit/Land/CanonicalInput.h"
@@ -14,18 +15,25 @@ namespace ombrix {
 /// input goes through here.
 CanonicalInput askInput(EngineWorkspace& workspace, Json::Value input);
 
-struct Ask {
-    std::string_view step;  ///< "land"
-    Json::Value subject;    ///< what is asked about
-    std::string_view recipeVersion, recipeSHA256;
+/// One of EngineRecipes.h, with the prompt as a model gets it.
+struct Recipe {
+    std::string_view version, sha256;
     std::string systemPrompt;
     std::string_view schemaJSON;
+};
+
+struct Ask {
+    std::vector<std::string> step;  ///< the words after "ask" and "give"; the first names the step
+    Json::Value subject;            ///< what is asked about
+    Recipe recipe;
     CanonicalInput input;
-    std::string answerWith;  ///< the command line that takes the answer
-    Json::Members more{};    ///< members of `data` that only this step has
+    Json::Members more{};  ///< members of `data` that only this step has
 };
 
 /// Prints the envelope: step, subject, recipe, systemPrompt, schema, input (the very text that the
-/// hash is of), inputHash, answerWith.
+/// hash is of), inputHash, answerWith: the command line that takes the answer.
 void emitAsk(const CLIContext& context, EngineWorkspace& workspace, Ask ask);
+
+/// The subject of what is asked about a meeting.
+Json::Value meetingSubject(EngineWorkspace& workspace, const TranscriptEntry& entry);
 }  // namespace ombrix

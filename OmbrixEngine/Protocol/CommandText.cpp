@@ -1,6 +1,7 @@
 #include "OmbrixEngine/Protocol/CommandText.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "OmbrixPlatform/Text.h"
 
@@ -30,5 +31,18 @@ std::string engineCommand(const CLIContext& context, std::vector<std::string> wo
     std::string line = "ombrix-engine";
     for (const auto& word : words) line += " " + quoted(word);
     return line;
+}
+
+std::string askCommand(const CLIContext& context, std::vector<std::string> step) {
+    step.insert(step.begin(), "ask");
+    return engineCommand(context, std::move(step));
+}
+
+std::string giveCommand(const CLIContext& context, std::vector<std::string> step,
+                        const std::string& inputHash) {
+    step.insert(step.begin(), "give");
+    step.insert(step.end(),
+                {"--input-hash", inputHash, "--model", "NAME", "--route", "claudeCode", "--stdin"});
+    return engineCommand(context, std::move(step));
 }
 }  // namespace ombrix

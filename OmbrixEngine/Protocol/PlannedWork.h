@@ -5,6 +5,7 @@
 #include <functional>
 
 #include "OmbrixEngine/Changes/ChangeSet.h"
+#include "OmbrixEngine/Protocol/Give.h"
 #include "OmbrixEngine/Workspace/EngineWorkspace.h"
 #include "OmbrixPlatform/Json.h"
 
@@ -12,7 +13,8 @@ namespace ombrix {
 
 struct PlannedWork {
     ChangeSet changes;
-    Json::Members data{};  ///< of the envelope
+    Json::Members data{};                ///< of the envelope
+    std::function<void()> afterwards{};  ///< runs when all is written and said, if it is set
 };
 
 enum class Writing { dryRun, forReal };
@@ -21,4 +23,8 @@ enum class Writing { dryRun, forReal };
 /// refuse; it depends on the workspace alone, which outlives what it returns.
 void runPlanned(const CLIContext& context, Writing writing,
                 const std::function<PlannedWork(EngineWorkspace&)>& plan);
+
+/// The same for a `give`: `plan` also has the answer, which is read once.
+void takeAnswer(const CLIContext& context, const GiveOptions& options,
+                const std::function<PlannedWork(EngineWorkspace&, const GivenAnswer&)>& plan);
 }  // namespace ombrix

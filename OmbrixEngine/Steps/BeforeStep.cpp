@@ -7,6 +7,7 @@
 
 #include "OmbrixCLI/PathArguments.h"
 #include "OmbrixEngine/Protocol/Ask.h"
+#include "OmbrixEngine/Steps/PrivateSources.h"
 #include "OmbrixMemoryKit/Identity/EntityKeys.h"
 #include "OmbrixMemoryKit/Memory/BeforeFile.h"
 #include "OmbrixPlatform/Paths.h"
@@ -106,12 +107,15 @@ std::vector<MemoryEntity> BeforeStep::resolve(std::string_view names) {
 /// The thread in most of whose meetings all of the people were, of equals the one that was met
 /// about last; only threads with a memory file count.
 std::optional<MemoryEntity> BeforeStep::sharedThread(const std::vector<MemoryEntity>& people) {
-    using Rank = std::tuple<std::size_t, std::string, std::string>;
+    using Rank = std::tuple<std::ptrdiff_t, std::string, std::string>;
+    const auto meetings = EntityInputs::sharedMeetings(people);
     std::optional<std::pair<Rank, MemoryEntity>> best;
     for (const auto& file : workspace_.memoryFiles()) {
         if (!file.parsed || file.parsed->meta.kind != LandMemoryFact::Kind::thread) continue;
         auto thread = Entities::ofKey(workspace_, file.key);
-        const auto shared = EntityInputs::sharedMeetings(thread, people);
+        const auto shared = std::ranges::count_if(thread.meetings, [&](const LandSidecar& meeting) {
+            return meetings.contains(meeting.meetingKey);
+        });
         if (shared == 0 || Entities::isPrivate(workspace_, thread)) continue;
         Rank rank{shared, thread.meetings.back().date, thread.key};
         if (!best || best->first < rank) best = {std::move(rank), std::move(thread)};
@@ -124,7 +128,8 @@ BeforeEntityText BeforeStep::shown(const MemoryEntity& entity) {
     auto text =
         EntityInputs::beforeText(entity, Entities::contents(Entities::file(workspace_, entity)));
     // What an answer copies must be found in the input again.
-    text.engineRegionText = workspace_.privacy().cleanedText(text.engineRegionText);
+    text.engineRegionText =
+        workspace_.privacy().cleanedText(PrivateSources(workspace_).without(text.engineRegionText));
     return text;
 }
 

@@ -5,6 +5,7 @@
 
 #include "OmbrixCLI/PathArguments.h"
 #include "OmbrixEngine/Protocol/Ask.h"
+#include "OmbrixEngine/Steps/PrivateSources.h"
 #include "OmbrixMemoryKit/Memory/MemoryFiles.h"
 #include "OmbrixMemoryKit/Region/EngineRegion.h"
 #include "OmbrixPlatform/Text.h"
@@ -43,7 +44,7 @@ ConsolidateStep::ConsolidateStep(EngineWorkspace& workspace, std::string_view ar
     : workspace_(workspace), entity_(Entities::named(workspace, argument)) {
     Entities::requirePublic(workspace, entity_);
     file_ = Entities::file(workspace, entity_);
-    const auto existing = Entities::contents(file_);
+    auto existing = Entities::contents(file_);
     if (file_ != nullptr && !existing) {
         throw CLIError::invalidInput(printable(file_->path) +
                                          " is damaged: it has no whole engine "
@@ -56,6 +57,7 @@ ConsolidateStep::ConsolidateStep(EngineWorkspace& workspace, std::string_view ar
             "The landed meetings say nothing about '" + printable(Entities::title(entity_)) + "'.",
             "ombrix-engine status lists whom they say something about.");
     }
+    if (existing) existing->engineText = PrivateSources(workspace).without(existing->engineText);
     const auto rows = Entities::openRows(workspace, {&entity_, 1});
     input_ = EntityInputs::consolidate(entity_, std::move(found), rows, existing,
                                        workspace.userName(), workspace.today());

@@ -129,12 +129,11 @@ std::vector<Correction> LandHistory::corrections(std::size_t before, std::string
         if (correction.kind == Correction::Kind::important) continue;
         if (namesCommitment(correction)) {
             const auto owner = owners().find(Text::lowercased(correction.id));
-            if (owner != owners().end()) {
-                const auto& [person, place] = owner->second;
-                const bool isBefore =
-                    place < before || workspace_.landed()[place].meetingKey == meetingKey;
-                if (!isBefore || !people.contains(person)) continue;
-            }
+            if (owner == owners().end()) continue;
+            const auto& [person, place] = owner->second;
+            const auto& meeting = workspace_.landed()[place].meetingKey;
+            const bool isBefore = place < before || meeting == meetingKey;
+            if (!isBefore || !people.contains(person) || workspace_.isPrivate(meeting)) continue;
         }
         found.push_back(correction);
     }

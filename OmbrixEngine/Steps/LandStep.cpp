@@ -115,8 +115,7 @@ const LandStep::Question* LandStep::find(std::string_view inputHash) const {
 }
 
 std::string LandStep::chunksPath() const {
-    return Paths::joined(Paths::joined(EnginePaths::engineFolder, "chunks"),
-                         LandSidecar::fileName(entry_.key));
+    return Paths::joined(chunksFolder, LandSidecar::fileName(entry_.key));
 }
 
 std::vector<LandStep::Chunk> LandStep::storedChunks() const {

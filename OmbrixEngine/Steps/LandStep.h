@@ -21,6 +21,8 @@ std::optional<std::string> whyNeverAsked(const TranscriptDocument& header, bool 
 
 class LandStep {
   public:
+    static constexpr std::string_view chunksFolder = ".ombrix/engine/chunks";
+
     /// Reads the transcript. Throws `CLIError` for one that is never asked about.
     LandStep(EngineWorkspace& workspace, const TranscriptEntry& entry);
 

@@ -3,8 +3,12 @@
 #include <utility>
 
 #include "OmbrixEngine/Steps/FollowUps.h"
+#include "OmbrixEngine/Steps/LandStep.h"
 #include "OmbrixEngine/Steps/NextMoves.h"
 #include "OmbrixEngine/Steps/Notes.h"
+#include "OmbrixMemoryKit/EnginePaths.h"
+#include "OmbrixMemoryKit/Memory/BeforeFile.h"
+#include "OmbrixPlatform/Paths.h"
 
 namespace ombrix {
 
@@ -28,5 +32,12 @@ void planRefresh(EngineWorkspace& workspace, const TranscriptFactsCache& facts,
             outdated.push_back(entry.key);
     }
     planNotes(workspace, changes, std::move(outdated));
+    for (const auto& entry : workspace.transcripts())
+        changes.tidy(std::string(Paths::parent(entry.path)));
+    for (const auto folder : {EnginePaths::landFolder, EnginePaths::prepareFolder,
+                              EnginePaths::engineFolder, LandStep::chunksFolder})
+        changes.tidy(std::string(folder));
+    for (const auto folder : {EnginePaths::nextMovesFolder, BeforeFile::subfolder})
+        changes.tidy(workspace.memoryPath(folder));
 }
 }  // namespace ombrix

@@ -7,6 +7,7 @@
 
 #include "OmbrixEngine/Steps/LandContexts.h"
 #include "OmbrixEngine/Steps/LandStep.h"
+#include "OmbrixEngine/Steps/PrivateSources.h"
 #include "OmbrixMemoryKit/EnginePaths.h"
 #include "OmbrixMemoryKit/EngineRecipes.h"
 #include "OmbrixMemoryKit/Identity/EntityKeys.h"
@@ -77,9 +78,12 @@ void readTranscripts(EngineWorkspace& workspace, EngineStatus& status) {
         if (facts != nullptr && workspace.landed(entry.key) != nullptr)
             landed.push_back({&entry, history.people(entry.header, facts->speakers)});
     }
-    const auto changed = LandContexts::changed(workspace, history, landed);
     std::map<const TranscriptEntry*, bool> isChanged;
-    for (std::size_t i = 0; i < landed.size(); ++i) isChanged[landed[i].entry] = changed[i];
+    // Without the aliases nobody knows what the questions would be.
+    if (workspace.whyAliasesAreLost().empty()) {
+        const auto changed = LandContexts::changed(workspace, history, landed);
+        for (std::size_t i = 0; i < landed.size(); ++i) isChanged[landed[i].entry] = changed[i];
+    }
     std::map<std::string_view, const PrepareSidecar*> prepared;
     for (const auto& sidecar : workspace.prepared()) prepared[sidecar.meetingKey] = &sidecar;
 
@@ -134,13 +138,16 @@ void readEntities(EngineWorkspace& workspace, EngineStatus& status) {
         if (!file.parsed) continue;
         for (const auto& alias : file.parsed->meta.aliases) files.emplace(canonical(alias), &file);
     }
+    const PrivateSources privateSources(workspace);
     for (auto& [key, facts] : found) {
         if (workspace.privacy().hides(key)) continue;
         const auto file = files.find(key);
         const bool isThere = file != files.end();
         if (isThere && !file->second->parsed) continue;  // damaged, and listed as such
         const auto written = isThere ? regionTime(file->second->text) : std::nullopt;
-        if (written && *written >= facts.landedAt) continue;
+        if (written && *written >= facts.landedAt &&
+            !privateSources.areIn(EngineRegion::parse(file->second->text)->content))
+            continue;
         status.entities.push_back({.key = key,
                                    .kind = facts.kind,
                                    .file = isThere ? file->second->path : "",
@@ -157,6 +164,8 @@ void readDamaged(EngineWorkspace& workspace, EngineStatus& status) {
         if (isOurs && !EngineRegion::parse(text))
             status.damaged.push_back({path, "its engine region is damaged"});
     };
+    if (const auto& why = workspace.whyAliasesAreLost(); !why.empty())
+        status.damaged.push_back({std::string(EnginePaths::aliasesFile), why});
     const std::string followUps = workspace.memoryPath(EnginePaths::followUpsFileName);
     if (const auto text = workspace.folder().bytes(followUps))
         check(followUps, *text, !Text::trimmed(*text).empty());
@@ -198,7 +207,7 @@ EngineStatus engineStatus(EngineWorkspace& workspace) {
     readTranscripts(workspace, status);
     readEntities(workspace, status);
     readDamaged(workspace, status);
-    planNext(status);
+    if (workspace.whyAliasesAreLost().empty()) planNext(status);
     return status;
 }
 }  // namespace ombrix

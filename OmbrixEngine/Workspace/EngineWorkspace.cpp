@@ -9,15 +9,12 @@
 #include "OmbrixCLI/CLIError.h"
 #include "OmbrixCLI/EvaluatedMoment.h"
 #include "OmbrixCLI/PathArguments.h"
-#include "OmbrixMarkdownKit/Library/TranscriptLibrary.h"
 #include "OmbrixMarkdownKit/Library/TranscriptReader.h"
 #include "OmbrixMarkdownKit/Transcript/MarkdownTranscript.h"
 #include "OmbrixMarkdownKit/Transcript/OmbrixTranscriptMarker.h"
 #include "OmbrixMemoryKit/EnginePaths.h"
 #include "OmbrixMemoryKit/Identity/EntityKeys.h"
-#include "OmbrixMemoryKit/Identity/MeetingKey.h"
 #include "OmbrixMemoryKit/Ledger/FollowUpsMerger.h"
-#include "OmbrixMemoryKit/Region/Frontmatter.h"
 #include "OmbrixPlatform/ForkJoin.h"
 #include "OmbrixPlatform/Paths.h"
 #include "OmbrixPlatform/Text.h"
@@ -31,53 +28,6 @@ constexpr std::size_t largestSidecar = std::size_t{64} << 20U;
 
 std::string configuredFolder(const AnswerFolderResolver::Config& config) {
     return AnswerFolderResolver::existing(config);
-}
-
-/// `date`, or the day of `startedAt` when there is none.
-TranscriptEntry entryOf(std::string path, TranscriptDocument header, const Files::Facts& facts) {
-    std::string key = MeetingKey::make(header.spendID, header.startedAt, header.date, header.title);
-    return {std::move(path), std::move(key), std::move(header), facts};
-}
-
-std::string line(const TranscriptEntry& entry) {
-    return "\"" + printable(entry.header.title) + "\" (" + entry.header.date + ", " + entry.key +
-           ", " + printable(entry.path) + ")";
-}
-
-CLIError several(std::string_view argument, const std::vector<const TranscriptEntry*>& found) {
-    constexpr std::size_t mostShown = 10;
-    std::string message =
-        std::to_string(found.size()) + " transcripts match '" + printable(argument) + "': ";
-    for (std::size_t i = 0; i < std::min(found.size(), mostShown); ++i)
-        message += (i == 0 ? "" : "; ") + line(*found[i]);
-    if (found.size() > mostShown) message += "; and others";
-    return CLIError::invalidInput(message + ".", "Name one of them by its key or its path.");
-}
-
-/// The file's name without ".md".
-std::string stem(std::string_view path) {
-    const auto name = Paths::lastComponent(path);
-    return std::string(name.substr(0, name.size() - std::string_view(".md").size()));
-}
-
-MemoryFileEntry memoryFileOf(std::string path, std::string bytes) {
-    const std::string text = Text::withLineFeeds(bytes);
-    const auto fields = Frontmatter::Reader::of(text);
-    const auto scalar = [&](std::string_view name) {
-        return fields ? fields->scalar(name).value_or("") : std::string();
-    };
-    std::string title = scalar("title"), key = scalar("key");
-    if (title.empty()) title = stem(path);
-    if (key.empty()) key = EntityKeys::normalizeKey(title).value_or("");
-    MemoryFileEntry entry{
-        .path = std::move(path),
-        .parsed = MemoryFile::parse(text),
-        .key = std::move(key),
-        .title = std::move(title),
-        .corrections = Corrections::parse(Corrections::section(text).value_or("")),
-        .declares = fields && fields->hasLine("source: " + std::string(EnginePaths::memorySource))};
-    entry.text = std::move(bytes);
-    return entry;
 }
 }  // namespace
 
@@ -106,35 +56,14 @@ std::string EngineWorkspace::memoryPath(std::string_view name) const {
 // ---- transcripts -------------------------------------------------------------------------------
 
 void EngineWorkspace::readTranscripts() {
-    const TranscriptLibrary library = AnswerFolderResolver::library(folder_.path(), memoryName_);
-    const std::vector<std::string> paths = library.paths();
-    std::vector<std::optional<TranscriptEntry>> found(paths.size());
-    ForkJoin::run(
-        paths.size(), ForkJoin::workersFor(paths.size(), filesPerWorker),
-        [&](ForkJoin::Places& places) {
-            TranscriptReader reader;
-            places.take([&](std::size_t i) {
-                const auto facts = Files::facts(paths[i]);
-                if (!facts || (facts->isLink && !folder_.holds(paths[i]))) return;
-                auto header = reader.header(paths[i]);
-                if (!header || std::ranges::find(EnginePaths::engineSources, header->source) !=
-                                   EnginePaths::engineSources.end())
-                    return;
-                found[i] = entryOf(folder_.relative(paths[i]), std::move(*header), *facts);
-            });
-        });
-    transcripts_.emplace();
-    for (auto& entry : found)
-        if (entry) transcripts_->push_back(std::move(*entry));
-    std::ranges::sort(*transcripts_, std::less<>(), [](const TranscriptEntry& entry) {
-        return LibraryOrder{startOf(entry.header), entry.path};
-    });
+    transcripts_ = TranscriptEntries::read(folder_, memoryName_);
     for (std::size_t i = 0; i < transcripts_->size(); ++i) {
         const auto& entry = (*transcripts_)[i];
+        if (entry.header.isPrivate) privateKeys_.insert(entry.key);
         const auto [first, isNew] = byKey_.emplace(entry.key, i);
         if (isNew) continue;
-        warnings_.push_back("Two transcripts are one meeting: " + line(entry) + " and " +
-                            printable((*transcripts_)[first->second].path) + ".");
+        warnings_.push_back("Two transcripts are one meeting: " + TranscriptEntries::line(entry) +
+                            " and " + printable((*transcripts_)[first->second].path) + ".");
     }
 }
 
@@ -144,30 +73,7 @@ const std::vector<TranscriptEntry>& EngineWorkspace::transcripts() {
 }
 
 const TranscriptEntry& EngineWorkspace::meeting(std::string_view argument) {
-    using Test = std::function<bool(const TranscriptEntry&)>;
-    const std::string given(argument);
-    std::string path = given;
-    // From the working directory, too.
-    if (const auto real = Files::realPath(given); real && *real != folder_.path())
-        if (folder_.holds(*real)) path = folder_.relative(*real);
-    const std::string folded = Text::folded(Text::trimmed(argument));
-    const std::vector<Test> tests = {
-        [&](const auto& entry) { return entry.path == path || entry.path == path + ".md"; },
-        [&](const auto& entry) { return entry.key == given; },
-        [&](const auto& entry) { return Text::folded(entry.header.title) == folded; },
-        [&](const auto& entry) { return Text::contains(Text::folded(entry.header.title), folded); },
-    };
-    if (!folded.empty()) {
-        for (const auto& test : tests) {
-            std::vector<const TranscriptEntry*> found;
-            for (const auto& entry : transcripts())
-                if (test(entry)) found.push_back(&entry);
-            if (found.size() == 1) return *found.front();
-            if (found.size() > 1) throw several(argument, found);
-        }
-    }
-    throw CLIError::notFound("No transcript is called '" + printable(argument) + "'.",
-                             "ombrix-engine status lists them with their keys and paths.");
+    return TranscriptEntries::named(transcripts(), folder_, argument);
 }
 
 std::string EngineWorkspace::text(const TranscriptEntry& entry) const {
@@ -298,8 +204,7 @@ const TranscriptEntry* EngineWorkspace::transcript(std::string_view key) {
 }
 
 bool EngineWorkspace::isPrivate(std::string_view meetingKey) {
-    const auto* entry = transcript(meetingKey);
-    return entry != nullptr && entry->header.isPrivate;
+    return transcript(meetingKey) == nullptr || privateKeys_.contains(meetingKey);
 }
 
 std::span<const LandSidecar> EngineWorkspace::landedBefore(const TranscriptEntry& entry) {
@@ -318,15 +223,27 @@ const std::vector<PrepareSidecar>& EngineWorkspace::prepared() {
 
 const PersonAliases& EngineWorkspace::aliasesFile() {
     if (aliasesFile_) return *aliasesFile_;
-    const auto bytes = folder_.bytes(EnginePaths::aliasesFile);
     try {
+        const auto bytes = folder_.bytes(EnginePaths::aliasesFile);
         aliasesFile_ = bytes ? Json::decode<PersonAliases>(*bytes) : PersonAliases();
     } catch (const std::exception& error) {
-        throw CLIError::invalidInput(
-            std::string(EnginePaths::aliasesFile) + " cannot be read: " + error.what() + ".",
-            "Mend the file, or move it away.");
+        const std::string why = std::string("cannot be read: ") + error.what();
+        const std::string message =
+            std::string(EnginePaths::aliasesFile) + " " + why + (why.ends_with('.') ? "" : ".");
+        if (!toleratesDamagedAliases_)
+            throw CLIError::invalidInput(message, "Mend the file, or move it away.");
+        warnings_.push_back(message +
+                            " Each name counts as a person of its own here, and nothing "
+                            "is asked or written before the file is mended or moved.");
+        whyAliasesAreLost_ = why;
+        aliasesFile_ = PersonAliases();
     }
     return *aliasesFile_;
+}
+
+const std::string& EngineWorkspace::whyAliasesAreLost() {
+    aliasesFile();
+    return whyAliasesAreLost_;
 }
 
 void EngineWorkspace::setAliasesFile(PersonAliases aliases) {
@@ -359,7 +276,7 @@ const std::vector<MemoryFileEntry>& EngineWorkspace::memoryFiles() {
         for (const auto& path : folder_.files(memoryPath(""), ".md")) {
             if (path == followUps) continue;
             if (auto bytes = folder_.bytes(path))
-                memoryFiles_->push_back(memoryFileOf(path, *std::move(bytes)));
+                memoryFiles_->push_back(MemoryFileEntry::of(path, *std::move(bytes)));
         }
     }
     return *memoryFiles_;

@@ -9,42 +9,23 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "OmbrixCLI/CLIContext.h"
+#include "OmbrixEngine/Workspace/MemoryFileEntry.h"
 #include "OmbrixEngine/Workspace/Privacy.h"
+#include "OmbrixEngine/Workspace/TranscriptEntry.h"
 #include "OmbrixEngine/Workspace/TranscriptsFolder.h"
 #include "OmbrixMarkdownKit/Transcript/TranscriptDocument.h"
 #include "OmbrixMemoryKit/Identity/PersonAliases.h"
 #include "OmbrixMemoryKit/Land/LandSidecar.h"
 #include "OmbrixMemoryKit/Ledger/FollowUpsLedger.h"
-#include "OmbrixMemoryKit/Memory/MemoryFiles.h"
 #include "OmbrixMemoryKit/Moves/PrepareSidecar.h"
 #include "OmbrixMemoryKit/Region/Corrections.h"
 #include "OmbrixPlatform/Calendar.h"
-#include "OmbrixPlatform/Files.h"
 
 namespace ombrix {
-
-/// One transcript, as its front matter has it.
-struct TranscriptEntry {
-    std::string path{};           ///< inside the transcripts folder
-    std::string key{};            ///< see MeetingKey.h
-    TranscriptDocument header{};  ///< without its sections
-    Files::Facts facts{};
-};
-
-/// One Markdown file in the Memory folder itself, "Follow Ups.md" aside.
-struct MemoryFileEntry {
-    std::string path{};  ///< inside the transcripts folder
-    std::string text{};
-    std::optional<MemoryFile::Parsed> parsed{};  ///< nothing for another file or a damaged one
-    /// What can be read even of a damaged file: its key, made of the file's name when the
-    /// frontmatter has none; its title, else the file's name; its corrections.
-    std::string key{}, title{};
-    std::vector<Correction> corrections{};
-    bool declares = false;  ///< its frontmatter says that it is a memory file
-};
 
 class EngineWorkspace {
   public:
@@ -74,7 +55,8 @@ class EngineWorkspace {
     /// Comes before they are asked for.
     void trimRecords(std::function<void(LandSidecar&)> trim) { trim_ = std::move(trim); }
     /// True for a meeting whose transcript says "private: true"; what its record says is for no
-    /// model either.
+    /// model either. True as well for a record without a transcript: the person may have marked it
+    /// so before they took it away.
     bool isPrivate(std::string_view meetingKey);
     /// The records of landed meetings, the earliest meeting first; one a meeting.
     const std::vector<LandSidecar>& landed();
@@ -93,8 +75,13 @@ class EngineWorkspace {
     /// In the order of their files; of several of one meeting the later counts.
     const std::vector<PrepareSidecar>& prepared();
 
-    /// The aliases file alone. Throws `CLIError` when it cannot be read: it is the user's.
+    /// The aliases file alone. Throws `CLIError` when it cannot be read: it is the user's, and what
+    /// is private is known by it.
     const PersonAliases& aliasesFile();
+    /// For commands that only read: such a file counts as empty, and a warning says so.
+    void tolerateDamagedAliases() { toleratesDamagedAliases_ = true; }
+    /// Whether that happened, as a reason; empty when not.
+    const std::string& whyAliasesAreLost();
     /// Replaces it, in this workspace alone. What was returned of aliases and of privacy is no
     /// longer valid then.
     void setAliasesFile(PersonAliases aliases);
@@ -134,12 +121,15 @@ class EngineWorkspace {
 
     std::optional<std::vector<TranscriptEntry>> transcripts_;
     ByKey byKey_;
+    std::unordered_set<std::string_view> privateKeys_;
     std::optional<std::vector<LandSidecar>> landed_;
     std::vector<Chronology> chronology_;  // of `landed_`
     ByKey landedByKey_;
     std::function<void(LandSidecar&)> trim_;
     std::optional<std::vector<PrepareSidecar>> prepared_;
     std::optional<PersonAliases> aliasesFile_, aliases_;
+    bool toleratesDamagedAliases_ = false;
+    std::string whyAliasesAreLost_;
     std::optional<std::vector<MemoryFileEntry>> memoryFiles_;
     std::optional<std::vector<Correction>> corrections_;
     std::optional<Privacy> privacy_;

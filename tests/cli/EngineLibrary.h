@@ -48,6 +48,18 @@ inline const std::string role =
     R"({"entity_key":"name:ana ruiz","kind":"person","fact":"Ana runs the launch.",)"
     R"("quote":"I run the launch","certainty":"recorded"})";
 
+/// What no `give` takes for an answer, made of a good one, and what it is told.
+inline std::vector<std::pair<std::string, const char*>> hostileShapes(const std::string& good) {
+    std::string utf16 = "\xFF\xFE";
+    for (const char c : good) (utf16 += c) += '\0';
+    return {{good.substr(0, good.size() / 2), "cut off"},
+            {"```json\n" + good + "\n```", "fence"},
+            {"Here it is:\n" + good, "before the JSON"},
+            {utf16, "UTF-16"},
+            {"", "empty"},
+            {std::string(100'000'000, ' '), "more than"}};
+}
+
 /// A library of its own, and the program over it.
 class Library {
   public:

@@ -121,7 +121,7 @@ TEST(EngineSteps, EachAnswerBecomesItsFileAndTheSameAnswerChangesNothing) {
 TEST(EngineSteps, WhatAPrivateMeetingSaidOfAFollowUpIsNotAsked) {
     const LandedLibrary library;
     library.write("two.md", transcript("Two", "2026-08-20", talk));
-    const auto moved = Text::replacingAll(answer(), R"("resolutions":[])",
+    const auto moved = Text::replacingAll(answer("", role), R"("resolutions":[])",
                                           R"("resolutions":[{"id":")" + library.followUpID() +
                                               R"(","status":"renegotiated","quote":"Good.",)" +
                                               R"("new_due":"2099-12-24"}])");
@@ -130,11 +130,63 @@ TEST(EngineSteps, WhatAPrivateMeetingSaidOfAFollowUpIsNotAsked) {
     const Words land = {"land", "three.md"};
     for (const auto& step : {land, person, card})
         EXPECT_THAT(library.asked(step, "input"), HasSubstr("2099-12-24")) << step.front();
+    // Told in a memory file, then marked private, then taken away: its record stays.
+    const std::string told = Text::replacingAll(
+        library.memory("person", R"(["Late? [Two, 2026-08-20]"])"), "Runs the launch.", "Is late.");
+    ASSERT_EQ(
+        library.give(person, Text::replacingAll(told, "[Launch, 2026-08-18]", "[Two, 2026-08-20]"))
+            .status,
+        0);
+    EXPECT_THAT(library.asked(card, "input"), HasSubstr("Is late."));
     library.write("two.md", transcript("Two", "2026-08-20", talk, "private: true\n"));
-    for (const auto& step : {land, person, card})
-        EXPECT_THAT(library.asked(step, "input"),
-                    AllOf(HasSubstr("2099-09-04"), Not(HasSubstr("2099-12-24"))))
-            << step.front();
+    for (int round = 0; round < 2; ++round) {
+        for (const auto& step : {land, person, card})
+            EXPECT_THAT(library.asked(step, "input"),
+                        AllOf(HasSubstr("2099-09-04"), Not(HasSubstr("2099-12-24")),
+                              Not(HasSubstr("Is late")), Not(HasSubstr("Late?"))))
+                << step.front();
+        EXPECT_THAT(library.status(), HasSubstr("ask consolidate 'name:ana ruiz'"));
+        fs::remove(library.root() + "/two.md");
+    }
+    EXPECT_THAT(library.run({"follow-ups"}).output, HasSubstr("2099-12-24"));
+}
+
+TEST(EngineSteps, WithDamagedAliasesNothingIsAskedOrWrittenAndTheRestIsShown) {
+    const LandedLibrary library;
+    ASSERT_EQ(library.give(person, library.memory("person")).status, 0);
+    const auto given = library.giving(moves, library.asked(moves), library.preparedMoves());
+    library.write(".ombrix/engine/aliases.json", R"({"identities": [{"canonical": "name:an)");
+    const auto before = library.tree();
+    for (const auto& line : {Words{"status"}, {"follow-ups"}, {"memory", "Ana Ruiz"}}) {
+        const Outcome shown = library.run(line);
+        EXPECT_EQ(shown.status, 0) << shown.output;
+        EXPECT_THAT(shown.output, HasSubstr("aliases.json cannot be read: ")) << line.front();
+    }
+    EXPECT_THAT(library.status(), HasSubstr("\"next\" : []"));
+    for (const auto& call :
+         {given, library.call({"refresh"}), library.call({"ask", "land", "Launch"}),
+          library.call({"alias", "add", "Anita", "Ana Ruiz"})}) {
+        const Outcome refused = ToolTests::run(call);
+        EXPECT_EQ(refused.status, 4) << refused.output;
+        EXPECT_THAT(refused.output, HasSubstr("aliases.json cannot be read: "));
+    }
+    EXPECT_EQ(library.tree(), before);
+}
+
+TEST(EngineSteps, AHostileAnswerTouchesNothing) {
+    const LandedLibrary library;
+    const auto before = library.tree();
+    const std::pair<Words, std::string> steps[] = {
+        {person, library.memory("person")}, {card, cardAnswer}, {moves, library.preparedMoves()}};
+    for (const auto& [step, good] : steps) {
+        const std::string hash = library.asked(step);
+        for (const auto& [text, told] : hostileShapes(good)) {
+            const Outcome outcome = ToolTests::run(library.giving(step, hash, text));
+            EXPECT_EQ(outcome.status, 4) << step.front() << told << outcome.errors;
+            EXPECT_THAT(outcome.output, HasSubstr(told)) << step.front();
+        }
+        EXPECT_EQ(library.tree(), before) << step.front();
+    }
 }
 
 TEST(EngineSteps, ARefusalNamesThePlaceAndAStaleAnswerIsRefused) {
@@ -146,6 +198,7 @@ TEST(EngineSteps, ARefusalNamesThePlaceAndAStaleAnswerIsRefused) {
          "who[0].sources[0]: no source"},
         {person, library.memory("person"), library.followUpID(), "c-00000000",
          "open[0].follow_up_id: no follow-up"},
+        {person, library.memory("person"), "2099-09-04", "2099-02-31", "2099-02-31"},
         {card, cardAnswer, known, "[Fair]", "you_owe[0].sources[0]: no source"},
         {card, cardAnswer, R"({"text":"b","sources":[]},)", "", "openers: before output needs"},
         {moves, library.preparedMoves(), R"(["c1"])", R"(["c9"])",

@@ -95,20 +95,14 @@ TEST(Engine, ARefusedAnswerTouchesNothing) {
     const std::string good = answer(promise, role);
     const std::string done =
         R"({"id":"c-00000000","status":"done","quote":"Good.","new_due":null})";
-    std::string utf16 = "\xFF\xFE";
-    for (const char c : good) (utf16 += c) += '\0';
-    const std::pair<std::string, const char*> cases[] = {
-        {good.substr(0, good.size() / 2), "cut off"},
-        {"```json\n" + good + "\n```", "fence"},
-        {"Here it is:\n" + good, "before the JSON"},
-        {utf16, "UTF-16"},
-        {"", "empty"},
-        {std::string(100'000'000, ' '), "more than"},
+    const std::pair<std::string, const char*> more[] = {
         {Text::replacingAll(good, "2099-09-04", "2099-02-31"), "2099-02-31"},
         {answer("", "", "The transcript is short."), "transcript is"},
         {Text::replacingAll(good, R"("resolutions":[])", R"("resolutions":[)" + done + "]"),
          R"(resolutions[0].id: no follow-up \"c-00000000\" in the input)"},
     };
+    auto cases = hostileShapes(good);
+    cases.insert(cases.end(), std::begin(more), std::end(more));
     for (const auto& [text, told] : cases) {
         const Outcome outcome = ToolTests::run(library.giving("one", hash, text));
         EXPECT_EQ(outcome.status, 4) << told << outcome.errors;
@@ -236,6 +230,50 @@ TEST(Engine, RefreshBringsTheFilesOfNextMovesUpToDateAndKeepsWhatIsBelow) {
     const std::string tail = mine.substr(mine.find("<!-- /ombrix:engine -->"));
     EXPECT_THAT(library.read(file), testing::AllOf(HasSubstr("\nstate: done\n"), HasSubstr(tail)));
     EXPECT_THAT(library.run({"refresh"}).output, HasSubstr("\"changed\" : []"));
+}
+
+TEST(Engine, WhatMayNotBeWrittenStopsAnAnswerAndIsPassedOverByRefresh) {
+    const Library library;
+    for (const char* name : {"one", "two", "three"}) {
+        library.write(name + std::string(".md"), transcript(name, "2026-08-18", talk));
+        ASSERT_EQ(library.give(name, answer()).status, 0);
+    }
+    fs::permissions(library.root() + "/one.md", fs::perms::owner_write, fs::perm_options::remove);
+    const std::string mirror = library.root() + "/.two.md.notes";
+    fs::remove(mirror);
+    fs::create_symlink(library.disk().write("outside", "theirs"), mirror);
+    const auto before = library.tree();
+    for (const auto& [meeting, told] : {std::pair("one", "'one.md' is read-only"),
+                                        std::pair("two", "'.two.md.notes' leads out")}) {
+        const Outcome refused = library.give(meeting, answer(promise, "", "Other words."));
+        EXPECT_EQ(refused.status, 4) << refused.output;
+        EXPECT_THAT(refused.output, HasSubstr(told));
+        EXPECT_EQ(library.tree(), before) << told;
+    }
+
+    // The records became newer than the notes that were made of them.
+    for (const auto& [name, text] : library.tree())
+        if (name.starts_with(".ombrix/land/"))
+            library.write(name, Text::replacingAll(text, "NOW", "2098-01-01T08:00:00Z"));
+    const auto leftover = [&](const std::string& name) {
+        library.write(name, "half");
+        fs::last_write_time(library.root() + "/" + name,
+                            fs::file_time_type::clock::now() - std::chrono::hours(2));
+        return library.root() + "/" + name;
+    };
+    const auto dead = leftover(".ombrix/land/.ombrix-0F8FAD5B-D9CB-469F-A165-70867728950E.tmp");
+    const auto mine = leftover(".ombrix-notes.tmp");
+    const Outcome refreshed = library.run({"refresh"});
+    EXPECT_EQ(refreshed.status, 2) << refreshed.output;
+    EXPECT_THAT(refreshed.output,
+                testing::AllOf(HasSubstr("\"ok\" : true"), HasSubstr("over: 'one.md' is read-only"),
+                               HasSubstr("over: '.two.md.notes' leads out"),
+                               HasSubstr("      \"three.md\"")));
+    EXPECT_EQ(library.tree().at("one.md"), before.at("one.md"));
+    EXPECT_EQ(library.disk().read("outside"), "theirs");
+    EXPECT_THAT(library.read("three.md"), HasSubstr("2098"));
+    EXPECT_FALSE(Files::exists(dead));
+    EXPECT_TRUE(Files::exists(mine));
 }
 
 #ifdef OMBRIX_FAULTY_FILES
