@@ -7,6 +7,7 @@
 #include "OmbrixMarkdownKit/Import/LabelledTalk.h"
 #include "OmbrixMarkdownKit/Import/LinkedQuotes.h"
 #include "OmbrixMarkdownKit/Import/MarkdownReader.h"
+#include "OmbrixMarkdownKit/Import/SheetOfTurns.h"
 #include "OmbrixMarkdownKit/Import/TimedTalk.h"
 #include "OmbrixPlatform/LineCursor.h"
 #include "OmbrixPlatform/Text.h"
@@ -72,6 +73,8 @@ std::optional<Export> readTalkText(std::string_view text, const Reference& refer
     for (const TimedForm form : signs.timed.forms())
         if (auto meeting = readTimedTalk(text, form, reference))
             return exportOf(std::move(*meeting), text);
+    if (signs.timed.isClockBelowName())
+        if (auto meeting = readClocksBelowNames(text)) return exportOf(std::move(*meeting), text);
     if (signs.hasLabels)
         if (auto meeting = readSpeakerLabels(text)) return exportOf(std::move(*meeting), text);
     if (signs.hasCaselessNames)
@@ -120,6 +123,7 @@ std::optional<Export> readFurther(std::string_view text, const Reference& refere
     }
     if (auto meetings = readLinkedQuotes(text); !meetings.empty())
         return Export{Format::limitlessMarkdown, std::move(meetings)};
+    if (auto meeting = readSheetOfTurns(text)) return exportOf(std::move(*meeting), text);
     if (holdsArrow(text)) return readWithoutArrows(text, reference);
     return readTalkText(text, reference);
 }

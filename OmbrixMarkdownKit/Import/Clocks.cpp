@@ -43,6 +43,8 @@ void skipFraction(std::string_view& text) {
     if (takeDigits(rest, 1, mostDigits)) text = rest;
 }
 
+constexpr std::int64_t minute = 60, hour = 3600;
+
 enum class Half { none, morning, afternoon };
 
 /// " AM" or "pm".
@@ -62,7 +64,7 @@ bool goesOn(std::string_view text) {
 }  // namespace
 
 std::optional<Clock> takeClock(std::string_view& text) {
-    constexpr std::int64_t minute = 60, hour = 3600, fiveMinutes = 5, halfADay = 12;
+    constexpr std::int64_t fiveMinutes = 5, halfADay = 12;
     std::string_view rest = text;
     const auto first = takeDigits(rest, 1, 3);
     const auto second = first ? takeSixtieth(rest) : std::nullopt;
@@ -72,7 +74,9 @@ std::optional<Clock> takeClock(std::string_view& text) {
     const Half half = *first <= halfADay ? takeHalf(rest) : Half::none;
     if (goesOn(rest)) return std::nullopt;
     text = rest;
-    Clock clock{.isRound = *second % fiveMinutes == 0 && third.value_or(0) == 0};
+    Clock clock{.isRound = *second % fiveMinutes == 0 && third.value_or(0) == 0,
+                .hasSeconds = third.has_value(),
+                .hasHalf = half != Half::none};
     if (half != Half::none) {
         const auto hours = *first % halfADay + (half == Half::afternoon ? halfADay : 0);
         clock.seconds = hours * hour + *second * minute + third.value_or(0);
@@ -82,5 +86,14 @@ std::optional<Clock> takeClock(std::string_view& text) {
         clock.seconds = *first * minute + *second;
     }
     return clock;
+}
+
+bool passesMidnight(const Clock& last, const Clock& next) {
+    constexpr std::int64_t hours = 24;
+    if (last.hasSeconds != next.hasSeconds || last.hasHalf != next.hasHalf) return false;
+    // Of two parts, hours are read as minutes.
+    const std::int64_t first = last.hasSeconds || last.hasHalf ? hour : minute;
+    return last.seconds >= (hours - 1) * first && last.seconds < hours * first &&
+           next.seconds < first;
 }
 }  // namespace ombrix::TranscriptImport

@@ -40,11 +40,11 @@ void CsvCursor::readQuoted() {
     field_ = storage_;
 }
 
-/// Up to the comma or the line feed that ends the field.
+/// Up to the separator or the line feed that ends the field.
 void CsvCursor::readPlain() {
     const auto begin = text_.begin() + static_cast<std::ptrdiff_t>(at_);
     const auto stop =
-        std::find_if(begin, text_.end(), [](char c) { return c == ',' || c == '\n'; });
+        std::find_if(begin, text_.end(), [this](char c) { return c == separator_ || c == '\n'; });
     const auto plain = text_.substr(at_, static_cast<std::size_t>(stop - begin));
     at_ += plain.size();
     if (storage_.empty() && plain.find('\r') == plain.npos) {

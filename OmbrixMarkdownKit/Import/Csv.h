@@ -13,7 +13,9 @@ namespace ombrix::TranscriptImport {
 /// Goes through the fields of a text one at a time, so that a text of commas costs no memory.
 class CsvCursor {
   public:
-    explicit CsvCursor(std::string_view text) : text_(text) {}
+    /// `separator` is in ASCII.
+    explicit CsvCursor(std::string_view text, char separator = ',')
+        : text_(text), separator_(separator) {}
 
     /// Goes to the next field; false after the last one. An empty text has one empty field, and so
     /// has the row after a final line feed.
@@ -28,6 +30,7 @@ class CsvCursor {
     void readPlain();
 
     std::string_view text_;
+    char separator_;
     std::size_t at_ = 0;
     bool isAtEnd_ = false;
     bool endsRow_ = true;

@@ -8,6 +8,7 @@
 #include "OmbrixMarkdownKit/Import/JsonDates.h"
 #include "OmbrixMarkdownKit/Import/JsonExport.h"
 #include "OmbrixMarkdownKit/Import/JsonFields.h"
+#include "OmbrixMarkdownKit/Import/JsonSpeech.h"
 #include "OmbrixMarkdownKit/Import/LinkedQuotes.h"
 #include "OmbrixMarkdownKit/Import/SpeakerLines.h"
 #include "OmbrixPlatform/Text.h"
@@ -29,7 +30,7 @@ constexpr int deepestContainer = 3;
 bool isPageKey(std::string_view key) {
     const auto among = [&](const auto& keys) { return std::ranges::find(keys, key) != keys.end(); };
     return key == entriesKey || key == "markdown" || among(listKeys) || among(singleKeys) ||
-           among(containerKeys);
+           among(containerKeys) || isSpeechKey(key);
 }
 
 /// True when a key of a page is in the head. Goes from quote to quote, since parsing a text a
@@ -139,6 +140,11 @@ Meetings meetingsOf(const Node& root) {
     for (const Node page : root.items()) addAll(meetings, meetingsOfPage(page));
     return meetings;
 }
+
+Meetings meetingOfSpeech(const Node& root) {
+    auto meeting = speechIn(root);
+    return meeting ? Meetings{std::move(*meeting)} : Meetings();
+}
 }  // namespace
 
 std::vector<ParsedMeeting> readJSONPages(std::string_view text) {
@@ -146,7 +152,8 @@ std::vector<ParsedMeeting> readJSONPages(std::string_view text) {
     if (!beginsLikeJSON(text) || !hasSign(text.substr(0, headSize))) return {};
     try {
         const Json::Document document(text);
-        return meetingsOf(document.root());
+        auto meetings = meetingsOf(document.root());
+        return meetings.empty() ? meetingOfSpeech(document.root()) : std::move(meetings);
     } catch (const Json::SyntaxError&) {
         return {};
     }

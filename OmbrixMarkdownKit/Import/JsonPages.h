@@ -18,8 +18,8 @@
 
 namespace ombrix::TranscriptImport {
 
-/// The meetings in which somebody speaks. Nothing is parsed unless one of the keys of such lists
-/// stands in the first 4,000 bytes. None when nobody is named in a list and none of its members has
-/// a transcript, since lists of messages are everywhere.
+/// The meetings in which somebody speaks; without a page, that of `speechIn`. Nothing is parsed
+/// unless one of the keys of such lists stands in the first 4,000 bytes. None when nobody is named
+/// in a list and none of its members has a transcript, since lists of messages are everywhere.
 std::vector<ParsedMeeting> readJSONPages(std::string_view text);
 }  // namespace ombrix::TranscriptImport

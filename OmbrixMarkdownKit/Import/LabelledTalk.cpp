@@ -1,17 +1,20 @@
 #include "OmbrixMarkdownKit/Import/LabelledTalk.h"
 
 #include <algorithm>
+#include <vector>
 
 #include "OmbrixMarkdownKit/Import/SpeakerLines.h"
 #include "OmbrixMarkdownKit/Import/Talk.h"
 #include "OmbrixMarkdownKit/Import/TalkNames.h"
+#include "OmbrixMarkdownKit/Import/TimedLines.h"
+#include "OmbrixMarkdownKit/Import/Voices.h"
 #include "OmbrixPlatform/Text.h"
 
 namespace ombrix::TranscriptImport {
 namespace {
 
 constexpr std::string_view boldMark = "**";
-constexpr std::string_view wideColon = "：";
+constexpr std::string_view wideColon = "：", wideOpen = "【", wideClose = "】";
 constexpr std::size_t mostLinesBefore = 20;
 
 std::string_view withoutBold(std::string_view text) {
@@ -49,11 +52,47 @@ std::string_view formOf(std::string_view label) {
     return label.substr(0, label.find_first_of("_-") + 1);
 }
 
+/// "SPEAKER_00" of "SPEAKER_00 00:03: text", when all labels have a clock. Bare ones may be times
+/// that two people say.
+void dropClocks(Talk& talk) {
+    constexpr std::size_t leastBare = 3;
+    std::vector<std::string_view> texts;
+    std::size_t speeches = 0;
+    bool areInBrackets = true;
+    for (const auto& line : talk.lines) {
+        if (line.speaker.empty()) continue;
+        ++speeches;
+        std::string_view text = line.text;
+        const auto mark = takeClockMark(text);
+        if (!mark) return;
+        areInBrackets = areInBrackets && mark->isInBrackets;
+        if (text.starts_with(':')) text.remove_prefix(1);
+        texts.push_back(Text::trimmed(text));
+    }
+    if (!areInBrackets && speeches < leastBare) return;
+    auto next = texts.begin();
+    for (auto& line : talk.lines)
+        if (!line.speaker.empty()) line.text = *next++;
+}
+
+/// "【田中】text".
+std::optional<TalkLine> bracketedLine(std::string_view line) {
+    const std::size_t close = line.find(wideClose);
+    if (close == line.npos) return std::nullopt;
+    const auto name = trimmedName(line.substr(wideOpen.size(), close - wideOpen.size()));
+    if (!isCaselessName(name)) return std::nullopt;
+    auto text = textAfterName(line.substr(close + wideClose.size()));
+    for (const std::string_view colon : {std::string_view(":"), wideColon})
+        if (text.starts_with(colon)) text = textAfterName(text.substr(colon.size()));
+    return TalkLine{.speaker = name, .text = text};
+}
+
 /// "田中：text", "**דנה לוי:** text".
 std::optional<TalkLine> caselessLine(std::string_view line) {
     line = stripBullet(line);
     if (line.starts_with(boldMark)) line.remove_prefix(boldMark.size());
     if (line.empty() || Text::isAscii(line.front())) return std::nullopt;
+    if (line.starts_with(wideOpen)) return bracketedLine(line);
     const std::size_t plain = line.find(':'), wide = line.find(wideColon);
     const std::size_t end = std::min(plain, wide);
     if (end == line.npos) return std::nullopt;
@@ -62,8 +101,6 @@ std::optional<TalkLine> caselessLine(std::string_view line) {
     const std::size_t width = plain < wide ? 1 : wideColon.size();
     return TalkLine{.speaker = name, .text = textAfterName(line.substr(end + width))};
 }
-
-bool isProse(const Voices& voices) { return voices.codeLike * 3 <= voices.texts; }
 }  // namespace
 
 bool hasSpeakerLabel(std::string_view line) {
@@ -74,9 +111,10 @@ bool hasSpeakerLabel(std::string_view line) {
 
 std::optional<ParsedMeeting> readSpeakerLabels(std::string_view text) {
     constexpr std::size_t mostLinesASpeech = 8;
-    const Talk talk = readTalk(text, labelledLine);
+    Talk talk = readTalk(text, labelledLine);
+    dropClocks(talk);
     const Voices voices = voicesOf(talk);
-    if (voices.speeches == 0 || voices.texts == 0 || !isProse(voices)) return std::nullopt;
+    if (voices.speeches == 0 || voices.texts == 0 || !voices.areProse()) return std::nullopt;
     const auto form = formOf(talk.lines.front().speaker);
     const bool isOfOneForm = std::ranges::all_of(talk.lines, [&](const TalkLine& line) {
         return line.speaker.empty() || formOf(line.speaker) == form;
@@ -96,7 +134,7 @@ std::optional<ParsedMeeting> readCaselessSpeakers(std::string_view text) {
     constexpr std::size_t mostLinesASpeech = 4;
     const Talk talk = readTalk(text, caselessLine);
     const Voices voices = voicesOf(talk);
-    if (voices.returning < 2 || voices.texts == 0 || !isProse(voices) || voices.areRecords ||
+    if (voices.returning < 2 || voices.texts == 0 || !voices.areProse() || voices.areRecords ||
         talk.lines.size() > mostLinesASpeech * voices.speeches ||
         talk.linesBefore > mostLinesBefore)
         return std::nullopt;
@@ -117,14 +155,15 @@ bool isPlainTalk(std::string_view text) {
         return said;
     });
     const Voices voices = voicesOf(talk);
-    if (voices.speeches < 2 || labels * leastSpeechesALabel > voices.speeches || !isProse(voices) ||
-        voices.areRecords || talk.lines.size() > mostLinesASpeech * voices.speeches ||
+    if (voices.speeches < 2 || labels * leastSpeechesALabel > voices.speeches ||
+        !voices.areProse() || voices.areRecords ||
+        talk.lines.size() > mostLinesASpeech * voices.speeches ||
         talk.linesBefore > mostLinesBefore)
         return false;
     const bool areAllPersonal = voices.areAllPersonal();
     if (voices.returning > 0) return areAllPersonal || voices.returning >= 2;
     // Nobody returns in a very short talk; then it is of sentences, and nothing is beside it.
     return areAllPersonal && talk.lines.size() == voices.speeches && talk.linesBefore == 0 &&
-           voices.sentences * 2 >= voices.texts;
+           voices.endLikeSentences();
 }
 }  // namespace ombrix::TranscriptImport

@@ -2,6 +2,7 @@
 //
 //   SPEAKER_00: We keep the price.        田中：価格は据え置きです。
 //   [SPEAKER_01]: And we say so.          佐藤：そう伝えましょう。
+//   SPEAKER_00 00:05 In April?            【田中】四月ですか。
 #pragma once
 
 #include <optional>
@@ -15,10 +16,11 @@ namespace ombrix::TranscriptImport {
 bool hasSpeakerLabel(std::string_view line);
 
 /// The meeting of a text whose speakers have such labels, all of one form; nothing when they have
-/// several, or most of the text is something else.
+/// several, or most of the text is something else. Clocks after all labels are dropped.
 std::optional<ParsedMeeting> readSpeakerLabels(std::string_view text);
 
-/// True for a trimmed line with a name in a script without case, and a colon, plain or full-width.
+/// True for a trimmed line with a name in a script without case, and a colon, plain or full-width,
+/// or with such a name in "【】".
 bool hasCaselessSpeaker(std::string_view line);
 
 /// The meeting of a text with such names; nothing unless two of them return and most lines have

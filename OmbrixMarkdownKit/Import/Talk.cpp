@@ -76,13 +76,17 @@ class TalkReader {
     /// A trimmed line, the first one included.
     void read(std::string_view line) {
         const bool isFirst = std::exchange(isFirstLine_, false);
+        const bool isGap = line.empty() || isRule(line);
         if (line == frontMatterMark && (isFirst || isInFrontMatter_)) {
             isInFrontMatter_ = isFirst;
         } else if (isInFrontMatter_) {
             readFact(line);
-        } else if (!line.empty() && !isRule(line)) {
+        } else if (!isGap) {
             readBody(line);
+        } else {
+            endHeading(false);
         }
+        wasGap_ = isGap;
     }
 
   private:
@@ -100,26 +104,48 @@ class TalkReader {
 
     void readBody(std::string_view line) {
         if (talk.lines.empty() && !isHeading(line) && readFact(line)) return;
-        if (auto speech = read_(line)) {
+        auto speech = read_(line);
+        endHeading(!speech && !isHeading(line) && stripBullet(line).size() == line.size());
+        if (speech) {
             if (speech->speaker.empty() && !isSpoken_) return;
             isSpoken_ = true;
             if (!speech->speaker.empty()) ++speeches_;
+            speech->line = line;
             talk.lines.push_back(*speech);
         } else if (isHeading(line)) {
-            if (line.starts_with(titleMark) && !talk.title)
-                talk.title = Text::trimmed(line.substr(titleMark.size()));
-            isSpoken_ = false;
+            if (isSpoken_ && !wasGap_)
+                heldHeading_ = line;
+            else
+                takeHeading(line);
         } else if (isSpoken_) {
-            talk.lines.push_back({.text = stripBullet(line)});
+            talk.lines.push_back({.text = stripBullet(line), .line = line});
         } else if (talk.lines.empty()) {
             ++talk.linesBefore;
         }
+    }
+
+    void takeHeading(std::string_view line) {
+        if (line.starts_with(titleMark) && !talk.title)
+            talk.title = Text::trimmed(line.substr(titleMark.size()));
+        isSpoken_ = false;
+    }
+
+    /// The next line has shown what it is that stood right below a speech.
+    void endHeading(bool isSaid) {
+        const auto line = std::exchange(heldHeading_, {});
+        if (line.empty()) return;
+        if (isSaid)
+            talk.lines.push_back({.text = line, .line = line});
+        else
+            takeHeading(line);
     }
 
     const Read& read_;
     bool isFirstLine_ = true;
     bool isInFrontMatter_ = false;
     bool isSpoken_ = false;
+    bool wasGap_ = false;
+    std::string_view heldHeading_;  // right below a speech, and perhaps a part of it
     std::size_t speeches_ = 0;
 };
 
@@ -135,28 +161,6 @@ std::unordered_set<std::string_view> sharedNames(const Talk& talk) {
     return shared;
 }
 
-bool beginsCaseless(std::string_view name) {
-    return Text::isCaselessLetter(Utf8::decode(name, 0).scalar);
-}
-
-bool isCodeLike(std::string_view text) {
-    return text.find_first_of("{}=\\|_<>") != text.npos || text.ends_with(';');
-}
-
-bool endsLikeSentence(std::string_view text) {
-    constexpr auto ends = std::to_array<std::string_view>(
-        {".", "?", "!", "…", ".\"", "?\"", "!\"", ".”", "。", "？", "！", "।", "؟"});
-    return std::ranges::any_of(ends, [&](auto end) { return text.ends_with(end); });
-}
-
-/// True when each name is that of `period` speeches before, from the first repetition on.
-bool repeatsInOrder(const std::vector<std::string_view>& speakers) {
-    constexpr std::size_t leastPeriod = 3;
-    const auto again = std::find(speakers.begin() + 1, speakers.end(), speakers.front());
-    const auto period = static_cast<std::size_t>(again - speakers.begin());
-    if (period < leastPeriod || speakers.size() < 2 * period) return false;
-    return std::equal(again, speakers.end(), speakers.begin());
-}
 }  // namespace
 
 Talk readTalk(std::string_view text, const TalkReader::Read& read) {
@@ -182,37 +186,5 @@ ParsedMeeting meetingOf(const Talk& talk) {
         append(meeting.turns, speaker, stripTags(line.text, storage));
     }
     return meeting;
-}
-
-Voices voicesOf(const Talk& talk) {
-    constexpr std::int64_t fiveMinutes = 300, longestSilence = 20;
-    Voices voices;
-    std::unordered_map<std::string_view, std::size_t> speeches;
-    std::vector<std::string_view> speakers;
-    std::int64_t last = 0;
-    if (!talk.lines.empty() && talk.lines.front().clock)
-        voices.beginsAtZero = talk.lines.front().clock->seconds < longestSilence;
-    for (const auto& line : talk.lines) {
-        if (!line.speaker.empty()) {
-            speakers.push_back(line.speaker);
-            const std::size_t count = ++speeches[line.speaker];
-            if (count == 1 && isPersonal(line.speaker)) ++voices.personal;
-            if (count == 1 && beginsCaseless(line.speaker)) ++voices.caseless;
-            if (count == 2) ++voices.returning;
-        }
-        if (!line.text.empty()) {
-            ++voices.texts;
-            if (isCodeLike(line.text)) ++voices.codeLike;
-            if (endsLikeSentence(line.text)) ++voices.sentences;
-        }
-        if (!line.clock) continue;
-        if (line.clock->seconds < last) voices.clocksGoBack = true;
-        last = line.clock->seconds;
-        if (!line.clock->isRound || last < fiveMinutes) voices.areClocksRound = false;
-    }
-    voices.speeches = speakers.size();
-    voices.names = speeches.size();
-    voices.areRecords = !speakers.empty() && repeatsInOrder(speakers);
-    return voices;
 }
 }  // namespace ombrix::TranscriptImport

@@ -1,5 +1,5 @@
-// A text as a conversation, before it is certain that it is one: its lines with who speaks in them,
-// and what they tell for and against. Nothing is copied but the title and the day.
+// A text as a conversation, before it is certain that it is one: its lines with who speaks in them.
+// Nothing is copied but the title and the day.
 #pragma once
 
 #include <functional>
@@ -19,6 +19,9 @@ struct TalkLine {
     std::string_view organisation;
     std::string_view text;
     std::optional<Clock> clock;
+    bool isInBrackets = false;  ///< the clock
+    bool hasColon = false;      ///< after the speaker
+    std::string_view line;      ///< all of it, as `readTalk` found it
 };
 
 struct Talk {
@@ -28,32 +31,14 @@ struct Talk {
 };
 
 /// The lines of `text`, which has plain line ends. `read` gets each trimmed line that is not empty
-/// and says who speaks in it, if that is to be seen there. Headings end a speech. Title and day
-/// come from front matter, from the first "# " heading and from lines such as "Date:" and "标题："
-/// ahead of the first speech.
+/// and says who speaks in it, if that is to be seen there. Headings end a speech, but for a line in
+/// the midst of it, with no empty line around it, that only looks like one. Title and day come from
+/// front matter, from the first "# " heading and from lines such as "Date:" and "标题：" ahead of
+/// the first speech.
 Talk readTalk(std::string_view text,
               const std::function<std::optional<TalkLine>(std::string_view)>& read);
 
 /// The talk as a meeting, tags removed. Two people of one name are told apart by their
 /// organisations.
 ParsedMeeting meetingOf(const Talk& talk);
-
-/// What speaks for and against a conversation.
-struct Voices {
-    std::size_t speeches = 0;   ///< lines that name a speaker
-    std::size_t names = 0;      ///< different ones
-    std::size_t returning = 0;  ///< of these, those that speak more than once
-    std::size_t personal = 0;   ///< and those that are somebody's by themselves
-    std::size_t caseless = 0;   ///< and those in a script without case, where any word is a name
-    std::size_t texts = 0;      ///< lines with text
-    std::size_t codeLike = 0;   ///< of these, those with marks of code and logs
-    std::size_t sentences = 0;  ///< of these, those that end like a sentence
-    bool areRecords = false;    ///< three labels or more come again and again in one order
-    bool clocksGoBack = false;
-    bool beginsAtZero = false;   ///< its first clock is that of a recording that just began
-    bool areClocksRound = true;  ///< as in a schedule, and none in the first five minutes
-
-    bool areAllPersonal() const { return personal == names; }
-};
-Voices voicesOf(const Talk& talk);
 }  // namespace ombrix::TranscriptImport

@@ -9,6 +9,7 @@
 #include "OmbrixPlatform/Text.h"
 #include "OmbrixPlatform/Utf8.h"
 #include "OmbrixPlatform/WordSet.h"
+#include "embedded/OmbrixMarkdownKit/import/nobodysNames.txt.h"
 
 namespace ombrix::TranscriptImport {
 namespace {
@@ -18,337 +19,13 @@ constexpr std::size_t mostCharacters = 48;
 constexpr std::size_t mostCharactersInAWord = 20;
 constexpr std::size_t bytesACharacter = 16;  // more is no name, and need not be counted
 
-constexpr auto documentWords = wordSet({
-    // remarks
-    "attention",
-    "caution",
-    "example",
-    "examples",
-    "hint",
-    "hints",
-    "important",
-    "reminder",
-    "tip",
-    "tips",
-    "todo",
-    "fixme",
-    "warning",
-    "warnings",
-    "see",
-    "see also",
-    // facts about a document
-    "abstract",
-    "author",
-    "authors",
-    "background",
-    "bug",
-    "bugs",
-    "contact",
-    "contents",
-    "copyright",
-    "default",
-    "defaults",
-    "description",
-    "details",
-    "email",
-    "features",
-    "file",
-    "files",
-    "from",
-    "homepage",
-    "id",
-    "installation",
-    "introduction",
-    "keywords",
-    "language",
-    "license",
-    "link",
-    "links",
-    "location",
-    "maintainer",
-    "name",
-    "options",
-    "path",
-    "purpose",
-    "reference",
-    "references",
-    "requirements",
-    "section",
-    "source",
-    "status",
-    "subject",
-    "synopsis",
-    "to",
-    "topic",
-    "type",
-    "url",
-    "usage",
-    "version",
-    "where",
-    "when",
-    "why",
-    "what",
-    "how",
-    // changes
-    "added",
-    "breaking",
-    "changed",
-    "changes",
-    "deprecated",
-    "fixed",
-    "fixes",
-    "improved",
-    "new",
-    "removed",
-    "security",
-    "updated",
-    // code and logs
-    "alert",
-    "args",
-    "arguments",
-    "build",
-    "client",
-    "critical",
-    "daemon",
-    "debug",
-    "error",
-    "errors",
-    "exception",
-    "fatal",
-    "info",
-    "information",
-    "input",
-    "kernel",
-    "log",
-    "main",
-    "notice",
-    "output",
-    "parameters",
-    "pass",
-    "passed",
-    "fail",
-    "failed",
-    "process",
-    "request",
-    "response",
-    "result",
-    "results",
-    "return",
-    "returns",
-    "server",
-    "service",
-    "skipped",
-    "start",
-    "step",
-    "stop",
-    "stdout",
-    "stderr",
-    "system",
-    "task",
-    "test",
-    "thread",
-    "throws",
-    "total",
-    "trace",
-    "value",
-    "verbose",
-    "warn",
-    "worker",
-    // schedules
-    "break",
-    "breakfast",
-    "closing",
-    "coffee",
-    "dinner",
-    "keynote",
-    "lunch",
-    "opening",
-    "registration",
-    "welcome",
-    "intro",
-    "outro",
-    // Chinese and Japanese
-    "注",
-    "注意",
-    "注释",
-    "备注",
-    "備註",
-    "備考",
-    "说明",
-    "說明",
-    "説明",
-    "例",
-    "例如",
-    "示例",
-    "例子",
-    "参数",
-    "參數",
-    "引数",
-    "返回",
-    "返回值",
-    "戻り値",
-    "默认",
-    "默认值",
-    "类型",
-    "用法",
-    "使い方",
-    "使用方法",
-    "警告",
-    "提示",
-    "重要",
-    "问",
-    "答",
-    "問",
-    "问题",
-    "問題",
-    "回答",
-    "解决",
-    "解決",
-    "标题",
-    "標題",
-    "主题",
-    "件名",
-    "日期",
-    "日付",
-    "日時",
-    "时间",
-    "時間",
-    "地点",
-    "場所",
-    "作者",
-    "版本",
-    "名称",
-    "姓名",
-    "氏名",
-    "电话",
-    "電話",
-    "地址",
-    "住所",
-    "邮箱",
-    "网址",
-    "目录",
-    "摘要",
-    "要約",
-    "概要",
-    "议题",
-    "議題",
-    "参加者",
-    "出席者",
-    "与会者",
-    "会议",
-    "会議",
-    "决定事项",
-    "決定事項",
-    "次回",
-    "功能",
-    "機能",
-    "特点",
-    "原因",
-    "方法",
-    "结果",
-    "結果",
-    "结论",
-    "輸入",
-    "输入",
-    "输出",
-    "入力",
-    "出力",
-    "来源",
-    "许可证",
-    "译者",
-    "参考",
-    "関連",
-    "補足",
-    "意味",
-    "意思",
-    "用例",
-    "例文",
-    "例句",
-    "品詞",
-    "词性",
-    "名詞",
-    "名词",
-    "動詞",
-    "动词",
-    "読み",
-    "读音",
-    "発音",
-    "拼音",
-    "出典",
-    // Korean
-    "참고",
-    "주의",
-    "예",
-    "예시",
-    "설명",
-    "날짜",
-    "일시",
-    "시간",
-    "장소",
-    "제목",
-    "작성자",
-    "버전",
-    "참석자",
-    "안건",
-    "요약",
-    "질문",
-    "답변",
-    "이름",
-    "전화",
-    "주소",
-    "경고",
-    "결과",
-    "사용법",
-    // Arabic, Hebrew, Indic, Thai
-    "ملاحظة",
-    "تنبيه",
-    "تحذير",
-    "مثال",
-    "التاريخ",
-    "الوقت",
-    "المكان",
-    "العنوان",
-    "الموضوع",
-    "الحضور",
-    "الملخص",
-    "سؤال",
-    "جواب",
-    "الاسم",
-    "הערה",
-    "אזהרה",
-    "דוגמה",
-    "תאריך",
-    "שעה",
-    "מקום",
-    "כותרת",
-    "נושא",
-    "משתתפים",
-    "סיכום",
-    "שאלה",
-    "תשובה",
-    "שם",
-    "नोट",
-    "उदाहरण",
-    "दिनांक",
-    "तारीख",
-    "समय",
-    "स्थान",
-    "शीर्षक",
-    "विषय",
-    "प्रश्न",
-    "उत्तर",
-    "नाम",
-    "หมายเหตุ",
-    "ตัวอย่าง",
-    "วันที่",
-    "เวลา",
-    "สถานที่",
-    "หัวข้อ",
-    "สรุป",
-    "คำถาม",
-    "คำตอบ",
-    "ชื่อ",
-});
+/// Labels that documents, logs and schedules put before a colon or a clock; a paragraph for each
+/// kind, then one for each group of scripts.
+constexpr auto documentWords = wordSetOf<337>(Embedded::OmbrixMarkdownKit::importNobodysNamesTxt);
+
+/// With a number they are labels of voices: "참석자 1" (attendee 1).
+constexpr auto attendees =
+    wordSet({"participants", "참석자", "参加者", "出席者", "与会者", "參加者", "與會者"});
 
 constexpr auto particles = wordSet({"af",  "al",  "av",  "bin", "bint", "da", "de", "del", "della",
                                     "den", "der", "di",  "do",  "dos",  "du", "el", "ibn", "la",
@@ -378,12 +55,32 @@ bool allScalars(std::string_view text, Holds holds) {
     return true;
 }
 
+bool isWord(std::string_view word) {
+    return allScalars(word, [](char32_t scalar) {
+        return Text::isLetter(scalar) || Text::isCaselessLetter(scalar) || isInsideWord(scalar);
+    });
+}
+
 bool isCaselessWord(std::string_view word) {
-    return Text::isCaselessLetter(Utf8::decode(word, 0).scalar) &&
-           allScalars(word, [](char32_t scalar) {
-               return Text::isCaselessLetter(scalar) || Text::isLetter(scalar) ||
-                      isInsideWord(scalar);
-           });
+    return Text::isCaselessLetter(Utf8::decode(word, 0).scalar) && isWord(word);
+}
+
+/// What is left of "Speaker 2" and "発言者2" without the number; empty for names without one.
+std::string_view withoutNumber(std::string_view name) {
+    std::size_t end = name.size();
+    while (end > 0) {
+        const std::size_t last = Utf8::scalarStartBefore(name, end);
+        if (!Text::isDecimalDigit(Utf8::decode(name, last).scalar)) break;
+        end = last;
+    }
+    return end == name.size() ? std::string_view() : trimmedName(name.substr(0, end));
+}
+
+/// "甲说：" tells what somebody said, in a novel or in an exercise.
+bool endsInSaying(std::string_view name) {
+    constexpr auto verbs = std::to_array<std::string_view>(
+        {"说", "說", "曰", "问", "問", "说道", "說道", "问道", "問道", "答道", "笑道", "喊道"});
+    return std::ranges::any_of(verbs, [&](auto verb) { return name.ends_with(verb); });
 }
 
 /// A word of a name beside a clock; "発言者2" has its number at the end.
@@ -443,18 +140,24 @@ bool isTalkName(std::string_view name) {
     if (isSpeakerLabel(name)) return true;
     const NameWords words(name);
     if (words.count == 0 || !isNameWord(words.words.front())) return false;
-    const bool areWords = std::ranges::all_of(
-        words, [](auto word) { return isNameWord(word) || particles.contains(word); });
+    // "Người nói 1", "Persona desconocida 2": a number makes a label of words without capitals.
+    const bool isLabel = isNumbered(name);
+    const bool areWords = std::ranges::all_of(words, [&](auto word) {
+        return isNameWord(word) || particles.contains(word) || (isLabel && isWord(word));
+    });
     const bool holdsLetter = !allScalars(name, [](char32_t s) { return !Text::isLetter(s); });
     return areWords && holdsLetter && !isNobody(name);
 }
 
+bool isNumbered(std::string_view name) { return !withoutNumber(name).empty(); }
+
 bool isCaselessName(std::string_view name) {
     if (name.empty() || Text::isAscii(name.front()) || isTooLong(name)) return false;
-    const NameWords words(name);
+    const auto stem = withoutNumber(name);
+    const NameWords words(stem.empty() ? name : stem);
     if (words.count == 0 || !std::ranges::all_of(words, isCaselessWord)) return false;
     if (words.count == 1 && Characters::hasAtLeast(name, mostCharactersInAWord + 1)) return false;
-    return !isNobody(name);
+    return !isNobody(name) && !endsInSaying(name);
 }
 
 bool isSpeakerLabel(std::string_view name) {
@@ -482,6 +185,9 @@ bool isPersonal(std::string_view name) {
 
 bool isNobody(std::string_view name) {
     const std::string lower = Text::lowercased(name);
-    return documentWords.contains(lower) || isSectionWord(name);
+    if (documentWords.contains(lower) || isSectionWord(name) || lower == "see also") return true;
+    const auto stem = withoutNumber(lower);
+    if (attendees.contains(stem)) return false;
+    return documentWords.contains(stem) || isSectionWord(stem);
 }
 }  // namespace ombrix::TranscriptImport

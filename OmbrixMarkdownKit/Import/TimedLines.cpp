@@ -11,8 +11,11 @@ namespace ombrix::TranscriptImport {
 namespace {
 
 constexpr std::string_view boldMark = "**";
-constexpr auto openBrackets = std::to_array<std::string_view>({"[", "(", "【", "（", "［"});
-constexpr auto closeBrackets = std::to_array<std::string_view>({"]", ")", "】", "）", "］"});
+/// With the marks of Markdown for slanted text and code, and its escaped brackets.
+constexpr auto openBrackets =
+    std::to_array<std::string_view>({"[", "(", "【", "（", "［", "\\[", "`", "*", "_"});
+constexpr auto closeBrackets =
+    std::to_array<std::string_view>({"]", ")", "】", "）", "］", "\\]", "`", "*", "_"});
 constexpr auto dashes = std::to_array<std::string_view>({"-", "–", "—", "|", "·"});
 constexpr auto colons = std::to_array<std::string_view>({":", "："});
 
@@ -35,31 +38,13 @@ bool take(std::string_view& text, std::string_view piece) {
     return true;
 }
 
-struct ClockPart {
-    Clock clock;
-    bool isInBrackets = false;
-};
-
-/// "00:03", "[00:03]", "(00:03 - 00:05)"; `text` goes on after it.
-std::optional<ClockPart> takeClockPart(std::string_view& text) {
-    constexpr auto ranges = std::to_array<std::string_view>({"-->", "->", "-", "–", "—", "→"});
-    std::string_view rest = text;
-    ClockPart part{.isInBrackets = takeOneOf(rest, openBrackets)};
-    if (part.isInBrackets) rest = trimmedName(rest);
-    const auto clock = takeClock(rest);
-    if (!clock) return std::nullopt;
-    part.clock = *clock;
-    std::string_view end = trimmedName(rest);
-    if (takeOneOf(end, ranges)) {
-        end = trimmedName(end);
-        if (takeClock(end)) rest = end;
-    }
-    if (part.isInBrackets) {
-        rest = trimmedName(rest);
-        if (!takeOneOf(rest, closeBrackets)) return std::nullopt;
-    }
-    text = rest;
-    return part;
+/// The target of a link, "(https://...)", whose text was just taken.
+void skipLinkTarget(std::string_view& text) {
+    const std::size_t end = text.find(')');
+    if (!text.starts_with('(') || end == text.npos) return;
+    const auto target = text.substr(1, end - 1);
+    if (target.starts_with('#') || target.starts_with('?') || Text::contains(target, "://"))
+        text.remove_prefix(end + 1);
 }
 
 struct NamePart {
@@ -81,13 +66,20 @@ std::optional<NamePart> partWithComma(const NamePart& part, std::size_t comma) {
     return isTalkName(second) ? std::optional(part) : std::nullopt;
 }
 
-/// "Ana Ruiz", "Ana Ruiz (Acme)", each also bold; nothing when nobody has such a name. Names
-/// without capitals count only where the rest of the line is hardly anything else.
+/// "Ana Ruiz" of "[Ana Ruiz]"; any other text as it is.
+std::string_view withoutBrackets(std::string_view text) {
+    const bool isInBrackets =
+        text.size() > 2 && text.starts_with('[') && text.find(']') == text.size() - 1;
+    return isInBrackets ? trimmedName(text.substr(1, text.size() - 2)) : text;
+}
+
+/// "Ana Ruiz", "Ana Ruiz (Acme)", each also bold or in brackets; nothing when nobody has such a
+/// name. Names without capitals count only where the rest of the line is hardly anything else.
 std::optional<NamePart> namePart(std::string_view text, bool isCertainPlace = false) {
     text = trimmedName(text);
     take(text, boldMark);
     if (text.ends_with(boldMark)) text.remove_suffix(boldMark.size());
-    NamePart part{.name = trimmedName(text)};
+    NamePart part{.name = withoutBrackets(trimmedName(text))};
     if (part.name.ends_with(')')) {
         const std::size_t open = part.name.rfind('(');
         if (open == part.name.npos) return std::nullopt;
@@ -134,10 +126,20 @@ std::optional<TimedLine> speechAfterClock(std::string_view rest) {
     return std::nullopt;
 }
 
+/// "[SPEAKER_00] text" after a clock in front: only labels need no colon.
+std::optional<TimedLine> labelAfterClock(std::string_view rest) {
+    const std::size_t close = rest.starts_with('[') ? rest.find(']') : rest.npos;
+    if (close == rest.npos) return std::nullopt;
+    const auto label = withoutBrackets(rest.substr(0, close + 1));
+    const auto text = trimmedName(rest.substr(close + 1));
+    if (!isSpeakerLabel(label) || text.empty() || text.starts_with(':')) return std::nullopt;
+    return TimedLine{.form = TimedForm::clockThenSpeech, .name = label, .text = text};
+}
+
 std::optional<TimedLine> clockInFront(std::string_view line) {
     take(line, boldMark);
     line = trimmedName(line);
-    const auto part = takeClockPart(line);
+    const auto part = takeClockMark(line);
     if (!part) return std::nullopt;
     const bool wasBold = take(line, boldMark);
     std::string_view rest = trimmedName(line);
@@ -145,24 +147,28 @@ std::optional<TimedLine> clockInFront(std::string_view line) {
     const bool hasDash = takeOneOf(rest, dashes);
     rest = trimmedName(rest);
     if (!hasGap && !hasDash && !rest.empty()) return std::nullopt;
-    auto found = speechAfterClock(rest);
+    auto found = labelAfterClock(rest);
+    if (!found) found = speechAfterClock(rest);
     if (!found && (hasDash || part->isInBrackets)) {
         if (const auto name = namePart(rest)) {
             found = TimedLine{.form = TimedForm::clockThenName,
                               .name = name->name,
-                              .organisation = name->organisation};
+                              .organisation = name->organisation,
+                              .text = rest};
         }
     }
     if (!found) found = TimedLine{.form = TimedForm::clockOnly, .text = rest};
     found->clock = part->clock;
+    found->isInBrackets = part->isInBrackets;
     return found;
 }
 
 /// The line from a clock on at which a name could have ended.
 std::optional<TimedLine> clockAfterName(std::string_view name, std::string_view rest) {
-    const auto part = takeClockPart(rest);
+    const auto part = takeClockMark(rest);
     if (!part) return std::nullopt;
-    TimedLine found{.form = TimedForm::nameThenClock, .clock = part->clock};
+    TimedLine found{
+        .form = TimedForm::nameThenClock, .clock = part->clock, .isInBrackets = part->isInBrackets};
     found.hasColon = takeColon(rest);
     if (!found.hasColon) {
         rest = trimmedName(rest);
@@ -197,6 +203,13 @@ std::optional<TimedLine> clockAfterName(std::string_view line) {
     }
     return std::nullopt;
 }
+
+/// The line without a bullet and the marks of a heading.
+std::string_view withoutHeadingMarks(std::string_view line) {
+    if (line.starts_with('#'))
+        line.remove_prefix(std::min(line.find_first_not_of('#'), line.size()));
+    return trimmedName(stripBullet(line));
+}
 }  // namespace
 
 bool mayHoldClock(std::string_view text) {
@@ -210,16 +223,46 @@ bool mayHoldClock(std::string_view text) {
     return false;
 }
 
+std::optional<ClockMark> takeClockMark(std::string_view& text) {
+    constexpr auto ranges = std::to_array<std::string_view>({"-->", "->", "-", "–", "—", "→"});
+    std::string_view rest = text;
+    ClockMark mark{.isInBrackets = takeOneOf(rest, openBrackets)};
+    if (mark.isInBrackets) rest = trimmedName(rest);
+    const auto clock = takeClock(rest);
+    if (!clock) return std::nullopt;
+    mark.clock = *clock;
+    std::string_view end = trimmedName(rest);
+    if (takeOneOf(end, ranges)) {
+        end = trimmedName(end);
+        if (takeClock(end)) rest = end;
+    }
+    if (mark.isInBrackets) {
+        rest = trimmedName(rest);
+        if (!takeOneOf(rest, closeBrackets)) return std::nullopt;
+        skipLinkTarget(rest);
+    }
+    text = rest;
+    return mark;
+}
+
 std::optional<TimedLine> timedLine(std::string_view line) {
     if (!mayHoldClock(line.substr(0, longestBeginning))) return std::nullopt;
     const bool isHeading = line.starts_with('#');
-    if (isHeading) line.remove_prefix(std::min(line.find_first_not_of('#'), line.size()));
-    line = trimmedName(stripBullet(line));
+    line = withoutHeadingMarks(line);
     auto found = clockInFront(line);
     if (!found) found = clockAfterName(line);
     if (found && isHeading && found->form != TimedForm::nameThenClock &&
         found->form != TimedForm::clockThenName)
         return std::nullopt;
     return found;
+}
+
+bool isClockAlone(std::string_view line) {
+    const auto found = timedLine(line);
+    return found && found->form == TimedForm::clockOnly && found->text.empty();
+}
+
+bool isNameAlone(std::string_view line) {
+    return line.size() <= longestBeginning && namePart(withoutHeadingMarks(line)).has_value();
 }
 }  // namespace ombrix::TranscriptImport

@@ -1,9 +1,12 @@
 #include "OmbrixMarkdownKit/Import/TimedTalk.h"
 
 #include <algorithm>
+#include <unordered_set>
 
 #include "OmbrixMarkdownKit/Import/ExportFacts.h"
+#include "OmbrixMarkdownKit/Import/SaidTimes.h"
 #include "OmbrixMarkdownKit/Import/Talk.h"
+#include "OmbrixMarkdownKit/Import/Voices.h"
 #include "OmbrixPlatform/LineCursor.h"
 #include "OmbrixPlatform/Text.h"
 
@@ -58,21 +61,41 @@ CallPage callPageOf(std::string_view text, const std::optional<std::string>& ref
 /// What a line is in a text whose speeches have that form.
 std::optional<TalkLine> talkLine(const std::optional<TimedLine>& found, TimedForm form) {
     if (!found) return std::nullopt;
-    const bool isHeader = form == TimedForm::nameThenClock;
     const bool saysNothing = form == TimedForm::nameThenSpeech &&
                              found->form == TimedForm::nameThenClock && found->hasColon;
-    if (found->form == form || saysNothing ||
-        (isHeader && found->form == TimedForm::nameThenSpeech))
-        return TalkLine{found->name, found->organisation, found->text, found->clock};
-    if (found->form == TimedForm::clockOnly &&
-        (form == TimedForm::clockThenSpeech || found->text.empty()))
-        return TalkLine{.text = found->text, .clock = found->clock};
+    const bool saysMore =
+        form == TimedForm::nameThenClock && found->form == TimedForm::nameThenSpeech;
+    if (found->form == form || saysNothing || saysMore) {
+        TalkLine line{.speaker = found->name,
+                      .organisation = found->organisation,
+                      .clock = found->clock,
+                      .isInBrackets = found->isInBrackets,
+                      .hasColon = found->hasColon};
+        if (form != TimedForm::clockThenName) line.text = found->text;
+        return line;
+    }
+    // "[00:09] And Tom, of course." goes on with the one before, as "[00:09] and Tom" does.
+    const bool goesOn = form == TimedForm::clockThenSpeech &&
+                        found->form == TimedForm::clockThenName && found->isInBrackets;
+    if (goesOn || (found->form == TimedForm::clockOnly &&
+                   (form == TimedForm::clockThenSpeech || found->text.empty())))
+        return TalkLine{
+            .text = found->text, .clock = found->clock, .isInBrackets = found->isInBrackets};
     return std::nullopt;
 }
 
+bool haveColons(const Talk& talk) {
+    return std::ranges::all_of(talk.lines, [](const TalkLine& line) {
+        return line.speaker.empty() || !line.clock || line.hasColon;
+    });
+}
+
 bool isWithinReason(const Talk& talk, const Voices& voices) {
-    return voices.speeches >= 2 && !voices.clocksGoBack && voices.texts > 0 &&
-           voices.codeLike * 3 <= voices.texts && !voices.areRecords &&
+    const auto withoutName = std::ranges::count_if(talk.lines, [](const TalkLine& line) {
+        return line.clock && line.speaker.empty() && !line.text.empty();
+    });
+    return voices.speeches >= 2 && !voices.clocksGoBack && voices.texts > 0 && voices.areProse() &&
+           !voices.areRecords && static_cast<std::size_t>(withoutName) <= voices.speeches &&
            talk.lines.size() <= voices.speeches * mostLinesASpeech &&
            talk.linesBefore <= mostLinesBefore + 2 * voices.speeches;
 }
@@ -80,17 +103,52 @@ bool isWithinReason(const Talk& talk, const Voices& voices) {
 /// True when the names are those of people who talk, and not of a list of chapters or of what is on
 /// today: somebody speaks again, or the talk is short. Of words in a script without case, which all
 /// may be names, two must come again.
-bool isAmongPeople(const Voices& voices, bool haveColons) {
-    if (voices.caseless > 0 && !haveColons) return voices.returning >= 2;
+bool isAmongPeople(const Talk& talk, const Voices& voices) {
+    if (voices.areScheduled) return false;
+    const bool areColons = haveColons(talk);
+    if (voices.caseless > 0 && !areColons) return voices.returning >= 2;
     if (voices.returning > 0) return true;
     if (voices.areClocksRound || voices.speeches > mostWithoutReturn) return false;
-    return (voices.areAllPersonal() && voices.caseless == 0) || (haveColons && voices.beginsAtZero);
+    return (voices.areAllPersonal() && voices.caseless == 0) || (areColons && voices.beginsAtZero);
 }
 
-/// Logs have names that return, too; theirs are single words, and few lines end like sentences.
+/// Logs, recipes and timetables have names that return, too; theirs are single words, and few lines
+/// end like sentences. Neither do those of a raw transcript, which begins with its recording.
 bool readsLikeLog(const Voices& voices, TimedForm form) {
-    return form == TimedForm::clockThenSpeech && voices.personal == 0 &&
-           voices.sentences * 2 < voices.texts;
+    if (voices.personal > 0 || voices.endLikeSentences()) return false;
+    if (form != TimedForm::clockThenSpeech) return voices.returning < 2 && !voices.beginsAtZero;
+    return voices.returning < 2 || !voices.beginsAtZero || voices.phrases * 2 < voices.texts;
+}
+
+/// Each name beside the clock below it, on one line: "Ana Ruiz 00:03".
+std::string withClocksBesideNames(std::string_view text) {
+    std::string beside;
+    std::string_view name;
+    std::size_t emptyLines = 0;  // between the two
+    const auto end = [&] {
+        if (!name.empty()) beside.append(name).append(1 + emptyLines, '\n');
+        name = {};
+        emptyLines = 0;
+    };
+    LineCursor lines(text);
+    while (const auto next = lines.next()) {
+        const auto line = Text::trimmed(*next);
+        if (!name.empty() && isClockAlone(line)) {
+            beside.append(name).append(" ").append(line).append("\n");
+            name = {};
+            emptyLines = 0;
+        } else if (!name.empty() && line.empty()) {
+            ++emptyLines;
+        } else {
+            end();
+            if (isNameAlone(line))
+                name = line;
+            else
+                beside.append(*next).append("\n");
+        }
+    }
+    end();
+    return beside;
 }
 }  // namespace
 
@@ -98,6 +156,9 @@ void TimedSigns::look(std::string_view trimmedLine) {
     const auto found = timedLine(trimmedLine);
     if (found && found->form != TimedForm::clockOnly)
         ++counts_[static_cast<std::size_t>(found->form)];
+    else if (found && found->text.empty() && isNameAlone(lastLine_))
+        isClockBelowName_ = true;
+    if (!trimmedLine.empty()) lastLine_ = trimmedLine;
 }
 
 std::vector<TimedForm> TimedSigns::forms() const {
@@ -112,21 +173,14 @@ std::vector<TimedForm> TimedSigns::forms() const {
 
 std::optional<ParsedMeeting> readTimedTalk(std::string_view text, TimedForm form,
                                            const std::optional<std::string>& reference) {
-    bool haveColons = true;
-    std::size_t withoutName = 0;
-    const Talk talk = readTalk(text, [&](std::string_view line) {
-        const auto found = timedLine(line);
-        auto said = talkLine(found, form);
-        if (said && said->speaker.empty() && !said->text.empty()) ++withoutName;
-        if (said && !said->speaker.empty() && !found->hasColon) haveColons = false;
-        return said;
-    });
+    Talk talk =
+        readTalk(text, [form](std::string_view line) { return talkLine(timedLine(line), form); });
+    giveBackSaidTimes(talk);
     const Voices voices = voicesOf(talk);
-    if (!isWithinReason(talk, voices) || withoutName > voices.speeches) return std::nullopt;
-    if (readsLikeLog(voices, form)) return std::nullopt;
+    if (!isWithinReason(talk, voices) || readsLikeLog(voices, form)) return std::nullopt;
     CallPage page;
     if (form == TimedForm::clockThenName) page = callPageOf(text, reference);
-    if (!page.isOne() && !isAmongPeople(voices, haveColons)) return std::nullopt;
+    if (!page.isOne() && !isAmongPeople(talk, voices)) return std::nullopt;
     ParsedMeeting meeting = meetingOf(talk);
     if (page.isOne()) {
         meeting.format = Format::fathomText;
@@ -134,5 +188,14 @@ std::optional<ParsedMeeting> readTimedTalk(std::string_view text, TimedForm form
         if (page.date) meeting.date = page.date;
     }
     return meeting;
+}
+
+std::optional<ParsedMeeting> readClocksBelowNames(std::string_view text) {
+    auto meeting =
+        readTimedTalk(withClocksBesideNames(text), TimedForm::nameThenClock, std::nullopt);
+    if (!meeting) return std::nullopt;
+    std::unordered_set<std::string_view> speakers;
+    for (const Turn& turn : meeting->turns) speakers.insert(turn.speaker);
+    return speakers.size() < meeting->turns.size() ? std::move(meeting) : std::nullopt;
 }
 }  // namespace ombrix::TranscriptImport

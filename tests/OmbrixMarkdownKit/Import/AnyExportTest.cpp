@@ -73,6 +73,31 @@ TEST(AnyExport, ReadsLinesWithClocks) {
         {"names without case", "【00:03】王明：好\n【00:05】李雷：请", ", . 王明: 好 李雷: 请"},
         {"marks of direction", "\u200Fדנה\u200F (00:02)\u200F: א\n\u200Fיוסי (00:05): ב",
          ", . דנה: א יוסי: ב"},
+        {"times that people say",
+         "Ana R (00:03):\n3:30?\nTom R (00:07):\nNoon (3:30 PM)\n3:30\nAna R (00:12):\n4:00 x",
+         ", . Ana R: 3:30? Tom R: Noon (3:30 PM) 3:30 Ana R: 4:00 x"},
+        {"names in brackets, and a line that is no name",
+         "[00:03] [Ana R]: a\n[00:05] And Tom, too.\n[00:06] [spk_1] b\n[00:08] [Ana R]: c",
+         ", . Ana R: a And Tom, too. spk_1: b Ana R: c"},
+        {"links and escaped brackets",
+         "**Ana R** [00:02](https://x.example/?t=2): a\n**Bo R** \\[00:03\\]: b",
+         ", . Ana R: a Bo R: b"},
+        {"marks of Markdown", "`00:02` **Ana R**: a\n*00:03* Bo R: b", ", . Ana R: a Bo R: b"},
+        {"clocks below names", "## Ana R\n\n*0:02*\n\na\nBo\n0:05\nb\nBo\n## Ana R\n0:09\nc",
+         ", . Ana R: a Bo: b Bo Ana R: c"},
+        {"clocks below names that come once", "Ana R\n0:02\na\nBo R\n0:05\nb", ""},
+        {"what looks like a heading", "Ana R (0:02):\na\n# b\nc\nBo R (0:05):\nd\n## E\n\n- f",
+         ", . Ana R: a # b c Bo R: d"},
+        {"a midnight", "Ana R (11:59 PM):\na\nBo R (12:01 AM):\nb\nAna R (12:02 AM):\nc",
+         ", . Ana R: a Bo R: b Ana R: c"},
+        {"others after midnight", "Ana R (23:58):\na\nBo R (23:59):\nb\nJo R (00:01):\nc", ""},
+        {"two midnights", "Ana R (23:58):\na\nBo R (0:00):\nb\nAna R (23:59):\nc\nBo R (0:00):\nd",
+         ""},
+        {"raw words",
+         "[0:03] Ana: hi\n[0:05] Bo: hello there\n[0:07] Ana: the price\n[0:08] Bo: ok, go",
+         ", . Ana: hi Bo: hello there Ana: the price Bo: ok, go"},
+        {"labels of lower-case words", "Người nói 1 (0:03): a\nNgười nói 2 (0:05): b",
+         ", . Người nói 1: a Người nói 2: b"},
         {"after a comment as before", "<!-- x -->\n\nAna Ruiz  0:12\na\n\nTom R  0:15\nb",
          ", . Ana Ruiz: a Tom R: b"},
     };
@@ -99,6 +124,10 @@ TEST(AnyExport, ReadsLabelsAndNamesWithoutCase) {
     const Case cases[] = {
         {"labels", "SPEAKER_00: a b\n[SPEAKER_01]: c\n[SPEAKER_01] d",
          ", . SPEAKER_00: a b SPEAKER_01: c d"},
+        {"labels and clocks", "[SPEAKER_00] (0:02): a b\n[SPEAKER_01] [0:03 - 0:05] c",
+         ", . SPEAKER_00: a b SPEAKER_01: c"},
+        {"labels and times that are said", "SPEAKER_00: 3:30 is fine\nSPEAKER_01: 4:00 is not",
+         ", . SPEAKER_00: 3:30 is fine SPEAKER_01: 4:00 is not"},
         {"of two forms", "SPEAKER_00: a b\nspk_1: c", ""},
         {"full-width colons and a title",
          "会议主题：价格\n王明：一\n李雷：二\n续\n王明：三\n李雷: 四",
@@ -106,6 +135,10 @@ TEST(AnyExport, ReadsLabelsAndNamesWithoutCase) {
         {"one name that returns", "王明：一\n李雷：二\n王明：三", ""},
         {"Hindi", "राहुल शर्मा: एक।\nप्रिया: दो\nराहुल शर्मा: क\nप्रिया: ख",
          ", . राहुल शर्मा: एक। प्रिया: दो राहुल शर्मा: क प्रिया: ख"},
+        {"numbers", "דובר 1: א\nדובר 2: ב\nדובר 1: ג\nדובר 2: ד",
+         ", . דובר 1: א דובר 2: ב דובר 1: ג דובר 2: ד"},
+        {"brackets", "【田中】一\n【佐藤】：二\n【田中】三\n【佐藤】四",
+         ", . 田中: 一 佐藤: 二 田中: 三 佐藤: 四"},
         {"more than four words", "ا ب ج د ه: و\nسارة: ا\nا ب ج د ه: و\nسارة: ا", ""},
         {"labels of a manual", "参数：一\n返回值：二\n参数：三\n返回值：四", ""},
         {"records", "城市：甲\n国家：乙\n人口：一\n城市：丙\n国家：丁\n人口：二", ""},
@@ -156,11 +189,57 @@ TEST(AnyExport, ReadsPagesOfJson) {
     for (const auto& [why, text, expected] : cases) EXPECT_EQ(told(text), expected) << why;
 }
 
+TEST(AnyExport, ReadsJsonOfSpeech) {
+    const Case cases[] = {
+        {"other names of the text",
+         R"({"title": "T", "segments": [{"speaker": "Ann", "start": 1,)"
+         R"("body": "a b"}, {"startTime": "2.5", "body": "c"}]})",
+         "T, . Ann: a b c"},
+        {"a programme",
+         R"({"segments": [{"speaker": "Ann", "start": "2026-05-02", "body": "a b"},)"
+         R"({"speaker": "Bo", "start": "2026-05-02", "body": "c d"}]})",
+         ""},
+        {"numbers, deep",
+         R"({"results": {"channels": [{"alternatives": [{"paragraphs": {"paragraphs":)"
+         R"([{"speaker": 0, "sentences": [{"text": "A."}, {"text": "B."}]}, {"speaker": 1, "sentences":)"
+         R"([{"text": "C."}]}]}}]}]}})",
+         ", . Speaker 0: A. B. Speaker 1: C."},
+        {"words and marks",
+         R"({"items": [{"speaker_label": "spk_0", "alternatives": [{"content": "so"},)"
+         R"({"content": "no"}]}, {"speaker_label": "spk_0", "alternatives": [{"content": "it"}]},)"
+         R"({"alternatives": [{"content": "."}]}, {"speaker_label": "spk_1", "text": "x"}]})",
+         ", . spk_0: so it. spk_1: x"},
+        {"nobody is named",
+         R"({"words": [{"word": "a", "start": 1}, {"word": "b c", "start": 2}]})", ""},
+    };
+    for (const auto& [why, text, expected] : cases) EXPECT_EQ(told(text), expected) << why;
+}
+
+TEST(AnyExport, ReadsSheetsOfTurns) {
+    const Case cases[] = {
+        {"commas", "\"Start\",\"Speaker\",\"Text\"\n1,Ann,\"a,\nb\"\n2,,c\n3,Bo,d\n4,me,e\n5,Ann,f",
+         ", . Ann: a, b c Bo: d Me: e Ann: f"},
+        {"semicolons", "Text;SPRECHER\na;Ann\nb;Bo\nc;Ann\n", ", . Ann: a Bo: b Ann: c"},
+        {"tabs", "話者\t内容\n話者1\t一\n話者2\t二", ", . 話者1: 一 話者2: 二"},
+        {"a programme", "Speaker,Content\nAnn Lee,a b\nBo Ray,c d", ""},
+        {"no column of words", "Speaker,Size\nAnn,3\nBo,4\nAnn,5", ""},
+    };
+    for (const auto& [why, text, expected] : cases) EXPECT_EQ(told(text), expected) << why;
+}
+
 TEST(AnyExport, TakesNoAgendaLogOrList) {
     const char* cases[] = {
         "Day one\n\n09:00 - Registration\n  Badges.\n09:30 - Opening Session\n  The chair.\n",
         "Opening Session (09:00):\nThe chair speaks.\nCoffee Break (10:30):\nIn the hall.\n",
         "0:00 - Intro\nWe begin.\n1:30 - Setup\nInstall it.\n4:12 - Demo\nSee it run.\n",
+        "Keynote (09:00):\nA B.\nTea Break (10:30):\nC.\nPanel Talk (11:00):\nD.\nTea Break "
+        "(15:30):\nE.\n",
+        "Dough (00:30):\nmix flour\n\nOven (01:15):\nbake\n\nDough (02:00):\nrest\n",
+        "Paris\n08:02\nPlatform 3\nLyon\n09:47\nPlatform 5\nParis\n12:02\nPlatform 1\n",
+        "[12:00:01] [Server thread]: Start\n[12:00:05] [Worker]: Load\n[12:00:07] [Worker]: End\n",
+        "[14.05.26, 10:03:12] Ana R: hi\n[14.05.26, 10:03:20] Bo R: ho\n[14.05.26, 10:04] Ana R: "
+        "x\n",
+        "甲说：一\n乙说：二\n甲说：三\n乙说：四\n",
         "Berlin (08:02):\nPlatform 3\nHamburg (09:47):\nPlatform 5\n",
         "[12:00:01] Server: listening\n[12:00:02] Client: connected\n[12:00:03] Server: closed\n",
         "[00:00:01] Main: tick\n[00:00:02] Pool: job=3 ok.\n[00:00:03] Pool: {x}.\n",
@@ -217,7 +296,7 @@ TEST(AnyExport, LineEndsAndBlanksChangeNothing) {
         if (labelOf(blanks) == "known") return;
         EXPECT_EQ(told(blanks), expected) << path;
     });
-    EXPECT_GE(exports, 17U);
+    EXPECT_GE(exports, 27U);
 }
 }  // namespace
 }  // namespace ombrix
