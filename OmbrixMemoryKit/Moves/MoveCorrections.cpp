@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "OmbrixMemoryKit/Region/Corrections.h"
+#include "OmbrixPlatform/Characters.h"
 #include "OmbrixPlatform/LineCursor.h"
 #include "OmbrixPlatform/Text.h"
 
@@ -21,7 +22,7 @@ constexpr auto keywords = std::to_array<std::pair<Kind, std::string_view>>({
 
 bool isMoveID(std::string_view text) {
     constexpr std::size_t fewestCharacters = 4;
-    return text.starts_with("mv-") && text.size() >= fewestCharacters;
+    return text.starts_with("mv-") && Characters::hasAtLeast(text, fewestCharacters);
 }
 
 std::optional<MoveCorrection> correction(Kind kind, std::string_view payload) {

@@ -239,6 +239,7 @@ TEST(MoveCorrections, ReadsTheThreeKindsAndNothingElse) {
                                      "- done: mv-1 on 2026-03-01 on 2026-03-02\n"
                                      "- done: mv-1 on March 1\n"
                                      "- discard: mv-\n"
+                                     "- discard: mv-\u0301\n"
                                      "- discard: c-1a2b3c4d\n"
                                      "- discarded: mv-1\n"
                                      "discard: mv-1"),
