@@ -3,7 +3,7 @@
 namespace ombrix::Completion {
 namespace {
 
-/// A description inside a specification of _arguments: brackets and colons end its parts.
+/// A description inside what _arguments is told: brackets and colons end its parts.
 std::string specText(std::string_view text) {
     std::string out;
     for (const char byte : text) {
