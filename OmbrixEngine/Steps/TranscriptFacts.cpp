@@ -11,6 +11,7 @@
 #include "OmbrixMarkdownKit/Transcript/MarkdownTranscript.h"
 #include "OmbrixMarkdownKit/Transcript/OmbrixTranscriptMarker.h"
 #include "OmbrixMarkdownKit/Transcript/TranscriptEditor.h"
+#include "OmbrixMarkdownKit/Transcript/TranscriptSections.h"
 #include "OmbrixMemoryKit/Identity/ContentFingerprint.h"
 #include "OmbrixPlatform/ForkJoin.h"
 #include "OmbrixPlatform/Text.h"
@@ -58,6 +59,15 @@ std::optional<TranscriptFacts> factsAt(Files::Reader& files, const std::string& 
     return TranscriptFacts::of(*bytes, *document);
 }
 
+/// False when the block that the engine wrote goes on after its machine line, or holds a section
+/// that is not generated: its own closing marker is lost, and it reaches to another one.
+bool holdsOnlyGenerated(std::string_view text, std::string_view block) {
+    const auto machineLine = TranscriptEditor::machineProvenance(text);
+    return machineLine && block.ends_with(Text::trimmed(*machineLine)) &&
+           machineLine->data() + machineLine->size() >= block.data() + block.size() &&
+           block.find("\n## Notes") == block.npos && block.find("\n## Transcript") == block.npos;
+}
+
 std::int64_t nowInNanoseconds() {
     const auto now = std::chrono::system_clock::now().time_since_epoch();
     return std::chrono::duration_cast<std::chrono::nanoseconds>(now).count();
@@ -66,10 +76,17 @@ std::int64_t nowInNanoseconds() {
 
 bool engineMayWriteNotes(std::string_view given) {
     const std::string text = Text::withLineFeeds(given);
+    constexpr std::string_view heading = "\n## Transcript";
+    const auto frame = TranscriptSections::frame(text);
+    if (!frame || !NotesOwnership::classify(text).engineMayWrite()) return false;
+    // An edit takes the first heading of the file for that of the talk, also one in the header.
+    const std::size_t transcript = text.find(heading);
+    const std::size_t body = static_cast<std::size_t>(frame->body.data() - text.data());
+    if (transcript == text.npos || transcript + 1 < body) return false;
+    if (const auto block = TranscriptEditor::enhancedSections(text))
+        return holdsOnlyGenerated(text, *block);
     // The person's sections without a marker: a block made here would take them in.
-    return Text::contains(text, "\n## Transcript") &&
-           NotesOwnership::classify(text).engineMayWrite() &&
-           !TranscriptEditor::hasUnmarkedSections(text);
+    return !TranscriptEditor::hasUnmarkedSections(text);
 }
 
 TranscriptFacts TranscriptFacts::of(std::string_view text, const TranscriptDocument& document) {

@@ -29,8 +29,8 @@ struct TranscriptFacts {
     static TranscriptFacts of(std::string_view text, const TranscriptDocument& document);
 };
 
-/// True when the engine may write notes into the transcript: there are none, or its own, and no
-/// section of the person's stands where they go.
+/// True when the engine may write notes into the transcript: there are none and no section of the
+/// person's stands where they go, or they are its own and nothing else stands in their block.
 bool engineMayWriteNotes(std::string_view text);
 
 class TranscriptFactsCache {
