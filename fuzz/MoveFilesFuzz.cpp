@@ -49,9 +49,13 @@ void checkFile(std::string_view text) {
     const auto again = NextMoveFile::parse(*rewritten);
     law(again.has_value(), "and is read again");
     law(again->corrections == parsed->corrections, "with the same corrections");
-    std::string tail = EngineRegion::parse(text)->after;
-    if (!tail.ends_with('\n')) tail += '\n';
-    law(EngineRegion::parse(*rewritten)->after == tail, "and the same text below its markers");
+    // A file ends in a line feed, which joins a CR that was its last byte.
+    const auto tail = [](std::string_view file) {
+        std::string after = EngineRegion::parse(file)->after;
+        after.resize(after.find_last_not_of("\r\n") + 1);
+        return after;
+    };
+    law(tail(*rewritten) == tail(text), "and the same text below its markers");
 }
 }  // namespace
 
