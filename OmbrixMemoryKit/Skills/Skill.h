@@ -64,7 +64,7 @@ struct SkillSource {
 struct Skill {
     std::string name;         ///< the command's name
     std::string description;  ///< what it does
-    std::string prompt;       ///< lines end in LF, whatever the file has
+    std::string prompt;       ///< lines end in LF; those of a file with mixed ends keep their CR
     SkillOutput output = SkillOutput::doc;
     SkillOrigin origin = SkillOrigin::yours;
     Instant editedAt{};
