@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "OmbrixMarkdownKit/Transcript/MarkdownTranscript.h"
 #include "OmbrixMarkdownKit/Transcript/TranscriptEditor.h"
 #include "OmbrixPlatform/RandomText.h"
 #include "OmbrixPlatform/Text.h"
@@ -86,6 +87,7 @@ TEST(NotesBlockEdit, AnEditIsStampedAndTheProvenanceStaysLast) {
 
 TEST(NotesBlockEdit, RandomEditsKeepTheProvenanceAndEverythingAround) {
     test::RandomText random(12);
+    const auto talk = MarkdownTranscriptParser::parse(head)->turns;
     for (int round = 0; round < 300; ++round) {
         std::string text = transcript({.summary = "s"});
         if (round % 2 == 0) text = transcript({.summary = "s", .notes = {{"t", {"b"}}}});
@@ -95,6 +97,7 @@ TEST(NotesBlockEdit, RandomEditsKeepTheProvenanceAndEverythingAround) {
             const std::string before = text;
             text = NotesBlockEdit::replace(section, body, text, later).value();
             ASSERT_TRUE(text.starts_with(head) && text.ends_with("\n\ntheirs\n")) << text;
+            ASSERT_EQ(MarkdownTranscriptParser::parse(text)->turns, talk) << text;
             const bool isUntouched = text == before && !Text::contains(text, " edited=");
             const std::string machine = isUntouched ? author.machineLine() : edited();
             ASSERT_TRUE(Text::contains(text, "\n\n" + human + machine + "\n\n<!-- /ombrix:ai -->"))
