@@ -21,7 +21,7 @@ Cursor::Iterator& Cursor::iterator() {
 }
 
 // Of two scalars that stand alone each is a character, except CR LF.
-std::size_t Cursor::after(std::size_t place) {
+std::size_t Cursor::afterAny(std::size_t place) {
     if (place >= text_.size()) return text_.size();
     if (const auto [letter, length] = Letters::find(text_, place); letter.standsAlone) {
         const std::size_t next = place + length;

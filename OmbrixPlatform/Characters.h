@@ -20,13 +20,26 @@ class Cursor {
     Cursor& operator=(const Cursor&) = delete;
 
     /// The end of the character that starts at `place`; the text's size at the end.
-    std::size_t after(std::size_t place);
+    std::size_t after(std::size_t place) {
+        return isBetweenAscii(place) ? place + 1 : afterAny(place);
+    }
     /// The start of the character that ends at `place`; 0 at the start.
     std::size_t before(std::size_t place);
 
   private:
     struct Iterator;
     Iterator& iterator();
+    std::size_t afterAny(std::size_t place);
+
+    /// True for a character of one byte with one after it, as nearly all are.
+    bool isBetweenAscii(std::size_t place) const {
+        const auto isAscii = [&](std::size_t at) {
+            return static_cast<unsigned char>(text_[at]) < 0x80;
+        };
+        return place + 1 < text_.size() && isAscii(place) && isAscii(place + 1) &&
+               text_[place] != '\r';
+    }
+
     std::string_view text_;
     std::unique_ptr<Iterator> iterator_;
 };

@@ -24,110 +24,15 @@
 namespace ombrix::Files {
 namespace {
 
-class Descriptor {
-  public:
-    explicit Descriptor(int fd) : fd_(fd) {}
-    ~Descriptor() { close(); }
-    Descriptor(Descriptor&& other) noexcept : fd_(std::exchange(other.fd_, -1)) {}
-    Descriptor& operator=(Descriptor&& other) noexcept {
-        close();
-        fd_ = std::exchange(other.fd_, -1);
-        return *this;
-    }
-
-    int get() const { return fd_; }
-    bool isOpen() const { return fd_ >= 0; }
-    /// False when writes were lost; some file systems report that only here.
-    bool close() {
-        const int fd = std::exchange(fd_, -1);
-        return fd < 0 || ::close(fd) == 0;
-    }
-
-  private:
-    int fd_;
-};
-
-/// False for a path that contains a zero byte; the system would cut it there.
-bool isPath(std::string_view path) { return path.find('\0') == std::string_view::npos; }
+using OpenFile::Descriptor;
+using OpenFile::isPath;
+using OpenFile::Reached;
+using OpenFile::readUpTo;
 
 /// True for errors of the machine and not of one file: what was not read for such a reason may not
 /// be taken for missing.
 bool isShortage(int code) {
     return code == ENOMEM || code == EMFILE || code == ENFILE || code == EIO;
-}
-
-/// A path as the system takes it: one too long for a call is reached from a folder opened on the
-/// way. Both functions return -1 on failure and `errno` says why.
-class Reached {
-  public:
-    explicit Reached(const std::string& path) : rest_(path) {
-        constexpr std::size_t longestCall = PATH_MAX - 1;
-        while (rest_.size() > longestCall) {
-            const std::size_t cut = rest_.rfind('/', longestCall);
-            if (cut == std::string_view::npos || cut == 0) break;
-            const std::string step(rest_.substr(0, cut));
-            Descriptor next(::openat(folder(), step.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
-            if (!next.isOpen()) {
-                error_ = errno;
-                return;
-            }
-            folder_ = std::move(next);
-            rest_.remove_prefix(rest_.find_first_not_of('/', cut));
-        }
-    }
-
-    int open(int flags) const {
-        errno = error_;
-        return error_ != 0 ? -1 : ::openat(folder(), name(), flags | O_CLOEXEC);
-    }
-    int stat(struct stat& facts) const {
-        errno = error_;
-        return error_ != 0 ? -1 : ::fstatat(folder(), name(), &facts, 0);
-    }
-
-  private:
-    int folder() const { return folder_.isOpen() ? folder_.get() : AT_FDCWD; }
-    const char* name() const { return rest_.data(); }  // the end of a string, with its zero
-
-    std::string_view rest_;
-    Descriptor folder_{-1};
-    int error_ = 0;
-};
-
-/// Opens a regular file of at most `largest` bytes. Opening a pipe can block, and opening a device
-/// can have effects, so the kind is checked before opening, and again on what was opened. When the
-/// descriptor is not open, `errno` says why.
-Descriptor openRegular(const std::string& path, std::size_t largest, struct stat& facts) {
-    if (!isPath(path)) {
-        errno = ENOENT;
-        return Descriptor(-1);
-    }
-    const Reached reached(path);
-    if (reached.stat(facts) != 0) return Descriptor(-1);
-    if (S_ISREG(facts.st_mode)) {
-        Descriptor file(reached.open(O_RDONLY | O_NONBLOCK | O_NOCTTY));
-        if (!file.isOpen()) return file;
-        if (::fstat(file.get(), &facts) == 0 && S_ISREG(facts.st_mode)) {
-            if (static_cast<std::size_t>(facts.st_size) <= largest) return file;
-            errno = EFBIG;
-            return Descriptor(-1);
-        }
-    }
-    errno = S_ISDIR(facts.st_mode) ? EISDIR : EINVAL;
-    return Descriptor(-1);
-}
-
-/// Reads `size` bytes, or fewer when the file ends; nothing on an error.
-std::optional<std::size_t> readUpTo(const Descriptor& file, char* into, std::size_t size) {
-    std::size_t count = 0;
-    while (count < size) {
-        const ssize_t got = ::read(file.get(), into + count, size - count);
-        if (got < 0 && errno == EINTR) continue;
-        if (got < 0) return std::nullopt;
-        if (got == 0) break;
-        count += static_cast<std::size_t>(got);
-    }
-    return count;
 }
 
 void writeAll(const Descriptor& file, std::string_view bytes, const std::string& path) {
@@ -150,18 +55,19 @@ struct CloseFolder {
 };
 using Folder = std::unique_ptr<DIR, CloseFolder>;
 
-enum class Entry { file, folder, neither };
+enum class Entry { regular, other, folder, neither };
 
 Entry kindOf(const dirent& entry, int folder) {
+    if (entry.d_type == DT_REG) return Entry::regular;
     if (entry.d_type == DT_DIR) return Entry::folder;
-    if (entry.d_type != DT_LNK && entry.d_type != DT_UNKNOWN) return Entry::file;
+    if (entry.d_type != DT_LNK && entry.d_type != DT_UNKNOWN) return Entry::other;
     struct stat facts {};
     if (::fstatat(folder, entry.d_name, &facts, AT_SYMLINK_NOFOLLOW) != 0) return Entry::neither;
     if (S_ISDIR(facts.st_mode)) return Entry::folder;
-    if (!S_ISLNK(facts.st_mode)) return Entry::file;
-    return ::fstatat(folder, entry.d_name, &facts, 0) != 0 || S_ISDIR(facts.st_mode)
-               ? Entry::neither
-               : Entry::file;
+    if (S_ISLNK(facts.st_mode) &&
+        (::fstatat(folder, entry.d_name, &facts, 0) != 0 || S_ISDIR(facts.st_mode)))
+        return Entry::neither;
+    return S_ISREG(facts.st_mode) ? Entry::regular : Entry::other;
 }
 
 /// An open folder; null, with `errno` set, when it cannot be opened.
@@ -232,23 +138,26 @@ std::string standardised(std::string_view path) {
 }
 
 std::optional<std::string_view> Reader::read(const std::string& path, std::size_t largest) {
-    return read(path, largest, unlimited);
+    struct stat facts {};
+    const Descriptor file = from_ == From::walk ? neighbours_.regular(path, largest, facts)
+                                                : OpenFile::regular(path, largest, facts);
+    return read(path, file, static_cast<std::size_t>(facts.st_size));
 }
 
 std::optional<std::string_view> Reader::beginning(const std::string& path, std::size_t count) {
-    return read(path, unlimited, count);
+    if (from_ == From::walk) return read(path, neighbours_.open(path), count);
+    struct stat facts {};
+    const Descriptor file = OpenFile::regular(path, unlimited, facts);
+    return read(path, file, std::min(static_cast<std::size_t>(facts.st_size), count));
 }
 
-std::optional<std::string_view> Reader::read(const std::string& path, std::size_t largest,
-                                             std::size_t count) {
-    struct stat facts {};
+std::optional<std::string_view> Reader::read(const std::string& path, const Descriptor& file,
+                                             std::size_t size) {
     const auto nothing = [&path]() -> std::optional<std::string_view> {
         if (isShortage(errno)) throw Error(errno, "Cannot read", path);
         return std::nullopt;
     };
-    const Descriptor file = openRegular(path, largest, facts);
     if (!file.isOpen()) return nothing();
-    const std::size_t size = std::min(static_cast<std::size_t>(facts.st_size), count);
     if (size > capacity_) {
         buffer_ = std::make_unique_for_overwrite<char[]>(size);
         capacity_ = size;
@@ -260,7 +169,7 @@ std::optional<std::string_view> Reader::read(const std::string& path, std::size_
 
 std::string bytes(const std::string& path, std::size_t largest) {
     struct stat facts {};
-    const Descriptor file = openRegular(path, largest, facts);
+    const Descriptor file = OpenFile::regular(path, largest, facts);
     if (!file.isOpen()) throw Error(errno, "Cannot read", path);
     std::string content(static_cast<std::size_t>(facts.st_size), '\0');
     const auto count = readUpTo(file, content.data(), content.size());
@@ -282,7 +191,7 @@ std::optional<std::string> text(const std::string& path, std::size_t largest) {
 void forEachLine(const std::string& path, const std::function<void(std::string_view)>& visit) {
     constexpr std::size_t piece = std::size_t{1} << 20U;
     struct stat facts {};
-    const Descriptor file = openRegular(path, unlimited, facts);
+    const Descriptor file = OpenFile::regular(path, unlimited, facts);
     if (!file.isOpen()) return;
     std::string buffer(piece, '\0');
     std::size_t kept = 0;  // bytes of a line that has not ended yet
@@ -303,7 +212,8 @@ void forEachLine(const std::string& path, const std::function<void(std::string_v
     if (kept > 0) visit(std::string_view(buffer).substr(0, kept));
 }
 
-void walk(const std::string& folder, const std::function<void(std::string path)>& visit) {
+void walk(const std::string& folder, const std::function<void(std::string path)>& visit,
+          Seen seen) {
     if (!isPath(folder)) throw Error(ENOENT, "Cannot open", folder);
     std::vector<std::string> waiting{folder};
     for (bool isRoot = true; !waiting.empty(); isRoot = false) {
@@ -325,7 +235,8 @@ void walk(const std::string& folder, const std::function<void(std::string path)>
             std::string path = Paths::joined(place, entry->d_name);
             const Entry kind = kindOf(*entry, ::dirfd(open.get()));
             if (kind == Entry::folder) waiting.push_back(std::move(path));
-            if (kind == Entry::file) visit(std::move(path));
+            if (kind == Entry::regular || (kind == Entry::other && seen == Seen::allFiles))
+                visit(std::move(path));
         }
         if (errno != 0) passOver("Cannot read");
     }

@@ -16,6 +16,8 @@
 #include <system_error>
 #include <vector>
 
+#include "OmbrixPlatform/OpenFile.h"
+
 namespace ombrix::Files {
 
 /// The system's error; the message names the operation and the path.
@@ -52,9 +54,17 @@ std::string standardised(std::string_view path);
 /// No limit for the size of a file.
 inline constexpr std::size_t unlimited = static_cast<std::size_t>(-1);
 
+/// Where a reader's paths are from.
+enum class From {
+    anywhere,
+    walk,  ///< a `walk` that saw `Seen::regularFiles`, just before: then a file takes fewer calls
+};
+
 /// Reads files one after the other into one buffer, which grows to the size of the largest.
 class Reader {
   public:
+    explicit Reader(From from = From::anywhere) : from_(from) {}
+
     /// The bytes of a regular file, valid until the next call; nothing when it is another kind of
     /// file, holds more than `largest` bytes or cannot be read. Throws `Error` for a shortage of
     /// memory or descriptors and for a failing disk.
@@ -63,9 +73,11 @@ class Reader {
     std::optional<std::string_view> beginning(const std::string& path, std::size_t count);
 
   private:
-    std::optional<std::string_view> read(const std::string& path, std::size_t largest,
-                                         std::size_t count);
+    std::optional<std::string_view> read(const std::string& path, const OpenFile::Descriptor& file,
+                                         std::size_t size);
 
+    From from_;
+    OpenFile::Neighbours neighbours_;
     std::unique_ptr<char[]> buffer_;  // not a string, which would fill it with zeros first
     std::size_t capacity_ = 0;
 };
@@ -81,12 +93,19 @@ std::optional<std::string> text(const std::string& path, std::size_t largest = u
 /// longest line needs memory. Nothing for a file that cannot be read.
 void forEachLine(const std::string& path, const std::function<void(std::string_view line)>& visit);
 
-/// Calls `visit` for everything below `folder` that is not a folder, in no particular order, with a
+/// What a walk sees.
+enum class Seen {
+    allFiles,      ///< everything that is not a folder
+    regularFiles,  ///< and links to them
+};
+
+/// Calls `visit` for every file below `folder`, in no particular order, with a
 /// path that starts with `folder`. Hidden files and folders (names that start with ".") are
 /// skipped, and so are links to folders, broken links and folders below that may not be read. Not
 /// recursive, so deep trees do not overflow the stack. Throws `Error` when `folder` itself cannot
 /// be opened, and for a shortage of memory or descriptors or a failing disk anywhere.
-void walk(const std::string& folder, const std::function<void(std::string path)>& visit);
+void walk(const std::string& folder, const std::function<void(std::string path)>& visit,
+          Seen seen = Seen::allFiles);
 
 /// The names of everything in `folder`, hidden ones too, in ascending order of their bytes. None
 /// when it is missing or may not be read. Throws `Error` for a shortage of memory or descriptors

@@ -7,20 +7,20 @@
 
 namespace ombrix {
 
-AskMeeting AskMeeting::of(const IdentifiedDocument& transcript, std::string_view root) {
-    const TranscriptDocument& document = transcript.document;
-    return {.id = transcript.id,
-            .title = document.title,
-            .date = document.date,
-            .start = document.startedAt,
-            .participants = document.participants,
-            .folder = folderOf(transcript.id, root)};
-}
-
 std::vector<AskMeeting> AskMeeting::all(const TranscriptLibrary& library) {
     const std::string root = library.root();
+    auto listed = library.list();
     std::vector<AskMeeting> meetings;
-    for (const auto& transcript : library.headers()) meetings.push_back(of(transcript, root));
+    meetings.reserve(listed.size());
+    for (auto& transcript : listed) {
+        std::string folder = folderOf(transcript.path, root);
+        meetings.push_back({.id = std::move(transcript.path),
+                            .title = std::move(transcript.title),
+                            .date = std::move(transcript.date),
+                            .start = std::move(transcript.startedAt),
+                            .participants = std::move(transcript.participants),
+                            .folder = std::move(folder)});
+    }
     return meetings;
 }
 

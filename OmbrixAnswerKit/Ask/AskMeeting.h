@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "OmbrixMarkdownKit/Library/TranscriptLibrary.h"
-#include "OmbrixMarkdownKit/Search/AnswerScope.h"
 
 namespace ombrix {
 
@@ -18,9 +17,7 @@ struct AskMeeting {
     std::vector<std::string> participants;
     std::string folder;  ///< below the transcripts folder: "Acme/Weekly"; empty for a file in it
 
-    /// The meeting of a transcript whose id is its path; `root` is the transcripts folder.
-    static AskMeeting of(const IdentifiedDocument& transcript, std::string_view root);
-    /// The meetings of a transcripts folder, in its order; see `TranscriptLibrary::headers`.
+    /// The meetings of a transcripts folder, in its order; see `TranscriptLibrary::list`.
     static std::vector<AskMeeting> all(const TranscriptLibrary& library);
 
     /// The folder of `path` below `root`: "Acme" of "/r/Acme/a.md" in "/r" or "/r/". Empty for a

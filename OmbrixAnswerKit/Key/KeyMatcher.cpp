@@ -1,6 +1,7 @@
 #include "OmbrixAnswerKit/Key/KeyMatcher.h"
 
 #include <algorithm>
+#include <bitset>
 #include <cmath>
 #include <set>
 #include <unordered_map>
@@ -43,12 +44,18 @@ class Words {
   public:
     explicit Words(std::string_view text) : words_(nameTokens(text)) {
         for (std::size_t i = 0; i < words_.size(); ++i) places_[words_[i]].push_back(i);
-        for (const auto& [word, places] : places_) lengths_.insert(word.size());
+        for (const auto& [word, places] : places_) {
+            lengths_.insert(word.size());
+            firstBytes_.set(static_cast<unsigned char>(word[0]));
+        }
     }
     Words(const Words&) = delete;
     Words& operator=(const Words&) = delete;
 
-    bool contains(std::string_view word) const { return places_.contains(word); }
+    bool contains(std::string_view word) const {
+        return !word.empty() && firstBytes_[static_cast<unsigned char>(word[0])] &&
+               places_.contains(word);
+    }
 
     /// True when the words of `phrase` follow each other there.
     bool containsPhrase(const std::vector<std::string_view>& phrase) const {
@@ -100,6 +107,7 @@ class Words {
     std::vector<std::string> words_;
     std::unordered_map<std::string_view, std::vector<std::size_t>> places_;
     std::set<std::size_t> lengths_;  // of the words, in bytes
+    std::bitset<256> firstBytes_;    // of the words
 };
 
 /// A person of the pool and where the surface names it.
@@ -134,7 +142,6 @@ class Matching {
           threads_(threads),
           me_(me),
           orgs_(orgNames(pool)),
-          plain_(plainWords(pool)),
           today_(day(today)) {
         std::size_t participants = 0;
         for (const AskMeeting& meeting : pool) participants += meeting.participants.size();
@@ -188,13 +195,23 @@ class Matching {
                (touchesThread(meeting) ? threadWorth : 0.0) + wordScore(title);
     }
 
-    double wordScore(const Title& title) const {
+    bool isShown(std::string_view word) const {
+        return title_.contains(word) || near_.contains(word);
+    }
+
+    /// Of a word that is shown.
+    bool isPlain(std::string_view word) {
+        if (!plain_)
+            plain_ = plainWords(pool_, [&](std::string_view each) { return isShown(each); });
+        return plain_->contains(word);
+    }
+
+    double wordScore(const Title& title) {
         std::size_t fieldHits = 0;
         std::size_t surfaceHits = 0;
         for (const std::string& word : title.words) {
             if (field_.contains(word)) ++fieldHits;
-            const bool isShown = title_.contains(word) || near_.contains(word);
-            if (isShown && !plain_.contains(word)) ++surfaceHits;
+            if (isShown(word) && !isPlain(word)) ++surfaceHits;
         }
         double score = static_cast<double>(std::min(fieldHits, mostFieldHits));
         if (surfaceHits >= leastSurfaceHits) {
@@ -279,7 +296,8 @@ class Matching {
     const std::span<const AskMeeting> pool_;
     const ThreadNames& threads_;
     const Me& me_;
-    const WordsSet orgs_, plain_;
+    const WordsSet orgs_;
+    std::optional<WordsSet> plain_;  // of the words shown; nothing until one is asked for
     const std::optional<std::int64_t> today_;
 
     std::vector<Known> known_;

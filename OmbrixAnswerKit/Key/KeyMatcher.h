@@ -91,6 +91,9 @@ WordsSet orgNames(std::span<const AskMeeting> pool);
 /// The words that say nothing of a meeting: common English ones, and those that stand in more
 /// titles than one in 25 of the pool, at least in four.
 WordsSet plainWords(std::span<const AskMeeting> pool);
+/// Those of them for which `matters` is true: quick when it is false of most.
+WordsSet plainWords(std::span<const AskMeeting> pool,
+                    const std::function<bool(std::string_view word)>& matters);
 
 /// What typed words may pick a meeting by: the words of its title, of the other persons and of the
 /// thread's names, those of three characters and more, each once, without `excluding`; then "1:1"

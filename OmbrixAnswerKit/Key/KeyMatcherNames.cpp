@@ -196,16 +196,24 @@ WordsSet orgNames(std::span<const AskMeeting> pool) {
 }
 
 WordsSet plainWords(std::span<const AskMeeting> pool) {
+    return plainWords(pool, [](std::string_view) { return true; });
+}
+
+WordsSet plainWords(std::span<const AskMeeting> pool,
+                    const std::function<bool(std::string_view word)>& matters) {
     std::unordered_map<std::string, std::size_t> titles;
     for (const AskMeeting& meeting : pool) {
         const std::string lowered = Text::lowercased(meeting.title);
         auto words = KeyWords::inLowered(lowered);
+        std::erase_if(words, [&](std::string_view word) { return !matters(word); });
         std::ranges::sort(words);
         words.erase(std::ranges::unique(words).begin(), words.end());
         for (const auto word : words)
             if (Characters::hasAtLeast(word, 4)) ++titles[std::string(word)];
     }
-    WordsSet plain(commonWords.words.begin(), commonWords.words.end());
+    WordsSet plain;
+    for (const auto word : commonWords.words)
+        if (matters(word)) plain.emplace(word);
     const std::size_t many = std::max<std::size_t>(pool.size() / 25, 3);
     for (const auto& [word, count] : titles)
         if (count > many) plain.insert(word);

@@ -49,7 +49,7 @@ std::vector<TranscriptEntry> read(const TranscriptsFolder& folder, const std::st
     ForkJoin::run(
         paths.size(), ForkJoin::workersFor(paths.size(), filesPerWorker),
         [&](ForkJoin::Places& places) {
-            TranscriptReader reader;
+            TranscriptReader reader(Files::From::walk);
             places.take([&](std::size_t i) {
                 const auto facts = Files::facts(paths[i]);
                 if (!facts || (facts->isLink && !folder.holds(paths[i]))) return;

@@ -19,8 +19,9 @@ struct Entry {
 };
 
 void sortNewestFirst(std::vector<Entry>& entries) {
-    const auto place = [](const Entry& entry) { return LibraryOrder{entry.start, entry.id}; };
-    std::ranges::sort(entries, std::less<>(), place);
+    ombrix::sortNewestFirst(entries, [](const Entry& entry) {
+        return LibraryOrder{entry.start, entry.id};
+    });
 }
 
 /// The scope without `lastN`, which can only be applied once the others are in order.
@@ -50,7 +51,8 @@ class Worker {
   public:
     explicit Worker(const Question& question)
         : question_(question),
-          collector_(question.matcher, RankedTranscriptSearch::speakerQuestion(question.options)) {}
+          collector_(question.matcher, RankedTranscriptSearch::speakerQuestion(question.options)),
+          reader_(Files::From::walk) {}
 
     bool mayPass(Entry& entry);
     bool read(Entry& entry);

@@ -3,14 +3,27 @@
 // whole file of them; `LibrarySearch` answers questions.
 #pragma once
 
+#include <algorithm>
+#include <cstddef>
 #include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "OmbrixMarkdownKit/Search/AnswerScope.h"
 
 namespace ombrix {
+
+/// A transcript as a list of meetings shows it: its path and some fields of its frontmatter.
+struct ListedTranscript {
+    std::string path;
+    std::string title;
+    std::string date;
+    std::string startedAt;
+    std::vector<std::string> participants;
+    bool operator==(const ListedTranscript&) const = default;
+};
 
 struct TranscriptLibrary {
     std::string folder;
@@ -22,7 +35,8 @@ struct TranscriptLibrary {
     std::string root() const;
 
     /// The paths, standardised, of the files below `folder` that may be transcripts: those with the
-    /// extension "md" in any case that are not excluded. Opens none. In no particular order.
+    /// extension "md" in any case that are not excluded. Opens none. In no particular order, but
+    /// the files of one folder together. A reader of `Files::From::walk` may read them.
     std::vector<std::string> paths() const;
 
     /// The transcripts in `LibraryOrder`, with their paths as ids. A file that
@@ -30,9 +44,9 @@ struct TranscriptLibrary {
     /// library in memory; `LibrarySearch` answers questions without that.
     std::vector<IdentifiedDocument> scan() const;
 
-    /// The same with the frontmatter's fields alone, as `TranscriptReader::header` reads them: a
-    /// small part of what `scan` reads and holds.
-    std::vector<IdentifiedDocument> headers() const;
+    /// The transcripts in the same order by what `TranscriptReader::header` reads of them: a small
+    /// part of what `scan` reads and holds.
+    std::vector<ListedTranscript> list() const;
 };
 
 /// The order of a library: the latest start first, then the greater id. Two entries never tie.
@@ -41,13 +55,28 @@ struct LibraryOrder {
     std::string_view id;
     /// True when this one comes first.
     bool operator<(const LibraryOrder& other) const {
-        return start != other.start ? start > other.start : id > other.id;
+        const int order = start.compare(other.start);
+        return order != 0 ? order > 0 : id > other.id;
     }
 };
 
 /// When the meeting started; its day when that is all the transcript tells.
 const std::string& startOf(const TranscriptDocument& document);
 
-/// Sorts by `LibraryOrder`.
+/// Sorts by the `LibraryOrder` that `orderOf` gives of an element, as views of it. Elements may be
+/// large: each is moved once.
+template <typename Element, typename OrderOf>
+void sortNewestFirst(std::vector<Element>& elements, OrderOf orderOf) {
+    std::vector<std::pair<LibraryOrder, std::size_t>> places;
+    places.reserve(elements.size());
+    for (const Element& element : elements) places.emplace_back(orderOf(element), places.size());
+    std::ranges::sort(places, [](const auto& a, const auto& b) { return a.first < b.first; });
+    std::vector<Element> sorted;
+    sorted.reserve(elements.size());
+    for (const auto& [order, place] : places) sorted.push_back(std::move(elements[place]));
+    elements = std::move(sorted);
+}
+
+/// The same of documents.
 void sortNewestFirst(std::vector<IdentifiedDocument>& documents);
 }  // namespace ombrix

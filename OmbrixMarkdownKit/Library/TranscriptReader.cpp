@@ -11,26 +11,27 @@ namespace {
 
 constexpr std::size_t enoughForHeaders = 4096;
 
-/// The frontmatter at the beginning of a file, its "---" lines included, with LF line ends; nothing
-/// when it does not end there. A loose closing line counts only when the whole file has no strict
-/// one.
-std::optional<std::string> frontmatterOf(std::string_view beginning) {
-    constexpr std::string_view closing = "\n---\n";
-    std::string text = Text::withLineFeeds(beginning);
-    const std::size_t end = text.find(closing);
-    if (end == text.npos) return std::nullopt;
-    text.resize(end + closing.size());
-    return text;
-}
+constexpr std::string_view closing = "\n---\n";
 
 std::optional<TranscriptDocument> headerOf(std::string_view text) {
     const auto frame = TranscriptSections::frame(text);
     if (!frame) return std::nullopt;
-    TranscriptDocument header;
-    TranscriptHeader::read(frame->header, header);
+    std::optional<TranscriptDocument> header(std::in_place);
+    TranscriptHeader::read(frame->header, *header);
     return header;
 }
 }  // namespace
+
+std::optional<std::string_view> TranscriptReader::frontmatterOf(std::string_view beginning) {
+    std::size_t end = beginning.find(closing);
+    if (beginning.substr(0, end).find('\r') != std::string_view::npos) {
+        lineFeeds_ = Text::withLineFeeds(beginning);
+        beginning = lineFeeds_;
+        end = beginning.find(closing);
+    }
+    if (end == std::string_view::npos) return std::nullopt;
+    return beginning.substr(0, end + closing.size());
+}
 
 std::optional<std::string_view> TranscriptReader::bytes(const std::string& path) {
     const auto bytes = files_.read(path, largestTranscript);

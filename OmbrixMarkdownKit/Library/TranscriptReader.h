@@ -18,6 +18,8 @@ inline constexpr std::size_t largestTranscript = std::size_t{64} << 20U;
 
 class TranscriptReader {
   public:
+    explicit TranscriptReader(Files::From from = Files::From::anywhere) : files_(from) {}
+
     /// The document of a file; nothing when it cannot be read, has more than `largestTranscript`
     /// bytes, is not valid UTF-8, does not declare itself ours or has no frontmatter.
     std::optional<TranscriptDocument> document(const std::string& path);
@@ -39,6 +41,10 @@ class TranscriptReader {
     std::optional<TranscriptDocument> peek(const std::string& path);
 
   private:
+    /// The frontmatter at the beginning of a file, its "---" lines included, with LF line ends;
+    /// nothing when it does not end there. A loose closing line counts only when the whole file has
+    /// no strict one.
+    std::optional<std::string_view> frontmatterOf(std::string_view beginning);
     /// The bytes of a file that declares itself a transcript of ours, unchanged.
     std::optional<std::string_view> bytes(const std::string& path);
 

@@ -46,36 +46,34 @@ void readPendingOffset(Document& document, std::string_view value) {
 }
 
 struct ScalarKey {
-    std::string_view prefix;  // with its colon, so that no key is a prefix of another
+    std::string_view name;
     Read read;
 };
 
 constexpr std::array<ScalarKey, 15> scalarKeys = {{
-    {"title:", quoted<&Document::title>},
-    {"started_at:", plain<&Document::startedAt>},
-    {"date:", plain<&Document::date>},
-    {"duration_min:", readDuration},
-    {"source_app:", quoted<&Document::sourceApp>},
-    {"source:", plain<&Document::source>},
-    {"asr_summary:", quoted<&Document::asrSummary>},
-    {"asr:", plain<&Document::asr>},
-    {"status:", plain<&Document::status>},
-    {"private:", readPrivate},
-    {"calendar_event_id:", quoted<&Document::calendarEventID>},
-    {"spend_id:", quoted<&Document::spendID>},
-    {"pending_offset:", readPendingOffset},
-    {"pending_reason:", quoted<&Document::pendingReason>},
-    {"topic_hint:", quoted<&Document::topicHint>},
+    {"title", quoted<&Document::title>},
+    {"started_at", plain<&Document::startedAt>},
+    {"date", plain<&Document::date>},
+    {"duration_min", readDuration},
+    {"source_app", quoted<&Document::sourceApp>},
+    {"source", plain<&Document::source>},
+    {"asr_summary", quoted<&Document::asrSummary>},
+    {"asr", plain<&Document::asr>},
+    {"status", plain<&Document::status>},
+    {"private", readPrivate},
+    {"calendar_event_id", quoted<&Document::calendarEventID>},
+    {"spend_id", quoted<&Document::spendID>},
+    {"pending_offset", readPendingOffset},
+    {"pending_reason", quoted<&Document::pendingReason>},
+    {"topic_hint", quoted<&Document::topicHint>},
 }};
 
-bool readScalar(std::string_view line, Document& document) {
-    for (const auto& [prefix, read] : scalarKeys) {
-        if (line.starts_with(prefix)) {
-            read(document, Text::trimmedSpacesAndTabs(line.substr(prefix.size())));
-            return true;
-        }
-    }
-    return false;
+/// False when `name` is none of the keys.
+bool readScalar(std::string_view name, std::string_view value, Document& document) {
+    const auto key = std::ranges::find(scalarKeys, name, &ScalarKey::name);
+    if (key == scalarKeys.end()) return false;
+    key->read(document, value);
+    return true;
 }
 
 /// tags: [a, "b c"] or tags: solo
@@ -101,12 +99,14 @@ void readItem(List list, std::string_view item, Document& document) {
 
 /// Reads a line that is no item of the list before it; returns the list that it opens.
 List readKey(std::string_view line, Document& document) {
-    constexpr std::string_view tagsKey = "tags:";
-    if (readScalar(line, document)) return List::none;
-    if (line.starts_with("participants:")) return List::participants;
-    if (line.starts_with("pending_audio:")) return List::pendingAudio;
-    if (!line.starts_with(tagsKey)) return List::none;
-    const auto value = Text::trimmedSpacesAndTabs(line.substr(tagsKey.size()));
+    const std::size_t colon = line.find(':');
+    if (colon == std::string_view::npos) return List::none;
+    const auto name = line.substr(0, colon);
+    const auto value = Text::trimmedSpacesAndTabs(line.substr(colon + 1));
+    if (readScalar(name, value, document)) return List::none;
+    if (name == "participants") return List::participants;
+    if (name == "pending_audio") return List::pendingAudio;
+    if (name != "tags") return List::none;
     if (value.empty()) return List::tags;
     readInlineTags(value, document.tags);
     return List::none;
