@@ -222,6 +222,7 @@ void walk(const std::string& folder, const std::function<void(std::string path)>
         const auto passOver = [&](const char* operation) {
             if (isRoot || isShortage(errno)) throw Error(errno, operation, place);
         };
+        const std::string before = Paths::joined(place, "");
         const Folder open = openFolder(place);
         if (open == nullptr) {
             passOver("Cannot open");
@@ -232,7 +233,8 @@ void walk(const std::string& folder, const std::function<void(std::string path)>
             const dirent* const entry = ::readdir(open.get());
             if (entry == nullptr) break;
             if (entry->d_name[0] == '.') continue;
-            std::string path = Paths::joined(place, entry->d_name);
+            std::string path = before;
+            path += entry->d_name;
             const Entry kind = kindOf(*entry, ::dirfd(open.get()));
             if (kind == Entry::folder) waiting.push_back(std::move(path));
             if (kind == Entry::regular || (kind == Entry::other && seen == Seen::allFiles))

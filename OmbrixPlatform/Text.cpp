@@ -156,9 +156,11 @@ std::string_view trimmedBlanks(std::string_view text) {
 }
 
 std::string_view trimmedSpacesAndTabs(std::string_view text) {
-    const std::size_t begin = text.find_first_not_of(" \t");
-    if (begin == std::string_view::npos) return text.substr(text.size());
-    return text.substr(begin, text.find_last_not_of(" \t") + 1 - begin);
+    const auto isBlank = [](char c) { return c == ' ' || c == '\t'; };
+    std::size_t begin = 0, end = text.size();
+    while (begin < end && isBlank(text[begin])) ++begin;
+    while (begin < end && isBlank(text[end - 1])) --end;
+    return text.substr(begin, end - begin);
 }
 
 std::vector<std::string_view> split(std::string_view text, std::string_view separator) {

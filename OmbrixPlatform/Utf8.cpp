@@ -8,6 +8,16 @@
 namespace ombrix::Utf8 {
 namespace {
 
+constexpr std::uint64_t highBits = 0x8080808080808080U;
+
+/// True when the first eight bytes are ASCII.
+bool startsWithAsciiWord(std::string_view text) {
+    std::uint64_t word = 0;
+    if (text.size() < sizeof word) return false;
+    std::memcpy(&word, text.data(), sizeof word);
+    return (word & highBits) == 0;
+}
+
 bool isContinuation(char c) { return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U; }
 
 /// What a lead byte determines: the length of the sequence and the range of the second byte. Length
@@ -46,7 +56,6 @@ std::size_t maximalPart(std::string_view text, std::size_t at, bool& wellFormed)
 }  // namespace
 
 bool isAscii(std::string_view text) {
-    constexpr std::uint64_t highBits = 0x8080808080808080U;
     std::size_t at = 0;
     for (; at + 32 <= text.size(); at += 32) {
         std::uint64_t words[4];
@@ -65,7 +74,7 @@ bool isValid(std::string_view text) {
     if (isAscii(text)) return true;
     for (std::size_t at = 0; at < text.size();) {
         if (static_cast<unsigned char>(text[at]) < 0x80) {
-            ++at;
+            at += startsWithAsciiWord(text.substr(at)) ? sizeof(std::uint64_t) : 1;
             continue;
         }
         bool wellFormed = false;

@@ -9,10 +9,10 @@ namespace ombrix {
 
 std::vector<AskMeeting> AskMeeting::all(const TranscriptLibrary& library) {
     const std::string root = library.root();
-    auto listed = library.list();
+    auto paths = library.paths();
     std::vector<AskMeeting> meetings;
-    meetings.reserve(listed.size());
-    for (auto& transcript : listed) {
+    meetings.reserve(paths.size());
+    listTranscripts(std::move(paths), [&](ListedTranscript transcript) {
         std::string folder = folderOf(transcript.path, root);
         meetings.push_back({.id = std::move(transcript.path),
                             .title = std::move(transcript.title),
@@ -20,7 +20,10 @@ std::vector<AskMeeting> AskMeeting::all(const TranscriptLibrary& library) {
                             .start = std::move(transcript.startedAt),
                             .participants = std::move(transcript.participants),
                             .folder = std::move(folder)});
-    }
+    });
+    sortNewestFirst(meetings, [](const AskMeeting& meeting) {
+        return LibraryOrder{startOf(meeting.start, meeting.date), meeting.id};
+    });
     return meetings;
 }
 

@@ -17,7 +17,7 @@ struct AskMeeting {
     std::vector<std::string> participants;
     std::string folder;  ///< below the transcripts folder: "Acme/Weekly"; empty for a file in it
 
-    /// The meetings of a transcripts folder, in its order; see `TranscriptLibrary::list`.
+    /// The meetings of a transcripts folder, in its order; see `listTranscripts`.
     static std::vector<AskMeeting> all(const TranscriptLibrary& library);
 
     /// The folder of `path` below `root`: "Acme" of "/r/Acme/a.md" in "/r" or "/r/". Empty for a

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <mutex>
 #include <utility>
 
 #include "OmbrixMarkdownKit/Library/TranscriptReader.h"
@@ -13,45 +14,8 @@
 namespace ombrix {
 namespace {
 
-/// What `one` gives of each path with a reader of its worker, in the order of the paths.
-template <typename Record>
-std::vector<Record> readAll(std::vector<std::string> paths,
-                            std::optional<Record> (*one)(TranscriptReader&, std::string&& path)) {
-    constexpr std::size_t filesPerWorker = 32;  // fewer are read sooner than a thread is made
-    std::vector<std::optional<Record>> found(paths.size());
-    ForkJoin::run(
-        paths.size(), ForkJoin::workersFor(paths.size(), filesPerWorker),
-        [&](ForkJoin::Places& places) {
-            TranscriptReader reader(Files::From::walk);
-            places.take([&](std::size_t i) { found[i] = one(reader, std::move(paths[i])); });
-        });
-    std::vector<Record> records;
-    records.reserve(paths.size());
-    for (auto& record : found)
-        if (record) records.push_back(std::move(*record));
-    return records;
-}
+constexpr std::size_t filesPerWorker = 32;  // fewer are read sooner than a thread is made
 
-std::optional<IdentifiedDocument> documentAt(TranscriptReader& reader, std::string&& path) {
-    auto document = reader.document(path);
-    if (!document) return std::nullopt;
-    return IdentifiedDocument{std::move(path), std::move(*document)};
-}
-
-std::optional<ListedTranscript> listedAt(TranscriptReader& reader, std::string&& path) {
-    auto header = reader.header(path);
-    if (!header) return std::nullopt;
-    return ListedTranscript{.path = std::move(path),
-                            .title = std::move(header->title),
-                            .date = std::move(header->date),
-                            .startedAt = std::move(header->startedAt),
-                            .participants = std::move(header->participants)};
-}
-
-/// When a meeting started; its day when that is all that is known.
-const std::string& startOf(const std::string& startedAt, const std::string& date) {
-    return startedAt.empty() ? date : startedAt;
-}
 }  // namespace
 
 std::string TranscriptLibrary::root() const { return Files::standardised(folder); }
@@ -67,21 +31,38 @@ std::vector<std::string> TranscriptLibrary::paths() const {
 }
 
 std::vector<IdentifiedDocument> TranscriptLibrary::scan() const {
-    auto documents = readAll(paths(), documentAt);
+    auto files = paths();
+    std::vector<std::optional<TranscriptDocument>> found(files.size());
+    ForkJoin::run(files.size(), ForkJoin::workersFor(files.size(), filesPerWorker),
+                  [&](ForkJoin::Places& places) {
+                      TranscriptReader reader(Files::From::walk);
+                      places.take([&](std::size_t i) { found[i] = reader.document(files[i]); });
+                  });
+    std::vector<IdentifiedDocument> documents;
+    for (std::size_t i = 0; i < files.size(); ++i)
+        if (found[i]) documents.push_back({std::move(files[i]), std::move(*found[i])});
     sortNewestFirst(documents);
     return documents;
 }
 
-std::vector<ListedTranscript> TranscriptLibrary::list() const {
-    auto listed = readAll(paths(), listedAt);
-    sortNewestFirst(listed, [](const ListedTranscript& transcript) {
-        return LibraryOrder{startOf(transcript.startedAt, transcript.date), transcript.path};
-    });
-    return listed;
-}
-
-const std::string& startOf(const TranscriptDocument& document) {
-    return startOf(document.startedAt, document.date);
+void listTranscripts(std::vector<std::string> paths,
+                     const std::function<void(ListedTranscript)>& take) {
+    std::mutex guard;
+    ForkJoin::run(paths.size(), ForkJoin::workersFor(paths.size(), filesPerWorker),
+                  [&](ForkJoin::Places& places) {
+                      TranscriptReader reader(Files::From::walk);
+                      places.take([&](std::size_t i) {
+                          auto header = reader.header(paths[i]);
+                          if (!header) return;
+                          ListedTranscript listed{.path = std::move(paths[i]),
+                                                  .title = std::move(header->title),
+                                                  .date = std::move(header->date),
+                                                  .startedAt = std::move(header->startedAt),
+                                                  .participants = std::move(header->participants)};
+                          const std::lock_guard lock(guard);
+                          take(std::move(listed));
+                      });
+                  });
 }
 
 void sortNewestFirst(std::vector<IdentifiedDocument>& documents) {

@@ -43,11 +43,13 @@ struct TranscriptLibrary {
     /// `TranscriptReader::document` does not read is left out without a message. Holds the whole
     /// library in memory; `LibrarySearch` answers questions without that.
     std::vector<IdentifiedDocument> scan() const;
-
-    /// The transcripts in the same order by what `TranscriptReader::header` reads of them: a small
-    /// part of what `scan` reads and holds.
-    std::vector<ListedTranscript> list() const;
 };
+
+/// Calls `take` with each of the files that is a transcript, by what `TranscriptReader::header`
+/// reads of it: a small part of what `scan` reads and holds. One call at a time, but on several
+/// threads, in no particular order. The paths are those of `TranscriptLibrary::paths`.
+void listTranscripts(std::vector<std::string> paths,
+                     const std::function<void(ListedTranscript)>& take);
 
 /// The order of a library: the latest start first, then the greater id. Two entries never tie.
 struct LibraryOrder {
@@ -60,8 +62,13 @@ struct LibraryOrder {
     }
 };
 
-/// When the meeting started; its day when that is all the transcript tells.
-const std::string& startOf(const TranscriptDocument& document);
+/// When a meeting started; its day when that is all that is known.
+inline const std::string& startOf(const std::string& startedAt, const std::string& date) {
+    return startedAt.empty() ? date : startedAt;
+}
+inline const std::string& startOf(const TranscriptDocument& document) {
+    return startOf(document.startedAt, document.date);
+}
 
 /// Sorts by the `LibraryOrder` that `orderOf` gives of an element, as views of it. Elements may be
 /// large: each is moved once.
@@ -71,10 +78,15 @@ void sortNewestFirst(std::vector<Element>& elements, OrderOf orderOf) {
     places.reserve(elements.size());
     for (const Element& element : elements) places.emplace_back(orderOf(element), places.size());
     std::ranges::sort(places, [](const auto& a, const auto& b) { return a.first < b.first; });
-    std::vector<Element> sorted;
-    sorted.reserve(elements.size());
-    for (const auto& [order, place] : places) sorted.push_back(std::move(elements[place]));
-    elements = std::move(sorted);
+    for (std::size_t start = 0; start < places.size(); ++start) {
+        if (places[start].second == start) continue;
+        // Each place gets the element that belongs there, until the circle is closed.
+        Element first = std::move(elements[start]);
+        std::size_t at = start;
+        for (std::size_t from; (from = std::exchange(places[at].second, at)) != start; at = from)
+            elements[at] = std::move(elements[from]);
+        elements[at] = std::move(first);
+    }
 }
 
 /// The same of documents.

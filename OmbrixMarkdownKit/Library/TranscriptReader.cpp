@@ -14,10 +14,9 @@ constexpr std::size_t enoughForHeaders = 4096;
 constexpr std::string_view closing = "\n---\n";
 
 std::optional<TranscriptDocument> headerOf(std::string_view text) {
-    const auto frame = TranscriptSections::frame(text);
-    if (!frame) return std::nullopt;
-    std::optional<TranscriptDocument> header(std::in_place);
-    TranscriptHeader::read(frame->header, *header);
+    std::optional<TranscriptDocument> header;
+    if (const auto frame = TranscriptSections::frame(text))
+        TranscriptHeader::read(frame->header, header.emplace());
     return header;
 }
 }  // namespace

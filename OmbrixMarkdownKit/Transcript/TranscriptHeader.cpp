@@ -104,7 +104,11 @@ List readKey(std::string_view line, Document& document) {
     const auto name = line.substr(0, colon);
     const auto value = Text::trimmedSpacesAndTabs(line.substr(colon + 1));
     if (readScalar(name, value, document)) return List::none;
-    if (name == "participants") return List::participants;
+    if (name == "participants") {
+        constexpr std::size_t few = 4;
+        document.participants.reserve(few);
+        return List::participants;
+    }
     if (name == "pending_audio") return List::pendingAudio;
     if (name != "tags") return List::none;
     if (value.empty()) return List::tags;
