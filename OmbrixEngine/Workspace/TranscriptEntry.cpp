@@ -63,7 +63,7 @@ std::vector<TranscriptEntry> read(const TranscriptsFolder& folder, const std::st
     std::vector<TranscriptEntry> entries;
     for (auto& entry : found)
         if (entry) entries.push_back(std::move(*entry));
-    std::ranges::sort(entries, std::less<>(), [](const TranscriptEntry& entry) {
+    sortNewestFirst(entries, [](const TranscriptEntry& entry) {
         return LibraryOrder{startOf(entry.header), entry.path};
     });
     return entries;
