@@ -64,10 +64,25 @@ bool isPunctuation(std::string_view text) {
     return true;
 }
 
-/// Appends after a blank, which punctuation and scripts without blanks in their words do not need.
+/// Chinese, Japanese, Thai and Lao letters and marks.
+bool needsNoBlank(char32_t scalar) {
+    return (scalar >= 0x0E00 && scalar < 0x0F00) || (scalar >= 0x3000 && scalar < 0x3100) ||
+           (scalar >= 0x3400 && scalar < 0xA000) || (scalar >= 0xF900 && scalar < 0xFB00) ||
+           (scalar >= 0xFF00 && scalar < 0xFF61) || scalar >= 0x20000;
+}
+
+/// Appends after a blank, but a mark that ends a word, and scripts without blanks, right after it.
 void join(std::string& text, std::string_view more) {
+    constexpr auto marks =
+        std::to_array<std::string_view>({".", ",", "?", "!", ":", ";", "%", "…", "。", "、", "，",
+                                         "？", "！", "：", "।", "؟", "،"});
     more = Text::trimmed(more);
-    if (!text.empty() && !more.empty() && !isPunctuation(more)) text += ' ';
+    if (more.empty()) return;
+    const bool isMark = std::ranges::find(marks, more) != marks.end();
+    const bool isOneWord =
+        !text.empty() && needsNoBlank(Utf8::decode(more, 0).scalar) &&
+        needsNoBlank(Utf8::decode(text, Utf8::scalarStartBefore(text, text.size())).scalar);
+    if (!text.empty() && !isMark && !isOneWord) text += ' ';
     text += more;
 }
 

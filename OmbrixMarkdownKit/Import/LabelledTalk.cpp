@@ -134,7 +134,7 @@ std::optional<ParsedMeeting> readCaselessSpeakers(std::string_view text) {
     constexpr std::size_t mostLinesASpeech = 4;
     const Talk talk = readTalk(text, caselessLine);
     const Voices voices = voicesOf(talk);
-    if (voices.returning < 2 || voices.texts == 0 || !voices.areProse() || voices.areRecords ||
+    if (voices.returning < 2 || voices.texts == 0 || !voices.areProse() || voices.areRecords() ||
         talk.lines.size() > mostLinesASpeech * voices.speeches ||
         talk.linesBefore > mostLinesBefore)
         return std::nullopt;
@@ -156,7 +156,7 @@ bool isPlainTalk(std::string_view text) {
     });
     const Voices voices = voicesOf(talk);
     if (voices.speeches < 2 || labels * leastSpeechesALabel > voices.speeches ||
-        !voices.areProse() || voices.areRecords ||
+        !voices.areProse() || voices.areRecords() ||
         talk.lines.size() > mostLinesASpeech * voices.speeches ||
         talk.linesBefore > mostLinesBefore)
         return false;

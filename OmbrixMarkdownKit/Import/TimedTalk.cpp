@@ -17,6 +17,8 @@ namespace {
 constexpr std::size_t mostWithoutReturn = 5;
 constexpr std::size_t mostLinesASpeech = 40;
 constexpr std::size_t mostLinesBefore = 40;
+/// Three people may well speak twice in one order.
+constexpr std::size_t leastRoundsOfRecords = 3;
 
 /// What a call's page tells ahead of its first speech.
 struct CallPage {
@@ -95,7 +97,8 @@ bool isWithinReason(const Talk& talk, const Voices& voices) {
         return line.clock && line.speaker.empty() && !line.text.empty();
     });
     return voices.speeches >= 2 && !voices.clocksGoBack && voices.texts > 0 && voices.areProse() &&
-           !voices.areRecords && static_cast<std::size_t>(withoutName) <= voices.speeches &&
+           voices.rounds < leastRoundsOfRecords &&
+           static_cast<std::size_t>(withoutName) <= voices.speeches &&
            talk.lines.size() <= voices.speeches * mostLinesASpeech &&
            talk.linesBefore <= mostLinesBefore + 2 * voices.speeches;
 }

@@ -19,8 +19,17 @@ bool isAnyWord(std::string_view name) {
     return Text::isCaselessLetter(Utf8::decode(name, 0).scalar) && !isNumbered(name);
 }
 
+/// "{laughs}" is how people who transcribe write a sound.
 bool isCodeLike(std::string_view text) {
-    return text.find_first_of("{}=\\|_<>") != text.npos || text.ends_with(';');
+    constexpr std::string_view marks = "{}=\\|_<>";
+    std::size_t at = text.find_first_of(marks);
+    while (at != text.npos && text[at] == '{') {
+        do ++at;
+        while (at < text.size() && Text::isAsciiLetter(text[at]));
+        if (at == text.size() || text[at] != '}') return true;
+        at = text.find_first_of(marks, at + 1);
+    }
+    return at != text.npos || text.ends_with(';');
 }
 
 bool endsLikeSentence(std::string_view text) {
@@ -35,7 +44,8 @@ bool isPhrase(std::string_view text) {
     for (const char c : text) {
         const bool isBlank = c == ' ';
         const bool isMark = Text::contains(".,?!:;", std::string_view(&c, 1));
-        const bool isOfWord = Text::isAsciiLetter(c) || !Text::isAscii(c) || c == '\'' || c == '-';
+        const bool isOfWord = Text::isAsciiLetter(c) || !Text::isAscii(c) ||
+                              Text::contains("'-()[]{}", std::string_view(&c, 1));
         if (!isBlank && !isMark && (!isOfWord || wasMark)) return false;
         holdsBlank = holdsBlank || isBlank;
         wasMark = isMark;
@@ -43,13 +53,13 @@ bool isPhrase(std::string_view text) {
     return holdsBlank;
 }
 
-/// True when each name is that of `period` speeches before, from the first repetition on.
-bool repeatsInOrder(const Speakers& speakers) {
+/// How often all names came when each is that of as many speeches before; else 0.
+std::size_t roundsOf(const Speakers& speakers) {
     constexpr std::size_t leastPeriod = 3;
     const auto again = std::find(speakers.begin() + 1, speakers.end(), speakers.front());
     const auto period = static_cast<std::size_t>(again - speakers.begin());
-    if (period < leastPeriod || speakers.size() < 2 * period) return false;
-    return std::equal(again, speakers.end(), speakers.begin());
+    if (period < leastPeriod || !std::equal(again, speakers.end(), speakers.begin())) return 0;
+    return speakers.size() / period;
 }
 
 /// True when somebody speaks both before and from `place` on.
@@ -69,7 +79,7 @@ void countNames(Voices& voices, const Speakers& speakers) {
     }
     voices.speeches = speakers.size();
     voices.names = speeches.size();
-    voices.areRecords = !speakers.empty() && repeatsInOrder(speakers);
+    if (!speakers.empty()) voices.rounds = roundsOf(speakers);
 }
 
 void countTexts(Voices& voices, const Talk& talk) {
@@ -82,7 +92,7 @@ void countTexts(Voices& voices, const Talk& talk) {
     }
 }
 
-/// After the names are counted.
+/// After the names and texts are counted.
 void followClocks(Voices& voices, const Talk& talk, const Speakers& speakers) {
     constexpr std::int64_t fiveMinutes = 300, longestSilence = 20;
     std::optional<Clock> last;
@@ -93,8 +103,10 @@ void followClocks(Voices& voices, const Talk& talk, const Speakers& speakers) {
         if (!line.clock) continue;
         if (last && line.clock->seconds < last->seconds) {
             const std::size_t before = line.speaker.empty() ? speeches : speeches - 1;
-            if (midnights++ > 0 || !passesMidnight(*last, *line.clock) ||
-                !voices.areAllPersonal() || !stays(speakers, before))
+            const bool arePeople =
+                voices.areAllPersonal() || (voices.returning >= 2 && voices.endLikeSentences());
+            if (midnights++ > 0 || !passesMidnight(*last, *line.clock) || !arePeople ||
+                !stays(speakers, before))
                 voices.clocksGoBack = true;
         }
         ++clocks;

@@ -91,6 +91,10 @@ TEST(AnyExport, ReadsLinesWithClocks) {
         {"a midnight", "Ana R (11:59 PM):\na\nBo R (12:01 AM):\nb\nAna R (12:02 AM):\nc",
          ", . Ana R: a Bo R: b Ana R: c"},
         {"others after midnight", "Ana R (23:58):\na\nBo R (23:59):\nb\nJo R (00:01):\nc", ""},
+        {"three people in one order, with a sound",
+         "Ana R (0:01):\na\nBo R (0:02):\n{laughs} b\nJo R (0:03):\nc\nAna R (0:04):\nd\nBo R "
+         "(0:05):\ne\nJo R (0:06):\nf",
+         ", . Ana R: a Bo R: {laughs} b Jo R: c Ana R: d Bo R: e Jo R: f"},
         {"two midnights", "Ana R (23:58):\na\nBo R (0:00):\nb\nAna R (23:59):\nc\nBo R (0:00):\nd",
          ""},
         {"raw words",
@@ -209,6 +213,10 @@ TEST(AnyExport, ReadsJsonOfSpeech) {
          R"({"content": "no"}]}, {"speaker_label": "spk_0", "alternatives": [{"content": "it"}]},)"
          R"({"alternatives": [{"content": "."}]}, {"speaker_label": "spk_1", "text": "x"}]})",
          ", . spk_0: so it. spk_1: x"},
+        {"scripts without blanks",
+         R"({"words": [{"word": "你", "speaker": 1}, {"word": "好", "speaker": 1}, {"word": "。"},)"
+         R"({"word": "是", "speaker": 2}]})",
+         ", . Speaker 1: 你好。 Speaker 2: 是"},
         {"nobody is named",
          R"({"words": [{"word": "a", "start": 1}, {"word": "b c", "start": 2}]})", ""},
     };
