@@ -35,6 +35,11 @@ void ChangeSet::rewrite(std::string path, Make make) {
     files_.push_back({std::move(path), std::move(make)});
 }
 
+void ChangeSet::rewriteCopy(std::string_view original, std::string path, Make make) {
+    rewrite(std::move(path), std::move(make));
+    files_.back().original = original;
+}
+
 void ChangeSet::write(std::string path, std::string text) {
     rewrite(std::move(path), [text = std::move(text)](const auto&) { return text; });
 }
@@ -74,11 +79,18 @@ void ChangeSet::requireNoObstacle() const {
 
 std::vector<std::string> ChangeSet::leaveOutObstacles() {
     std::vector<std::string> found;
-    std::erase_if(files_, [&](const File& file) {
-        const auto why = obstacle(file);
-        if (why) found.push_back("Passed over: " + std::string(why->what()));
-        return why.has_value();
-    });
+    std::set<std::string, std::less<>> leftOut;
+    std::vector<File> others;
+    for (auto& file : std::exchange(files_, {})) {
+        if (leftOut.contains(file.original)) continue;
+        if (const auto why = obstacle(file)) {
+            found.push_back("Passed over: " + std::string(why->what()));
+            leftOut.insert(file.path);
+        } else {
+            others.push_back(std::move(file));
+        }
+    }
+    files_ = std::move(others);
     return found;
 }
 

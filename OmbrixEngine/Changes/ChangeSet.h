@@ -29,6 +29,8 @@ class ChangeSet {
 
     /// Paths are inside the transcripts folder.
     void rewrite(std::string path, Make make);
+    /// The same for a file that is a copy of `original`: it is left out together with that one.
+    void rewriteCopy(std::string_view original, std::string path, Make make);
     void write(std::string path, std::string text);
     void remove(std::string path);
 
@@ -61,6 +63,7 @@ class ChangeSet {
     struct File {
         std::string path;
         Make make{};  ///< nothing for a file to remove
+        std::string original{};
     };
     std::optional<CLIError> obstacle(const File& file) const;
     bool apply(const File& file, const std::function<void()>& beforeChange) const;

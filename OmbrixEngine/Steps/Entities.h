@@ -12,7 +12,8 @@ namespace ombrix::Entities {
 /// The person or thread that `argument` names: a key ("name:ana ruiz"); the path or the title of a
 /// memory file; a name that the meetings, the aliases or the memory files know; or a part of one
 /// that no other has, whole words first, without case and diacritics. A private one is found by its
-/// key or a whole name alone. Meetings that are private count as not landed. Throws `CLIError`,
+/// key or a whole name alone. Meetings that are private
+/// (`EngineWorkspace::isPrivate`) count as not landed. Throws `CLIError`,
 /// which lists the names when several fit.
 MemoryEntity named(EngineWorkspace& workspace, std::string_view argument);
 

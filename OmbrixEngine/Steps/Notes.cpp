@@ -3,10 +3,12 @@
 #include <set>
 #include <utility>
 
+#include "OmbrixCLI/PathArguments.h"
 #include "OmbrixEngine/Steps/TranscriptFacts.h"
 #include "OmbrixMarkdownKit/Transcript/NotesBlockWriter.h"
 #include "OmbrixMarkdownKit/Transcript/TranscriptEditor.h"
 #include "OmbrixMemoryKit/Notes/NotesBlockEdit.h"
+#include "OmbrixPlatform/Permissions.h"
 
 namespace ombrix {
 namespace {
@@ -57,7 +59,7 @@ void planBlock(const TranscriptsFolder& folder, ChangeSet& changes, const std::s
         if (!block || block->empty()) return std::nullopt;
         return std::string(*block) + "\n";
     };
-    changes.rewrite(NotesBlockWriter::mirrorURL(path), mirror);
+    changes.rewriteCopy(path, NotesBlockWriter::mirrorURL(path), mirror);
 }
 }  // namespace
 
@@ -77,8 +79,15 @@ std::vector<std::string> UnfinishedNotes::keys(EngineWorkspace& workspace) {
 }
 
 void planNotes(EngineWorkspace& workspace, ChangeSet& changes, std::vector<std::string> keys) {
-    auto unfinished = UnfinishedNotes::keys(workspace);
-    keys.insert(keys.end(), unfinished.begin(), unfinished.end());
+    for (auto& key : UnfinishedNotes::keys(workspace)) {
+        const auto* entry = workspace.transcript(key);
+        if (entry == nullptr) continue;
+        if (Permissions::allowWriting(workspace.folder().absolute(entry->path)))
+            keys.push_back(std::move(key));
+        else  // locked meanwhile, which is no reason to stop the work on another meeting
+            workspace.warnings().push_back("Passed over: '" + printable(entry->path) +
+                                           "' is read-only.");
+    }
     Json::Array list;
     std::set<std::string_view> seen;
     for (const auto& key : keys) {

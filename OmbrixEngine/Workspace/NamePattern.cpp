@@ -14,10 +14,11 @@ namespace {
 using Patterns = std::vector<std::string>;
 using Words = std::vector<std::string_view>;
 
-constexpr std::string_view noWordBefore = R"((?<![\p{L}\p{N}]))";
-constexpr std::string_view noWordAfter = R"((?![\p{L}\p{N}]))";
+// Chinese and Japanese put no blanks between words.
+constexpr std::string_view noWordBefore = R"((?<![[\p{L}\p{N}]--[\p{Han}\p{Hiragana}]]))";
+constexpr std::string_view noWordAfter = R"((?![[\p{L}\p{N}]--[\p{Han}\p{Hiragana}]]))";
 /// Between two words of a name: white space, emphasis, a comma; or what links have there.
-constexpr std::string_view joint = R"((?:[*_~`,\s]+|[.\-]))";
+constexpr std::string_view joint = R"((?:[*_~`,\s]+|[.\-・]))";
 constexpr std::string_view gap = R"([*_~`\s])";
 /// Before a surname, in any case and with or without a point; "M" alone is short for many things.
 constexpr std::string_view titles =
@@ -40,12 +41,30 @@ std::string uppercased(std::string_view word) {
 
 std::string anyOf(const Patterns& patterns) { return "(?:" + Text::joined(patterns, "|") + ")"; }
 
+bool isWrittenWithoutBlanks(std::string_view word) {
+    static const Regex expression(R"(^[\p{Han}\p{Hiragana}\p{Katakana}ー]+$)");
+    return expression.found(word);
+}
+
 /// The words as they follow each other, in any case; of a key, too.
 std::string whole(const Words& words) {
     Patterns escaped;
     for (const auto word : words) escaped.push_back(Regex::escaped(word));
-    return "(?:" + Regex::escaped(EntityKeys::namePrefix) +
-           ")?(?i:" + Text::joined(escaped, joint) + ")";
+    const bool mayTouch = std::ranges::all_of(words, isWrittenWithoutBlanks);
+    const std::string between = std::string(joint) + (mayTouch ? "?" : "");
+    const std::string key = Regex::escaped(EntityKeys::namePrefix);
+    const std::string name = Text::joined(escaped, between);
+    return Text::joined(Words{"(?:", key, ")?(?i:", name, ")"}, "");
+}
+
+/// A word of one or two characters may be a part of others: then none of its script is beside it.
+std::string guarded(std::string_view word) {
+    const std::string pattern = Regex::escaped(word);
+    if (!isWrittenWithoutBlanks(word) || Characters::hasAtLeast(word, 3)) return pattern;
+    static const Regex hasHan(R"(\p{Han})");
+    if (!hasHan.found(word)) return R"((?<!\p{Hiragana}))" + pattern + R"((?!\p{Hiragana}))";
+    if (Characters::hasAtLeast(word, 2)) return pattern;
+    return R"((?<!\p{Han}))" + pattern + R"((?!\p{Han}))";
 }
 
 void addWhole(Patterns& patterns, Words words) {
@@ -60,6 +79,7 @@ void addWhole(Patterns& patterns, Words words) {
 Patterns withCapital(std::string_view word) {
     const std::string lower = Text::lowercased(word);
     const std::string capital = Text::withUpperCaseFirst(lower);
+    if (lower == uppercased(lower)) return {guarded(word)};  // a script without case
     Patterns patterns = {Regex::escaped(word == lower ? std::string_view(capital) : word),
                          Regex::escaped(capital)};
     if (Characters::hasAtLeast(lower, 2)) patterns.push_back(Regex::escaped(uppercased(lower)));

@@ -17,8 +17,9 @@ namespace ombrix::NamePattern {
 ///   Mr. Ruiz, Frau RUIZ            the surname with its capital after a title: Mr., Dr., Frau,
 ///   pani ...
 ///
-/// Of three words and more the first and the last are a whole name, too. A bare surname is not
-/// found, since relatives have it; nor is a single word in lower case, since many are words.
+/// Of 田中 花子 it finds 田中花子 and 田中さん. Of three words and more the first and the last are
+/// a whole name, too. A bare surname is not found, since relatives have it; nor is a single word in
+/// lower case, since many are words.
 std::string of(const std::vector<std::string>& names);
 
 /// "Ana Ruiz" of "Ruiz, Ana"; a name without a comma as it is.

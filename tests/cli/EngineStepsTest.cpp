@@ -6,6 +6,8 @@
 #include <filesystem>
 
 #include "EngineLibrary.h"
+#include "JsonPage.h"
+#include "OmbrixPlatform/Regex.h"
 #include "OmbrixPlatform/Text.h"
 
 namespace ombrix::ToolTests {
@@ -310,6 +312,69 @@ TEST(EngineSteps, NamesOfOnePersonBecomeOneAndRingsAreRefused) {
         "display": ""}, {"canonical": "name:b", "aliases": ["name:a"], "display": ""}]})");
     EXPECT_THAT(library.run({"alias", "list"}).output,
                 HasSubstr("name:a is an alias of name:b is an alias of name:a"));
+}
+
+// `run` holds every output to the page. This holds the page to the outputs of all commands.
+TEST(EngineSteps, EveryFieldOnThePageOccursAndTheOptionalOnesAreAbsentSomewhere) {
+    const LandedLibrary library;
+    JsonPage page(OMBRIX_JSON_PAGE);
+    const auto see = [&](const Call& call) {
+        const Outcome outcome = ToolTests::run(call);
+        ASSERT_EQ(outcome.status, 0) << outcome.output << outcome.errors;
+        EXPECT_THAT(page.problems(*JsonPage::envelopeIn(outcome.output)), testing::IsEmpty());
+    };
+    const auto ask = [&](Words step) {
+        step.insert(step.begin(), "ask");
+        see(library.call(step));
+    };
+    const auto give = [&](const Words& step, const std::string& text) {
+        const std::string hash = library.asked(step);
+        see(library.giving(step, hash, text, {"--dry-run"}));
+        see(library.giving(step, hash, text));
+    };
+    see(library.call({"status"}));
+    ask({"land", "Launch"});
+    give({"land", "Launch"}, answer(promise, role + "," + topic, "Again."));
+    for (const auto& [step, text] :
+         {std::pair(person, library.memory("person")), std::pair(thread, library.memory("thread")),
+          std::pair(card, cardAnswer), std::pair(moves, library.preparedMoves())}) {
+        ask(step);
+        give(step, text);
+    }
+    std::string turns;
+    for (int i = 0; i < 200; ++i) turns += "**Ana Ruiz:** " + std::string(1000, 'x') + "\n\n";
+    library.write("long.md", transcript("Long", "2026-08-20", turns));
+    library.write("two.md", transcript("Two", "2026-08-21", talk));
+    library.write("hidden.md", transcript("Hidden", "2026-08-21", talk, "private: true\n"));
+    library.write("Memory/Before/broken.md", "---\nsource: Ombrix Before\n---\n");
+    ask({"land", "Long"});
+    give({"land", "Long"}, answer());
+    // Promised again, and something else, as it seems, by nobody known and for no day.
+    std::string perhaps = Text::replacingAll(promise, "Send the price", "Find the old");
+    perhaps = Text::replacingAll(perhaps, R"("due":"2099-09-04")", R"("due":null)");
+    perhaps = Text::replacingAll(perhaps, R"("speaker":"Me")", R"("speaker":"")");
+    perhaps = Text::replacingAll(perhaps, R"("recorded")", R"("read")");
+    give({"land", "two.md"}, answer(promise + "," + perhaps, role));
+    const std::string followUps = "Memory/Follow Ups.md", list = "Memory/Price List.md";
+    library.write(followUps,
+                  library.read(followUps) + "- reword: " + library.followUpID() + ": A\n");
+    library.write(
+        list, Text::replacingAll(library.read(list), "\nmembers:", "\nseries: Weekly\nmembers:"));
+    for (const auto& line :
+         {Words{"status"}, Words{"follow-ups", "--all"},
+          Words{"follow-ups", "--all", "--by", "time"}, Words{"memory", "ana"},
+          Words{"memory", "price list"}, Words{"refresh", "--dry-run"}, Words{"refresh"},
+          Words{"alias", "add", "Anita", "Ana Ruiz", "--dry-run"},
+          Words{"alias", "add", "Anita", "Ana Ruiz"}, Words{"alias", "list"}})
+        see(library.call(line));
+    library.write(list,
+                  Regex("engine v1[^>]*-->").replacingAll(library.read(list), [](const auto&) {
+                      return std::string("engine v1 -->");
+                  }));
+    see(library.call({"memory", "price list"}));
+    auto unseen = page.unseen();
+    std::erase_if(unseen, [](const auto& each) { return !each.starts_with("ombrix-engine"); });
+    EXPECT_THAT(unseen, testing::IsEmpty());
 }
 }  // namespace
 }  // namespace ombrix::ToolTests

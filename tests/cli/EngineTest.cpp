@@ -269,7 +269,8 @@ TEST(Engine, WhatMayNotBeWrittenStopsAnAnswerAndIsPassedOverByRefresh) {
                 testing::AllOf(HasSubstr("\"ok\" : true"), HasSubstr("over: 'one.md' is read-only"),
                                HasSubstr("over: '.two.md.notes' leads out"),
                                HasSubstr("      \"three.md\"")));
-    EXPECT_EQ(library.tree().at("one.md"), before.at("one.md"));
+    for (const char* name : {"one.md", ".one.md.notes"})
+        EXPECT_EQ(library.tree().at(name), before.at(name));
     EXPECT_EQ(library.disk().read("outside"), "theirs");
     EXPECT_THAT(library.read("three.md"), HasSubstr("2098"));
     EXPECT_FALSE(Files::exists(dead));

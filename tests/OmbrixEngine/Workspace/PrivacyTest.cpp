@@ -13,6 +13,7 @@ namespace {
 TEST(Privacy, HidesWhatAPersonIsCalledByAndNotTheRest) {
     const Privacy ana({{.keys = {"name:ana ruiz"}, .names = {"Ana Ruiz"}}}, {});
     const Privacy vega({{.keys = {"name:zofia maria de la vega"}}}, {});
+    const Privacy tanaka({{.names = {"田中 花子"}}}, {}), mori({{.names = {"森 アナ"}}}, {});
     const Privacy turned({{.names = {"Ruiz, Ana"}}}, {});
     const struct {
         const Privacy& privacy;
@@ -31,6 +32,9 @@ TEST(Privacy, HidesWhatAPersonIsCalledByAndNotTheRest) {
         {ana, "Ask Ana. Ruiz knows.", "Ask Speaker 901. Ruiz knows."},
         {vega, "Sra. de la Vega is Zofia Vega: de la Vega, Zofia Maria",
          "Speaker 901 is Speaker 901: Speaker 901"},
+        {ana, "Anaさんに聞く", "Speaker 901さんに聞く"},
+        {tanaka, "では田中花子が、田中さんと", "ではSpeaker 901が、Speaker 901さんと"},
+        {mori, "森さんと森林でアナ・森、アナログ", "Speaker 901さんと森林でSpeaker 901、アナログ"},
         {turned, "Ana Ruiz and Ana", "Speaker 901 and Speaker 901"},
     };
     for (const auto& [privacy, text, expected] : cases)
