@@ -93,6 +93,10 @@ PlannedWork planAlias(EngineWorkspace& workspace, const AddOptions& options) {
     // An address stands for the person before a name does: nobody else has it.
     if (alias.starts_with(EntityKeys::emailPrefix) && !person.starts_with(EntityKeys::emailPrefix))
         std::swap(alias, person);
+    if (alias == person)
+        throw CLIError::invalidInput(
+            "This would form a ring: both are " + printable(person) + ".",
+            "Give the other name first: ombrix-engine alias add ALIAS PERSON");
     PersonAliases aliases = checkedFile(workspace);
     PersonIdentity added{.canonical = person, .aliases = {alias}};
     if (options.display)
@@ -131,7 +135,8 @@ void declareAlias(Command root) {
     const auto options = add.options<AddOptions>();
     add.positional("alias", options->alias, "Another name, address or key of the person.");
     add.positional("person", options->person, "The person's name, address or key.");
-    add.option("--display", options->display, "The name to show; else the person's, as given.");
+    add.option("--display NAME", options->display,
+               "The name to show; else the person's, as given.");
     add.flag("--dry-run", options->dryRun,
              "Show what would change as unified diffs, and write nothing.");
     add.run(options, addAlias);

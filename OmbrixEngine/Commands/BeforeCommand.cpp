@@ -26,14 +26,14 @@ std::vector<std::string> words(const UpcomingCall& call) {
 }
 
 void declareCall(const Command& command, UpcomingCall& call) {
-    command.option("--people", call.people,
+    command.option("--people NAMES", call.people,
                    "Who will be there: names or keys, with commas between them.",
                    Presence::required);
-    command.option("--title", call.title, "What the call is called.", Presence::required);
-    command.option("--for", call.time,
+    command.option("--title TITLE", call.title, "What the call is called.", Presence::required);
+    command.option("--for TIME", call.time,
                    "When it begins: 2026-09-08T10:00 on this machine's clock, or with an offset.",
                    Presence::required);
-    command.option("--thread", call.thread,
+    command.option("--thread ENTITY", call.thread,
                    "The thread it belongs to, instead of the one these people share.");
 }
 

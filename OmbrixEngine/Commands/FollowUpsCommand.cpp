@@ -114,8 +114,9 @@ void declareFollowUps(Command root) {
     const Command command =
         root.subcommand("follow-ups", "What the user owes and is owed, by person or by time.");
     const auto options = command.options<FollowUpsOptions>();
-    command.option("--by", options->by, "person or time.");
-    command.option("--person", options->person, "Only those with this person or of this thread.");
+    command.option("--by ORDER", options->by, "person or time.");
+    command.option("--person ENTITY", options->person,
+                   "Only those with this person or of this thread.");
     command.flag("--all", options->all,
                  "Also those that are not sure, or closed in the last 30 days.");
     command.validate([options] {

@@ -25,21 +25,18 @@ std::string bytesOf(const GiveOptions& options) {
 }  // namespace
 
 void declareGiveOptions(const Command& command, GiveOptions& options) {
-    command.option("--input-hash", options.inputHash,
+    command.option("--input-hash HASH", options.inputHash,
                    "The inputHash that `ask` printed: which input this answers.",
                    Presence::required);
-    command.option("--model", options.model, "The name of the model that answered.",
+    command.option("--model NAME", options.model, "The name of the model that answered.",
                    Presence::required);
-    command.option("--route", options.route, "How it was reached: ombrix, ownKey or claudeCode.",
-                   Presence::required);
+    command.option("--route ROUTE", options.route,
+                   "How it was reached: ombrix, ownKey or claudeCode.", Presence::required);
     command.flag("--stdin", options.fromStandardInput, "Read the answer from standard input.");
-    command.option("--file", options.file, "Read the answer from this file.");
+    command.option("--file PATH", options.file, "Read the answer from this file.");
     command.flag("--dry-run", options.dryRun,
                  "Show what would change as unified diffs, and write nothing.");
-    command.validate([&options] {
-        if (options.fromStandardInput == options.file.has_value())
-            throw UsageError("Provide exactly one of --stdin or --file.");
-    });
+    command.exactlyOne({"--stdin", "--file"});
 }
 
 GivenAnswer readAnswer(const GiveOptions& options) {

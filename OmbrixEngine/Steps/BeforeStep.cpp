@@ -22,8 +22,10 @@ Instant startOf(std::string_view given, const Calendar& calendar) {
     std::string text(Text::trimmed(given));
     constexpr std::size_t dayLength = 10, minutesLength = 16;
     if (text.size() > dayLength && text[dayLength] == ' ') text[dayLength] = 'T';
+    const bool lacksSeconds = text.size() >= minutesLength &&
+                              (text.size() == minutesLength || text[minutesLength] != ':');
+    if (lacksSeconds) text.insert(minutesLength, ":00");
     if (const auto instant = parseIsoInstant(text)) return *instant;
-    if (text.size() == minutesLength) text += ":00";
     if (const auto instant = calendar.parseWallClock(text)) return *instant;
     throw CLIError::invalidInput("'" + printable(given) + "' is no time.",
                                  "--for is a day and a time: 2026-09-08T10:00.");
@@ -78,8 +80,9 @@ BeforeStep::BeforeStep(EngineWorkspace& workspace, const UpcomingCall& call)
 std::vector<MemoryEntity> BeforeStep::resolve(std::string_view names) {
     std::vector<MemoryEntity> people;
     const auto userKey = EntityKeys::normalizeKey(workspace_.userName());
-    for (const auto name : Text::split(names, ",")) {
-        if (Text::trimmed(name).empty()) continue;
+    for (const auto word : Text::split(names, ",")) {
+        const auto name = Text::trimmed(word);
+        if (name.empty()) continue;
         try {
             auto person = Entities::named(workspace_, name);
             const auto isKnown = [&](const auto& other) { return other.key == person.key; };

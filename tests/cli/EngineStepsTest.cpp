@@ -108,10 +108,12 @@ TEST(EngineSteps, EachAnswerBecomesItsFileAndTheSameAnswerChangesNothing) {
     EXPECT_THAT(library.asked(person, "input"), HasSubstr("Two Anas? [Launch, 2026-08-18]"));
     EXPECT_THAT(library.asked(card, "input"),
                 AllOf(HasSubstr("Runs the launch."), HasSubstr("\"thread\":{")));
-    EXPECT_THAT(
-        library.run({"ask", "before", "--people", "Ana", "--title", "x", "--for", "2099-09-01"})
-            .output,
-        HasSubstr("is no time"));
+    const auto cardFor = [&](const char* time) {
+        return library.run({"ask", "before", "--people", "Ana", "--title", "x", "--for", time})
+            .output;
+    };
+    EXPECT_THAT(cardFor("2099-09-01"), HasSubstr("is no time"));
+    EXPECT_THAT(cardFor("2099-09-01T20:00-08:00"), HasSubstr("2099-09-02-x.md"));
     const auto memory = library.data({"memory", "Ana Ruiz"});
     EXPECT_EQ(*memory.member("standfirst")->string(), "1 call · Aug 18");
     EXPECT_EQ(memory.member("sections")->array()->size(), 4U);
