@@ -64,6 +64,13 @@ OptionDescription described(const CLI::Option& option) {
             .isRequired = option.get_required()};
 }
 
+/// The tables of `spec` are fixed text; a line of theirs may name an option that is not there.
+bool namesUnknownOption(const CLI::App& command, std::string_view line) {
+    return std::ranges::any_of(Text::split(line, " "), [&command](std::string_view word) {
+        return word.starts_with("--") && command.get_option_no_throw(std::string(word)) == nullptr;
+    });
+}
+
 /// Throws `UsageError` when not exactly one option of a group is on the line.
 void checkAlternatives(const CLI::App& command,
                        const std::vector<std::vector<std::string>>& groups) {
@@ -88,8 +95,11 @@ CommandDescription Command::Registry::described(const CLI::App& command) const {
     const auto groups = alternatives.find(&command);
     if (groups != alternatives.end()) out.alternatives = groups->second;
     const auto firstBlank = out.path.find(' ');
-    if (examples && firstBlank != std::string::npos)
+    if (examples && firstBlank != std::string::npos) {
         out.examples = examples(std::string_view(out.path).substr(firstBlank + 1));
+        std::erase_if(out.examples,
+                      [&](const auto& line) { return namesUnknownOption(command, line); });
+    }
     for (const CLI::App* const one : command.get_subcommands([](const CLI::App*) { return true; }))
         out.subcommands.push_back(described(*one));
     const auto found = actions.find(&command);

@@ -97,7 +97,8 @@ class Command {
     void exactlyOne(std::vector<std::string> names) const;
 
     /// Lines for a shell that show how the commands are called: `linesOf` a path without the name
-    /// of the tool ("meetings list"). Asked only for a help text, a manual page or a completion.
+    /// of the tool ("meetings list"). Asked only for a help text, a manual page or a completion,
+    /// which leave out a line with an option that the command does not have.
     void examples(std::function<std::vector<std::string>(std::string_view path)> linesOf) const;
 
     /// Gives the commands that are declared from now on the option `--now` besides `--db-path` and

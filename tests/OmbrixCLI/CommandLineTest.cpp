@@ -176,6 +176,15 @@ TEST(CommandLine, HelpIsFoundAnywhereButNotWhereItIsAValue) {
 
 // Awkward words in random order: each line results in help, work or one usage error, and parsing
 // runs nothing.
+TEST(CommandLine, NoExampleShowsAnOptionThatIsNotThere) {
+    CommandLine line("tool", "A tool.");
+    line.root().examples([](auto) { return Words{"tool ask --json", "tool ask --fast x"}; });
+    const Command ask = line.root().subcommand("ask", "Ask.");
+    bool json = false;
+    ask.flag("--json", json, "As JSON.");
+    EXPECT_EQ(line.description().subcommands.front().examples, Words{"tool ask --json"});
+}
+
 TEST(CommandLine, NoLineIsBeyondReading) {
     const Words alphabet = {"folders", "list",    "moves",    "render",   "ask",        "help",
                             "--help",  "-h",      "--",       "-",        "-3",         "",
