@@ -173,8 +173,8 @@ std::optional<TimedLine> clockAfterName(std::string_view name, std::string_view 
     if (!found.hasColon) {
         rest = trimmedName(rest);
         take(rest, boldMark);
-        if (!trimmedName(rest).empty()) return std::nullopt;
-        rest = {};
+        rest = trimmedName(rest);
+        if (!rest.empty() && !part->isInBrackets) return std::nullopt;
     }
     if (!rest.empty()) found.form = TimedForm::nameThenSpeech;
     found.text = rest;
@@ -183,6 +183,8 @@ std::optional<TimedLine> clockAfterName(std::string_view name, std::string_view 
         if (name.ends_with(mark)) name.remove_suffix(mark.size());
     const auto whose = namePart(name, found.hasColon && part->isInBrackets);
     if (!whose) return std::nullopt;
+    const bool isLabel = isNumbered(whose->name) || isSpeakerLabel(whose->name);
+    if (!rest.empty() && !found.hasColon && !isLabel) return std::nullopt;
     found.name = whose->name;
     found.organisation = whose->organisation;
     return found;

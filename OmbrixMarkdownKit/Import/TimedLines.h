@@ -5,9 +5,10 @@
 //   **Ana Ruiz** [00:02]: We keep the price.     nameThenSpeech
 //   Ana Ruiz (00:03):                            nameThenClock, what she says follows
 //
-// A clock may be in brackets, slanted, or the text of a link, and may be a range, "[00:03 -
-// 00:05]". A name may be in square brackets. Name and clock may be bold; the whole line may follow
-// a bullet, a quote mark or, without text, the marks of a heading.
+// A clock may be in brackets, slanted, or the text of a link, and may be a range, as in
+// "[00:03 - 00:05]". A name may be in square brackets; a label such as "Speaker 1" needs no colon
+// after a clock in brackets. Name and clock may be bold; the whole line may follow a bullet, a
+// quote mark or, without text, the marks of a heading.
 #pragma once
 
 #include <optional>

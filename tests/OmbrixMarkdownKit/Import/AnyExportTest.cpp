@@ -95,6 +95,9 @@ TEST(AnyExport, ReadsLinesWithClocks) {
          "Ana R (0:01):\na\nBo R (0:02):\n{laughs} b\nJo R (0:03):\nc\nAna R (0:04):\nd\nBo R "
          "(0:05):\ne\nJo R (0:06):\nf",
          ", . Ana R: a Bo R: {laughs} b Jo R: c Ana R: d Bo R: e Jo R: f"},
+        {"no colon after the clock of a label",
+         "Speaker 1 [0:02] a\n[SPEAKER_00] (0:03) b\nSpeaker 1 [0:05] c",
+         ", . Speaker 1: a SPEAKER_00: b Speaker 1: c"},
         {"two midnights", "Ana R (23:58):\na\nBo R (0:00):\nb\nAna R (23:59):\nc\nBo R (0:00):\nd",
          ""},
         {"raw words",
