@@ -1,5 +1,7 @@
 #include "OmbrixPlatform/ForkJoin.h"
 
+#include <sched.h>
+
 #include <exception>
 #include <mutex>
 #include <system_error>
@@ -7,10 +9,20 @@
 #include <vector>
 
 namespace ombrix::ForkJoin {
+namespace {
+
+/// The C++ library counts the cores of the machine; a container or `taskset` may allow fewer.
+std::size_t usableCores() {
+    cpu_set_t allowed;
+    CPU_ZERO(&allowed);
+    if (::sched_getaffinity(0, sizeof allowed, &allowed) == 0)
+        return static_cast<std::size_t>(CPU_COUNT(&allowed));
+    return std::max(1U, std::thread::hardware_concurrency());
+}
+}  // namespace
 
 std::size_t workersFor(std::size_t items, std::size_t itemsPerWorker) {
-    const std::size_t cores = std::max(1U, std::thread::hardware_concurrency());
-    return std::clamp<std::size_t>(items / itemsPerWorker, 1, cores);
+    return std::clamp<std::size_t>(items / itemsPerWorker, 1, usableCores());
 }
 
 void run(std::size_t count, std::size_t workers, const std::function<void(Places&)>& work) {
