@@ -8,6 +8,7 @@
 #include <thread>
 #include <utility>
 
+#include "OmbrixPlatform/FileWriting.h"
 #include "OmbrixPlatform/Files.h"
 
 namespace ombrix {
@@ -16,9 +17,8 @@ std::optional<FileLock> FileLock::take(const std::string& path,
                                        std::chrono::milliseconds patience) {
     using Clock = std::chrono::steady_clock;
     constexpr std::chrono::milliseconds pause{10};
-    constexpr mode_t readWriteByUmask = 0666;
-    const int descriptor =
-        ::open(path.c_str(), O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, readWriteByUmask);
+    const int descriptor = ::open(path.c_str(), O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC,
+                                  FileWriting::readWriteByUmask);
     if (descriptor < 0) throw Files::Error(errno, "Cannot open", path);
     FileLock lock(descriptor);
     const auto end = Clock::now() + patience;

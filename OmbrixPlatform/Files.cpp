@@ -17,6 +17,7 @@
 #include <utility>
 #include <vector>
 
+#include "OmbrixPlatform/FileWriting.h"
 #include "OmbrixPlatform/Paths.h"
 #include "OmbrixPlatform/TemporaryName.h"
 #include "OmbrixPlatform/Utf8.h"
@@ -33,21 +34,6 @@ using OpenFile::readUpTo;
 /// be taken for missing.
 bool isShortage(int code) {
     return code == ENOMEM || code == EMFILE || code == ENFILE || code == EIO;
-}
-
-void writeAll(const Descriptor& file, std::string_view bytes, const std::string& path) {
-    while (!bytes.empty()) {
-        const ssize_t put = ::write(file.get(), bytes.data(), bytes.size());
-        if (put < 0 && errno == EINTR) continue;
-        if (put < 0) throw Error(errno, "Cannot write", path);
-        bytes.remove_prefix(static_cast<std::size_t>(put));
-    }
-}
-
-void flushFolder(const std::string& folder) {
-    const Descriptor handle(
-        ::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (handle.isOpen()) ::fsync(handle.get());
 }
 
 struct CloseFolder {
@@ -292,15 +278,15 @@ bool writeAtomically(const std::string& path, std::string_view content,
     const std::string folder(Paths::parent(target));
     const TemporaryName name(TemporaryName::in(folder));
     const std::string& temporary = name.path();
-    constexpr mode_t readWriteByUmask = 0666;
-    Descriptor file(
-        ::open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, readWriteByUmask));
+    Descriptor file(::open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC,
+                           FileWriting::readWriteByUmask));
     if (!file.isOpen()) throw Error(errno, "Cannot write", path);
     ::flock(file.get(), LOCK_EX | LOCK_NB);  // says that its writer lives
     try {
         struct stat old {};
         if (::stat(target.c_str(), &old) == 0) ::fchmod(file.get(), old.st_mode & 07777U);
-        writeAll(file, content, path);
+        if (const int error = FileWriting::writeAll(file.get(), content); error != 0)
+            throw Error(error, "Cannot write", path);
         if (::fsync(file.get()) != 0 || !file.close()) throw Error(errno, "Cannot write", path);
         if (!stillWanted()) {
             ::unlink(temporary.c_str());
@@ -312,7 +298,7 @@ bool writeAtomically(const std::string& path, std::string_view content,
         ::unlink(temporary.c_str());
         throw;
     }
-    flushFolder(folder);
+    FileWriting::flushFolder(folder);
     return true;
 }
 

@@ -10,30 +10,21 @@
 #include <cerrno>
 #include <cstdio>
 
+#include "OmbrixPlatform/FileWriting.h"
 #include "OmbrixPlatform/Paths.h"
 
 namespace ombrix {
 namespace {
 
-constexpr mode_t readWriteByUmask = 0666;
+using FileWriting::readWriteByUmask;
 
 std::string folderOf(const std::string& path) {
     const std::string folder(Paths::parent(path));
     return folder.empty() ? "." : folder;
 }
 
-/// 0, or the system's error.
-int writeAll(int descriptor, std::string_view bytes) {
-    while (!bytes.empty()) {
-        const ssize_t put = ::write(descriptor, bytes.data(), bytes.size());
-        if (put < 0 && errno == EINTR) continue;
-        if (put < 0) return errno;
-        bytes.remove_prefix(static_cast<std::size_t>(put));
-    }
-    return 0;
-}
-
-/// Names a file that has no name. The magic link is the way that needs no privilege.
+/// Names a file that has no name; 0, or the system's error. The magic link is the way that needs no
+/// privilege.
 int nameUnnamed(int descriptor, const std::string& path) {
     const std::string magic = "/proc/self/fd/" + std::to_string(descriptor);
     return ::linkat(AT_FDCWD, magic.c_str(), AT_FDCWD, path.c_str(), AT_SYMLINK_FOLLOW) == 0
@@ -41,7 +32,8 @@ int nameUnnamed(int descriptor, const std::string& path) {
                : errno;
 }
 
-/// Renames without replacing. File systems that cannot do that in one step may know hard links.
+/// The same for a file with a temporary name, which it loses. File systems that cannot rename
+/// without replacing in one step may know hard links.
 int nameTemporary(const std::string& temporary, const std::string& path) {
     if (::renameat2(AT_FDCWD, temporary.c_str(), AT_FDCWD, path.c_str(), RENAME_NOREPLACE) == 0)
         return 0;
@@ -50,18 +42,11 @@ int nameTemporary(const std::string& temporary, const std::string& path) {
     ::unlink(temporary.c_str());
     return 0;
 }
-
-void flushFolder(const std::string& folder) {
-    const int handle = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (handle < 0) return;
-    ::fsync(handle);
-    ::close(handle);
-}
 }  // namespace
 
 NewFiles::~NewFiles() {
     discardLast(files_.size());
-    for (const auto& folder : folders_) flushFolder(folder);
+    for (const auto& folder : folders_) FileWriting::flushFolder(folder);
 }
 
 std::size_t NewFiles::mostWaiting() {
@@ -84,7 +69,7 @@ void NewFiles::add(const std::string& path, std::string_view bytes) {
         if (file.descriptor >= 0) ::flock(file.descriptor, LOCK_EX | LOCK_NB);
     }
     if (file.descriptor < 0) throw Files::Error(errno, "Cannot write", path);
-    if (const int error = writeAll(file.descriptor, bytes); error != 0) {
+    if (const int error = FileWriting::writeAll(file.descriptor, bytes); error != 0) {
         discard(file);
         throw Files::Error(error, "Cannot write", path);
     }
