@@ -19,25 +19,24 @@ FoldedText::FoldedText(std::string_view text) : sourceSize_(text.size()) {
     }
 }
 
-std::optional<std::size_t> FoldedText::placeOf(std::string_view part) const {
+std::optional<ByteRange> FoldedText::placeInFold(std::string_view part) const {
     const std::string wanted = Text::folded(part);
     if (wanted.empty()) return std::nullopt;
     const std::size_t place = fold_.find(wanted);
     if (place == std::string::npos) return std::nullopt;
-    return place;
+    return ByteRange{place, place + wanted.size()};
 }
 
-bool FoldedText::contains(std::string_view part) const { return placeOf(part).has_value(); }
+bool FoldedText::contains(std::string_view part) const { return placeInFold(part).has_value(); }
 
 std::optional<ByteRange> FoldedText::find(std::string_view part) const {
-    const auto place = placeOf(part);
-    if (!place) return std::nullopt;
-    const std::size_t end = *place + Text::folded(part).size();
-    if (sources_.empty()) return ByteRange{*place, end};
+    const auto place = placeInFold(part);
+    if (!place || sources_.empty()) return place;
+    const auto [begin, end] = *place;
     // The occurrence ends where the next letter starts, after the marks of the last one. When the
     // end is inside the fold of one scalar ("ß" is "ss"), the whole scalar is included.
     std::size_t next = end;
     while (next < fold_.size() && sources_[next] == sources_[end - 1]) ++next;
-    return ByteRange{sources_[*place], next == fold_.size() ? sourceSize_ : sources_[next]};
+    return ByteRange{sources_[begin], next == fold_.size() ? sourceSize_ : sources_[next]};
 }
 }  // namespace ombrix

@@ -24,7 +24,8 @@ class FoldedText {
     std::optional<ByteRange> find(std::string_view part) const;
 
   private:
-    std::optional<std::size_t> placeOf(std::string_view part) const;
+    /// The first occurrence of `part`, in bytes of the fold.
+    std::optional<ByteRange> placeInFold(std::string_view part) const;
 
     std::string fold_;
     std::vector<std::size_t> sources_;  // the source byte of each folded byte; empty for ASCII
