@@ -3,14 +3,6 @@
 namespace ombrix::Completion {
 namespace {
 
-/// "_ombrix_cli"
-std::string functionName(const CommandDescription& tool) {
-    std::string name = "_" + tool.path;
-    for (char& byte : name)
-        if (byte == '-') byte = '_';
-    return name;
-}
-
 /// The branch of one command: what it offers, each as "word<TAB>description", what its options take
 /// and whether its positionals are paths.
 std::string branch(const CommandDescription& command) {
@@ -40,7 +32,7 @@ std::string branch(const CommandDescription& command) {
 }  // namespace
 
 std::string bash(const CommandDescription& tool) {
-    const std::string function = functionName(tool);
+    const std::string function = "_" + identifier(tool);
     std::string table;
     std::string paths;
     for (const CommandDescription* const command : all(tool)) {
@@ -71,13 +63,11 @@ std::string bash(const CommandDescription& tool) {
     [[ $current != = ]] || current=
     COMPREPLY=()
     if [[ -n $previous ]]; then
-        case " $previous " in
-            *) if [[ $folders == *" $previous "* ]]; then
-                   compopt -o filenames; mapfile -t COMPREPLY < <(compgen -d -- "$current")
-               elif [[ $files == *" $previous "* ]]; then
-                   compopt -o filenames; mapfile -t COMPREPLY < <(compgen -f -- "$current")
-               fi ;;
-        esac
+        if [[ $folders == *" $previous "* ]]; then
+            compopt -o filenames; mapfile -t COMPREPLY < <(compgen -d -- "$current")
+        elif [[ $files == *" $previous "* ]]; then
+            compopt -o filenames; mapfile -t COMPREPLY < <(compgen -f -- "$current")
+        fi
         return
     fi
     for word in "${offers[@]}"; do

@@ -3,6 +3,7 @@
 // path. The words before it are read as the tool reads them: options do not change the command.
 #pragma once
 
+#include <algorithm>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -26,6 +27,13 @@ inline ValueKind kindOf(const OptionDescription& option) {
     if (option.value == "DIR" || option.name == "folder") return ValueKind::folders;
     if (option.value == "PATH" || option.name == "path") return ValueKind::files;
     return ValueKind::none;
+}
+
+/// The tool's name as a shell's functions may be called: "ombrix_cli".
+inline std::string identifier(const CommandDescription& tool) {
+    std::string name = tool.path;
+    std::replace(name.begin(), name.end(), '-', '_');
+    return name;
 }
 
 /// The first sentence of a description.

@@ -3,6 +3,20 @@
 namespace ombrix::Completion {
 namespace {
 
+/// What the completion of an option says of its value.
+std::string_view valueOf(const OptionDescription& option) {
+    if (option.value.empty()) return "";
+    switch (kindOf(option)) {
+        case ValueKind::files:
+            return " -r -F";
+        case ValueKind::folders:
+            return " -x -a '(__fish_complete_directories)'";
+        case ValueKind::none:
+            break;
+    }
+    return " -x";
+}
+
 /// Between single quotes as fish reads them: only a quote and a backslash are escaped.
 std::string fishQuoted(std::string_view text) {
     std::string out = "'";
@@ -13,12 +27,8 @@ std::string fishQuoted(std::string_view text) {
     return out + "'";
 }
 
-std::string functionName(const CommandDescription& tool) {
-    std::string name = "__" + tool.path + "_at";
-    for (char& byte : name)
-        if (byte == '-') byte = '_';
-    return name;
-}
+/// "__ombrix_cli_at"
+std::string functionName(const CommandDescription& tool) { return "__" + identifier(tool) + "_at"; }
 
 std::string lines(const CommandDescription& tool, const CommandDescription& command) {
     const std::string start = "complete -c " + tool.path + " -n " +
@@ -29,13 +39,8 @@ std::string lines(const CommandDescription& tool, const CommandDescription& comm
                "\n";
     }
     for (const OptionDescription& option : command.options) {
-        out += start + " -l " + option.name.substr(2);
-        if (!option.value.empty()) {
-            out += " -x";
-            if (kindOf(option) == ValueKind::files) out.back() = 'r', out += " -F";
-            if (kindOf(option) == ValueKind::folders) out += " -a '(__fish_complete_directories)'";
-        }
-        out += " -d " + fishQuoted(firstSentence(option.help)) + "\n";
+        out += start + " -l " + option.name.substr(2) + std::string(valueOf(option)) + " -d " +
+               fishQuoted(firstSentence(option.help)) + "\n";
     }
     for (const OptionDescription& positional : command.positionals)
         if (kindOf(positional) == ValueKind::files) out += start + " -F\n";
