@@ -31,9 +31,11 @@ std::optional<std::string> Config::string(std::string_view key) const {
     return *value->string();
 }
 
+std::string defaultFolder(std::string_view home) { return Paths::joined(home, "Documents/Ombrix"); }
+
 std::string resolve(const Config& config, std::string_view home) {
     const auto path = config.string("output_folder_display_path");
-    if (!path || Text::trimmed(*path).empty()) return Paths::joined(home, "Documents/Ombrix");
+    if (!path || Text::trimmed(*path).empty()) return defaultFolder(home);
     return Paths::expandingTilde(*path, home);
 }
 

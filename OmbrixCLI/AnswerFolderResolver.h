@@ -24,8 +24,11 @@ class Config {
     Json::Value content_;
 };
 
+/// Where the transcripts are unless a configuration says otherwise: "Documents/Ombrix" in `home`.
+std::string defaultFolder(std::string_view home);
+
 /// The transcripts folder: `output_folder_display_path` as it is, with `home` for a leading "~"
-/// or "~/"; "Documents/Ombrix" in `home` when there is none or it is blank.
+/// or "~/"; the default folder when there is none or it is blank.
 std::string resolve(const Config& config, std::string_view home);
 
 /// The transcripts folder in the user's home or wherever `config` says. Throws

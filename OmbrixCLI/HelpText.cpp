@@ -69,9 +69,7 @@ const OptionDescription& optionNamed(const CommandDescription& command, const st
 
 std::string positionalName(std::string_view name) {
     std::string shown(name);
-    std::transform(shown.begin(), shown.end(), shown.begin(), [](char letter) {
-        return letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter;
-    });
+    std::ranges::transform(shown, shown.begin(), Text::asciiUppercased);
     return shown;
 }
 

@@ -3,15 +3,15 @@
 #include "OmbrixCLI/CLIError.h"
 #include "OmbrixPlatform/Files.h"
 #include "OmbrixPlatform/Paths.h"
+#include "OmbrixPlatform/Text.h"
 #include "OmbrixPlatform/Utf8.h"
 
 namespace ombrix {
 
 std::optional<std::string> expandedPath(std::string_view path) {
-    std::string expanded = Paths::expandingTilde(path, Files::homeDirectory());
+    const std::string expanded = Paths::expandingTilde(path, Files::homeDirectory());
     if (!expanded.starts_with('/')) return std::nullopt;
-    while (expanded.size() > 1 && expanded.ends_with('/')) expanded.pop_back();
-    return expanded;
+    return Paths::absolute(expanded, "/");
 }
 
 CLIError folderNotFound(const std::string& given) {
@@ -25,7 +25,7 @@ std::string printable(std::string_view given) {
     line.reserve(text.size());
     for (std::size_t at = 0; at < text.size();) {
         const auto [scalar, length] = Utf8::decode(text, at);
-        if (scalar < 0x20 || (scalar >= 0x7F && scalar < 0xA0))
+        if (Text::isControl(scalar))
             line += ' ';
         else
             line.append(text, at, length);

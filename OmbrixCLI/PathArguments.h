@@ -9,8 +9,8 @@
 
 namespace ombrix {
 
-/// An absolute path without a trailing slash, with the home folder for a leading "~"; nothing when
-/// `path` does not begin with "/", "~/" or is not "~" alone.
+/// An absolute path without a trailing slash, with the home folder for a leading "~"; nothing
+/// unless `path` begins with "/" or "~/" or is "~".
 std::optional<std::string> expandedPath(std::string_view path);
 
 /// The failure for a `--folder` that is no folder.

@@ -62,6 +62,7 @@ std::string mapped(std::string_view text, Append append) {
     }
     return result;
 }
+
 template <typename Predicate>
 std::string_view trimmedWhile(std::string_view text, Predicate drop) {
     std::size_t begin = 0;
@@ -226,8 +227,7 @@ std::string withVisibleControls(std::string_view given) {
     std::string result;
     for (std::size_t at = 0; at < text.size();) {
         const auto [scalar, length] = Utf8::decode(text, at);
-        const bool isControl = scalar < 0x20 || (scalar >= 0x7F && scalar < 0xA0);
-        if (isControl && scalar != '\n' && scalar != '\t') {
+        if (isControl(scalar) && scalar != '\n' && scalar != '\t') {
             result += "\\x";
             Numbers::appendHex(result, static_cast<std::uint8_t>(scalar),
                                Numbers::HexDigits::upper);

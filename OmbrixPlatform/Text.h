@@ -26,6 +26,13 @@ constexpr bool isAsciiHexDigit(char c) {
 constexpr char asciiLowercased(char c) {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c | 0x20) : c;
 }
+constexpr char asciiUppercased(char c) {
+    return c >= 'a' && c <= 'z' ? static_cast<char>(c & ~0x20) : c;
+}
+/// C0, DEL and C1: what a terminal may obey.
+constexpr bool isControl(char32_t scalar) {
+    return scalar < 0x20 || (scalar >= 0x7F && scalar < 0xA0);
+}
 
 /// The property White_Space. `trimmed` removes the same scalars.
 bool isWhiteSpace(char32_t scalar);

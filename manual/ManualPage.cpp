@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "OmbrixCLI/HelpText.h"
+#include "OmbrixPlatform/Text.h"
 
 namespace ombrix::ManualPage {
 namespace {
@@ -85,9 +86,7 @@ std::string name(const CommandDescription& command) {
 std::string text(const CommandDescription& tool, const CommandDescription& command,
                  std::string_view version, std::string_view common) {
     std::string title = name(command);
-    std::transform(title.begin(), title.end(), title.begin(), [](char letter) {
-        return letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter;
-    });
+    std::ranges::transform(title, title.begin(), Text::asciiUppercased);
     std::string out = ".TH " + escaped(title) + " 1 \"\" \"" + tool.path + " " +
                       std::string(version) + "\" \"\"\n";
     // apropos(1) wants the plain name and one line.

@@ -4,8 +4,9 @@
 
 namespace ombrix::ContextBudget {
 namespace {
+
 constexpr std::int64_t deepTokens = 120'000;
-}
+}  // namespace
 
 std::int64_t tokens(AskIntent intent) {
     switch (intent) {
@@ -19,9 +20,9 @@ std::int64_t tokens(AskIntent intent) {
         case AskIntent::catchUp:
             return 60'000;
         case AskIntent::openEnded:
-            break;
+            break;  // the router takes each of these for a deep question
     }
-    return 120'000;
+    return deepTokens;
 }
 
 std::int64_t tokens(AskIntent intent, AnswerTier tier) {

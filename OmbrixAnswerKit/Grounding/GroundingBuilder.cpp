@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "OmbrixAnswerKit/Grounding/ContextBudget.h"
+#include "OmbrixAnswerKit/Shape/ListItem.h"
 #include "OmbrixPlatform/Characters.h"
 #include "OmbrixPlatform/Text.h"
 
@@ -58,9 +59,8 @@ std::vector<std::size_t> nearestFirst(std::span<const std::int64_t> hits, std::i
 std::optional<std::vector<std::string>> actionItems(const TranscriptDocument& document) {
     std::vector<std::string> items;
     for (const auto line : Text::split(document.actionItems, "\n")) {
-        auto item = Text::trimmedBlanks(line);
-        if (item.starts_with("- ") || item.starts_with("* "))
-            item = Text::trimmedBlanks(item.substr(2));
+        const auto trimmed = Text::trimmedBlanks(line);
+        const auto item = ListItem::afterBullet(trimmed).value_or(trimmed);
         if (!item.empty()) items.emplace_back(item);
     }
     if (items.empty()) return std::nullopt;

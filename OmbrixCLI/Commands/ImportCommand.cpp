@@ -11,6 +11,7 @@
 #include "OmbrixCLI/ProgressLine.h"
 #include "OmbrixCLI/StandardStreams.h"
 #include "OmbrixMarkdownKit/Import/TranscriptImportRunner.h"
+#include "OmbrixMemoryKit/EnginePaths.h"
 #include "OmbrixPlatform/Files.h"
 #include "OmbrixPlatform/Paths.h"
 
@@ -19,7 +20,6 @@ namespace {
 
 namespace Runner = TranscriptImportRunner;
 
-constexpr std::string_view memoryFolder = "Memory";
 constexpr std::string_view arrow = "  →  ";
 
 struct ImportOptions {
@@ -106,7 +106,10 @@ std::vector<Runner::FileOutcome> outcomes(const std::string& source,
     const bool isDirectory = Files::isDirectory(source);
     if (isDryRun) return Runner::plan(source, isDirectory, folder, progress);
     const Calendar calendar = Calendar::current();
-    if (isDirectory) return Runner::importFolder(source, folder, memoryFolder, calendar, progress);
+    if (isDirectory) {
+        return Runner::importFolder(source, folder, EnginePaths::defaultMemoryFolderName, calendar,
+                                    progress);
+    }
     return {
         Runner::importFile(source, folder.value_or(std::string(Paths::parent(source))), calendar)};
 }

@@ -1,5 +1,6 @@
 #include <utility>
 
+#include "OmbrixCLI/AnswerFolderResolver.h"
 #include "OmbrixCLI/CLIError.h"
 #include "OmbrixCLI/CommandTree.h"
 #include "OmbrixCLI/Envelope.h"
@@ -36,15 +37,14 @@ struct RenderOptions {
 
 /// The transcripts folder, without slashes at its end.
 std::string folderURL(const MovesFolderOptions& options) {
-    if (!options.folder) return Paths::joined(Files::homeDirectory(), "Documents/Ombrix");
-    std::string folder = *options.folder;
+    if (!options.folder) return AnswerFolderResolver::defaultFolder(Files::homeDirectory());
+    const std::string& folder = *options.folder;
     if (!folder.starts_with('/') || !Files::exists(folder)) {
         throw CLIError::invalidInput(
             "Folder not found: '" + folder + "'.",
             "Pass --folder with the absolute path of your transcripts folder.");
     }
-    while (folder.size() > 1 && folder.ends_with('/')) folder.pop_back();
-    return folder;
+    return Paths::absolute(folder, "/");
 }
 
 // ---- rows --------------------------------------------------------------------------------------

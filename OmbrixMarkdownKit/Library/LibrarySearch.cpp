@@ -112,9 +112,8 @@ void Worker::show(const Entry& entry, const RankedTranscriptSearch::ScoredHit& h
 
 /// Keeps the entries for which a worker's `test` is true, in their order.
 void keep(std::vector<Entry>& entries, const Question& question, bool (Worker::*test)(Entry&)) {
-    constexpr std::size_t filesPerWorker = 32;  // fewer are read sooner than a thread is made
     std::vector<char> isKept(entries.size());
-    ForkJoin::run(entries.size(), ForkJoin::workersFor(entries.size(), filesPerWorker),
+    ForkJoin::run(entries.size(), ForkJoin::workersFor(entries.size(), filesPerReader),
                   [&](ForkJoin::Places& places) {
                       Worker worker(question);
                       places.take([&](std::size_t i) { isKept[i] = (worker.*test)(entries[i]); });

@@ -12,11 +12,6 @@
 #include "OmbrixPlatform/Text.h"
 
 namespace ombrix {
-namespace {
-
-constexpr std::size_t filesPerWorker = 32;  // fewer are read sooner than a thread is made
-
-}  // namespace
 
 std::string TranscriptLibrary::root() const { return Files::standardised(folder); }
 
@@ -33,7 +28,7 @@ std::vector<std::string> TranscriptLibrary::paths() const {
 std::vector<IdentifiedDocument> TranscriptLibrary::scan() const {
     auto files = paths();
     std::vector<std::optional<TranscriptDocument>> found(files.size());
-    ForkJoin::run(files.size(), ForkJoin::workersFor(files.size(), filesPerWorker),
+    ForkJoin::run(files.size(), ForkJoin::workersFor(files.size(), filesPerReader),
                   [&](ForkJoin::Places& places) {
                       TranscriptReader reader(Files::From::walk);
                       places.take([&](std::size_t i) { found[i] = reader.document(files[i]); });
@@ -48,7 +43,7 @@ std::vector<IdentifiedDocument> TranscriptLibrary::scan() const {
 void listTranscripts(std::vector<std::string> paths,
                      const std::function<void(ListedTranscript)>& take) {
     std::mutex guard;
-    ForkJoin::run(paths.size(), ForkJoin::workersFor(paths.size(), filesPerWorker),
+    ForkJoin::run(paths.size(), ForkJoin::workersFor(paths.size(), filesPerReader),
                   [&](ForkJoin::Places& places) {
                       TranscriptReader reader(Files::From::walk);
                       places.take([&](std::size_t i) {

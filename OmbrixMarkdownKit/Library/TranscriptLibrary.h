@@ -1,6 +1,6 @@
 // A folder of transcripts: which of its files may be transcripts, and the order they are listed in.
-// Whoever needs only names asks for `paths`; `TranscriptReader` then reads a front matter or a
-// whole file of them; `LibrarySearch` answers questions.
+// Whoever needs only names asks for `paths`; `TranscriptReader` then reads a frontmatter or a whole
+// file of them; `LibrarySearch` answers questions.
 #pragma once
 
 #include <algorithm>

@@ -1,4 +1,5 @@
-// Reads transcript files, one at a time, through one buffer: whole, as views, or the front matter.
+// Reads transcript files, one at a time, through one buffer: whole, as views, or the
+// frontmatter.
 #pragma once
 
 #include <cstddef>
@@ -15,6 +16,9 @@ namespace ombrix {
 /// A day of speech has about two million bytes. Reading takes up to four times the bytes of a file,
 /// so a larger file is passed over: it is no transcript, and could take all memory.
 inline constexpr std::size_t largestTranscript = std::size_t{64} << 20U;
+
+/// For `ForkJoin::workersFor`: fewer files are read sooner than a thread is made.
+inline constexpr std::size_t filesPerReader = 32;
 
 class TranscriptReader {
   public:

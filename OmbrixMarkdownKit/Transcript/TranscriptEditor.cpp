@@ -75,6 +75,13 @@ std::optional<ByteRange> machineBlock(std::string_view text) {
     return ByteRange{begin, stretch->end + enhancedBlockEndMarker.size()};
 }
 
+/// The block without its marker, as a view of the text.
+std::optional<std::string_view> blockSections(std::string_view text) {
+    const auto block = machineBlock(text);
+    if (!block) return std::nullopt;
+    return text.substr(block->begin, block->size() - enhancedBlockEndMarker.size());
+}
+
 void appendBlock(std::string& text, std::string_view sections) {
     text.append("\n\n").append(sections).append("\n\n").append(enhancedBlockEndMarker) += '\n';
 }
@@ -205,15 +212,15 @@ std::string setAISection(std::string_view text, std::string_view header, std::st
 }
 
 std::optional<std::string_view> enhancedSections(std::string_view text) {
-    const auto block = machineBlock(text);
-    if (!block) return std::nullopt;
-    return Text::trimmed(text.substr(block->begin, block->size() - enhancedBlockEndMarker.size()));
+    const auto sections = blockSections(text);
+    if (!sections) return std::nullopt;
+    return Text::trimmed(*sections);
 }
 
 std::optional<std::string_view> machineProvenance(std::string_view text) {
-    const auto block = machineBlock(text);
-    if (!block) return std::nullopt;
-    LineCursor lines(text.substr(block->begin, block->size() - enhancedBlockEndMarker.size()));
+    const auto sections = blockSections(text);
+    if (!sections) return std::nullopt;
+    LineCursor lines(*sections);
     while (const auto line = lines.next())
         if (isMachineProvenance(*line)) return withoutCarriageReturn(*line);
     return std::nullopt;

@@ -1,8 +1,8 @@
 #include "OmbrixMarkdownKit/Transcript/TranscriptHeader.h"
 
-#include <algorithm>
 #include <array>
 
+#include "OmbrixPlatform/LineCursor.h"
 #include "OmbrixPlatform/Numbers.h"
 #include "OmbrixPlatform/Text.h"
 
@@ -120,14 +120,12 @@ List readKey(std::string_view line, Document& document) {
 void read(std::string_view header, TranscriptDocument& document) {
     constexpr std::string_view itemStart = "  - ";
     List list = List::none;
-    for (std::size_t at = 0; at <= header.size();) {
-        const std::size_t end = std::min(header.find('\n', at), header.size());
-        const auto line = header.substr(at, end - at);
-        at = end + 1;
-        if (list != List::none && line.starts_with(itemStart))
-            readItem(list, line.substr(itemStart.size()), document);
+    LineCursor lines(header);
+    while (const auto line = lines.next()) {
+        if (list != List::none && line->starts_with(itemStart))
+            readItem(list, line->substr(itemStart.size()), document);
         else
-            list = readKey(line, document);
+            list = readKey(*line, document);
     }
 }
 }  // namespace ombrix::TranscriptHeader

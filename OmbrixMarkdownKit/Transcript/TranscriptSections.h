@@ -41,7 +41,7 @@ class Sections {
     std::string_view text(Section section, std::string& storage) const;
 
   private:
-    std::array<std::string_view, 6> sections_{};
+    std::array<std::string_view, sectionHeaders.size()> sections_{};
 };
 
 /// A paragraph of the transcript section that belongs to a turn.
