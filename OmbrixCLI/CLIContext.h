@@ -27,6 +27,6 @@ struct CLIContext {
     std::string databaseURL;
 };
 
-/// The present time. The one place that reads the clock; everything below is given the instant.
+/// The present time. No other place asks which day it is; everything below is given the instant.
 Instant presentTime();
 }  // namespace ombrix

@@ -24,6 +24,7 @@ struct Tool {
 void prepareProcess();
 
 /// Parses `arguments` (argument 0 included), runs what they name and prints the result. The
-/// exit status: 0, 64 for a line that cannot be read, 3 to 7 for a `CLIError`, 1 for anything else.
+/// exit status: 0, 64 for a line that cannot be read, 2 for `IncompleteWork`, 3 to 7 for a
+/// `CLIError`, 1 for anything else.
 int run(const Tool& tool, const std::vector<std::string>& arguments);
 }  // namespace ombrix::Program

@@ -57,8 +57,8 @@ struct AppStats {
     std::optional<double> medianToFirstDraft{};
     std::map<std::string, std::int64_t> outcomes{};  ///< presses by outcome
     std::map<std::string, std::int64_t> sources{};   ///< presses by source line, where there is one
-    std::int64_t offered = 0;
-    std::int64_t pulled = 0;  ///< pulls that landed text
+    std::int64_t offered = 0;                        ///< presses that offered a result
+    std::int64_t pulled = 0;                         ///< pulls that landed text
     bool operator==(const AppStats&) const = default;
 };
 

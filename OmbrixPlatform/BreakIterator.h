@@ -24,12 +24,15 @@ class BreakIterator {
     BreakIterator(const BreakIterator&) = delete;
     BreakIterator& operator=(const BreakIterator&) = delete;
 
+    /// The start of the text, where `next` goes on from.
     std::size_t first();
+    /// The boundary after the last one given. This and the next two give `done` when there is none.
     std::size_t next();
     /// The first boundary after `place`.
     std::size_t following(std::size_t place);
     /// The last boundary before `place`.
     std::size_t preceding(std::size_t place);
+    /// ICU's rule status of the segment that ends at the last boundary given: what kind of word.
     int ruleStatus() const;
 
   private:

@@ -16,9 +16,10 @@ using Instant = std::chrono::sys_seconds;
 
 /// `yyyy-MM-ddTHH:mm:ssZ` in UTC.
 std::string isoInstant(Instant instant);
-/// ISO 8601 internet date-time, whole seconds, with "Z" or an offset: "2026-03-01T09:30:00+01:00".
-/// Nothing for any other form, for fractions of a second, for a day that does not exist, and when
-/// the year in UTC is not 0 to 9999. What it reads, `isoInstant` writes so that it reads it again.
+/// ISO 8601 internet date-time, whole seconds, with "Z" or an offset: "2026-03-01T09:30:00+01:00",
+/// also without the colon ("+0100"). Nothing for any other form, for fractions of a second, for a
+/// day that does not exist, and when the year in UTC is not 0 to 9999. What it reads, `isoInstant`
+/// writes so that it reads it again.
 std::optional<Instant> parseIsoInstant(std::string_view text);
 /// The day "YYYY-MM-DD" by itself, in no zone: four, two and two ASCII digits and nothing else.
 /// Nothing for another form and for a day that does not exist. Days subtract to days.
@@ -55,7 +56,7 @@ class Calendar {
     /// of the month; days and weeks keep the time of day. Nothing when the result is out of range.
     std::optional<Instant> adding(std::int64_t amount, Unit unit, Instant to) const;
     Instant startOfDay(Instant instant) const;
-    /// The day, week, month or year that contains `instant`.
+    /// The day, week, month or year that contains `instant`; nothing when it is out of range.
     std::optional<Interval> interval(Unit unit, Instant instant) const;
     /// Whole days from the start of the day of `from` to the start of the day of `to`.
     std::int64_t daysBetween(Instant from, Instant to) const;

@@ -1,8 +1,8 @@
 // Files: read whole, write atomically, walk a folder. Only regular files are opened for reading; a
 // pipe, a socket or a device is refused without being opened, whatever its name. A file that is
 // missing or forbidden is one thing; a machine that runs out of memory or descriptors, or a disk
-// that fails, is another: then every function here throws, so that no file is passed over for it.
-// Paths for reading may be longer than the system takes in one call.
+// that fails, is another: then whatever reads whole files or lists folders throws, so that none is
+// passed over for it. Paths for reading may be longer than the system takes in one call.
 #pragma once
 
 #include <chrono>
@@ -90,7 +90,8 @@ std::optional<std::string> text(const std::string& path, std::size_t largest = u
 
 /// Calls `visit` for each line of a regular file, without its line feed; a file without bytes has
 /// no line, nor is there one after the last line feed. The file is read piece by piece, so only the
-/// longest line needs memory. Nothing for a file that cannot be read.
+/// longest line needs memory. A file that cannot be read, for whatever reason, has no lines; one
+/// that can be read no further ends there.
 void forEachLine(const std::string& path, const std::function<void(std::string_view line)>& visit);
 
 /// What a walk sees.

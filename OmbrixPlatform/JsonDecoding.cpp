@@ -1,7 +1,5 @@
 #include "OmbrixPlatform/JsonDecoding.h"
 
-#include <ranges>
-
 #include "OmbrixPlatform/Calendar.h"
 #include "OmbrixPlatform/Characters.h"
 

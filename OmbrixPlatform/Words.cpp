@@ -1,7 +1,6 @@
 #include "OmbrixPlatform/Words.h"
 
 #include <unicode/ubrk.h>
-#include <unicode/utext.h>
 
 #include "OmbrixPlatform/BreakIterator.h"
 

@@ -4,9 +4,11 @@
 #include <unicode/uchar.h>
 #include <unicode/uscript.h>
 
+#include <algorithm>
+#include <cstdint>
 #include <cstdio>
-#include <map>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "OmbrixPlatform/Letters.h"

@@ -2,9 +2,9 @@
 // application. Nothing here calls one.
 #pragma once
 
+#include <array>
 #include <optional>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 #include "OmbrixPlatform/EnumNames.h"

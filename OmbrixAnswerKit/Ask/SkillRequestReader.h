@@ -38,10 +38,10 @@ struct Read {
 };
 
 /// Reads a request against the meetings on file, at the clock `now`. Several phrases narrow
-/// together
-/// (`AnswerScope::merging`), several kinds are alternatives, and a count applies last. When none of
-/// the names was found there is no material. `userName` may be empty. Never throws; linear in the
-/// request: a piece of more than 200 bytes without white space is no part of a phrase.
+/// together (`AnswerScope::merging`), several kinds are alternatives, and a count applies last.
+/// When none of the names was found there is no material. `userName` may be empty. Never throws;
+/// linear in the request: a piece of more than 200 bytes without white space is no part of a
+/// phrase.
 Read read(std::string_view request, std::span<const AskMeeting> pool, std::string_view userName,
           Instant now, const Calendar& calendar);
 }  // namespace ombrix::SkillRequestReader

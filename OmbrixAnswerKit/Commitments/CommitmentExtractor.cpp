@@ -1,8 +1,10 @@
 #include "OmbrixAnswerKit/Commitments/CommitmentExtractor.h"
 
 #include <algorithm>
+#include <array>
 #include <unordered_map>
 #include <unordered_set>
+#include <utility>
 
 #include "OmbrixAnswerKit/Commitments/ActionItems.h"
 #include "OmbrixAnswerKit/Commitments/NameIndex.h"

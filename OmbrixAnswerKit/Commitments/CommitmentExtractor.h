@@ -3,13 +3,11 @@
 // or between others. The words stay as they were spoken.
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <optional>
 #include <span>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 #include "OmbrixAnswerKit/Commitments/CommitmentCues.h"
