@@ -9,12 +9,15 @@
 namespace ombrix {
 
 PrivateSources::PrivateSources(EngineWorkspace& workspace) {
+    const auto isPrivate = [&](const LandSidecar& record) {
+        return workspace.isPrivate(record.meetingKey);
+    };
+    if (std::ranges::none_of(workspace.landed(), isPrivate)) return;
     std::set<std::pair<std::string_view, std::string_view>> shown;
     for (const auto& record : workspace.landed())
-        if (!workspace.isPrivate(record.meetingKey)) shown.emplace(record.date, record.title);
+        if (!isPrivate(record)) shown.emplace(record.date, record.title);
     for (const auto& record : workspace.landed()) {
-        if (!workspace.isPrivate(record.meetingKey) || shown.contains({record.date, record.title}))
-            continue;
+        if (!isPrivate(record) || shown.contains({record.date, record.title})) continue;
         auto& titles = titles_[record.date];
         titles.insert(record.title);
         titles.insert(workspace.privacy().cleanedText(record.title));  // as an answer has it

@@ -21,6 +21,7 @@ void keepWhatRefreshNeeds(LandSidecar& sidecar) {
 
 void planRefresh(EngineWorkspace& workspace, const TranscriptFactsCache& facts,
                  ChangeSet& changes) {
+    workspace.aliasesFile();  // a damaged one stops all, also what does not rest on it
     planFollowUps(workspace, changes);
     planNextMoves(workspace, changes);
     std::vector<std::string> outdated;

@@ -205,9 +205,11 @@ void keepWhatStatusNeeds(LandSidecar& sidecar) {
 EngineStatus engineStatus(EngineWorkspace& workspace) {
     EngineStatus status;
     readTranscripts(workspace, status);
-    readEntities(workspace, status);
     readDamaged(workspace, status);
-    if (workspace.whyAliasesAreLost().empty()) planNext(status);
+    // Nothing can be asked then, and nobody knows who is private.
+    if (!workspace.whyAliasesAreLost().empty()) return status;
+    readEntities(workspace, status);
+    planNext(status);
     return status;
 }
 }  // namespace ombrix

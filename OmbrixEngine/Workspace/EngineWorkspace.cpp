@@ -231,10 +231,12 @@ const PersonAliases& EngineWorkspace::aliasesFile() {
         const std::string message =
             std::string(EnginePaths::aliasesFile) + " " + why + (why.ends_with('.') ? "" : ".");
         if (!toleratesDamagedAliases_)
-            throw CLIError::invalidInput(message, "Mend the file, or move it away.");
+            throw CLIError::invalidInput(
+                message,
+                "Ask the person to mend it: who is one and who is private is known by it.");
         warnings_.push_back(message +
                             " Each name counts as a person of its own here, and nothing "
-                            "is asked or written before the file is mended or moved.");
+                            "is asked or written before the file is mended.");
         whyAliasesAreLost_ = why;
         aliasesFile_ = PersonAliases();
     }
