@@ -11,7 +11,6 @@
 namespace ombrix {
 
 /// The keys of a ring, each an alias of the next and the last one of the first, in lower case; none
-/// when there is no ring. A lookup for each alias and
-/// step of a chain.
+/// when there is no ring. A lookup for each alias and each step of a chain.
 std::vector<std::string> aliasRing(std::span<const PersonIdentity> identities);
 }  // namespace ombrix

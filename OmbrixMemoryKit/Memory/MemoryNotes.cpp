@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "OmbrixMemoryKit/Identity/ISODate.h"
+#include "OmbrixMemoryKit/Region/EngineText.h"
 #include "OmbrixPlatform/ByteRange.h"
 #include "OmbrixPlatform/LineCursor.h"
 #include "OmbrixPlatform/Text.h"
@@ -13,6 +14,7 @@ namespace ombrix::MemoryNotes {
 namespace {
 
 constexpr std::string_view headingLine = "## Notes\n", innerHeadingLine = "\n## Notes\n";
+static_assert(EngineText::newTail.find(placeholder) != std::string_view::npos);
 constexpr std::string_view nextHeading = "\n## ", correctionsHeading = "\n## Corrections\n";
 
 /// Where the notes begin, which is the text's size plus one when the heading has no line feed;

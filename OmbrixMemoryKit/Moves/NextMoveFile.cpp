@@ -33,17 +33,13 @@ std::string frontmatter(const Meta& meta) {
     return writer.text();
 }
 
-/// A key comes from a file and may hold anything.
-std::string attribute(std::string_view text) {
-    return Text::replacingAll(EngineRegion::withoutMarkers(EngineText::onOneLine(text)), "\"", "'");
-}
-
 std::string anchorComment(const ResolvedExchange& exchange) {
     std::vector<std::string> ids;
     for (const auto& turn : exchange.turns)
         if (turn.cited) ids.push_back(turn.id);
-    return "<!-- ombrix:said source=\"" + attribute(exchange.source->id) + "\" turns=\"" +
-           attribute(Text::joined(ids, ",")) + "\" -->";
+    // Keys and ids come from files and may hold anything.
+    return "<!-- ombrix:said source=\"" + EngineRegion::attributeValue(exchange.source->id) +
+           "\" turns=\"" + EngineRegion::attributeValue(Text::joined(ids, ",")) + "\" -->";
 }
 
 std::int64_t citedMeetings(const ResolvedMove& move) {

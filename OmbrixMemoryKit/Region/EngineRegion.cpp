@@ -1,7 +1,10 @@
 #include "OmbrixMemoryKit/Region/EngineRegion.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <utility>
 
+#include "OmbrixMemoryKit/Region/EngineText.h"
 #include "OmbrixMemoryKit/Region/MarkerAttributes.h"
 #include "OmbrixPlatform/Numbers.h"
 #include "OmbrixPlatform/Text.h"
@@ -32,11 +35,15 @@ std::string withoutMarkers(std::string text) {
     return text;
 }
 
+std::string attributeValue(std::string_view text) {
+    std::string value = EngineText::onOneLine(text);
+    std::ranges::replace(value, '"', '\'');
+    return withoutMarkers(std::move(value));
+}
+
 std::string openMarker(std::string_view by, Instant at, std::int64_t sources) {
-    std::string writer = Text::withLineFeeds(by);
-    for (char& c : writer) c = c == '"' ? '\'' : c == '\n' || c == '\r' ? ' ' : c;
     std::string line(openPrefix);
-    line.append("by=\"").append(withoutMarkers(std::move(writer))) += "\" at=\"";
+    line.append("by=\"").append(attributeValue(by)) += "\" at=\"";
     line.append(isoInstant(at)).append("\" sources=\"").append(std::to_string(sources));
     return line += "\" -->";
 }

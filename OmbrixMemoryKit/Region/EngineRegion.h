@@ -27,8 +27,12 @@ constexpr std::string_view closeMarker = "<!-- /ombrix:engine -->";
 /// "<".
 std::string withoutMarkers(std::string text);
 
-/// The open line, without a line feed. Double quotes in `by` become single ones and line ends
-/// blanks, and it is written without markers. `sources` is how many sources the text rests on.
+/// A text as the value of a marker's attribute: line ends become blanks and double quotes single
+/// ones, and it is written without markers.
+std::string attributeValue(std::string_view text);
+
+/// The open line, without a line feed, with the `attributeValue` of `by`. `sources` is how many
+/// sources the text rests on.
 std::string openMarker(std::string_view by, Instant at, std::int64_t sources);
 
 struct OpenLine {
