@@ -10,22 +10,7 @@
 #include "OmbrixMarkdownKit/Transcript/TranscriptTurnID.h"
 #include "OmbrixMemoryKit/Moves/MoveLifecycle.h"
 
-namespace ombrix {
-
-bool ResolvedExchange::operator==(const ResolvedExchange& other) const {
-    return key == other.key && *source == *other.source && turns == other.turns &&
-           claimIds == other.claimIds && anchors == other.anchors && earlier == other.earlier &&
-           superseded == other.superseded;
-}
-
-std::vector<const ResolvedLine*> ResolvedMove::lines() const {
-    std::vector<const ResolvedLine*> result;
-    for (const auto& block : blocks)
-        for (const auto& line : block.lines) result.push_back(&line);
-    return result;
-}
-
-namespace MoveEvidence {
+namespace ombrix::MoveEvidence {
 namespace {
 
 constexpr double closeInSeconds = 90;
@@ -359,5 +344,4 @@ ResolvedMove resolve(PreparedMove move, MoveState state, const MoveSources& sour
     result.state = std::move(state);
     return result;
 }
-}  // namespace MoveEvidence
-}  // namespace ombrix
+}  // namespace ombrix::MoveEvidence
