@@ -105,7 +105,9 @@ Body bodyOf(std::string_view body, std::string_view eol) {
 
 // ---- fields ------------------------------------------------------------------------------------
 
-const FrontmatterEntry* find(const std::vector<FrontmatterEntry>& entries, std::string_view key) {
+/// The first entry with that key; null without one.
+template <typename Entries>
+auto* find(Entries& entries, std::string_view key) {
     const auto found = std::ranges::find_if(
         entries, [&](const FrontmatterEntry& entry) { return entry.key == key; });
     return found == entries.end() ? nullptr : &*found;
@@ -154,19 +156,15 @@ bool holdsSpace(std::string_view text) {
 
 void setScalar(std::vector<FrontmatterEntry>& entries, std::string_view key,
                std::string_view written) {
-    for (FrontmatterEntry& entry : entries) {
-        if (entry.key != key) continue;
-        if (const auto scalar = SkillFrontmatter::scalar(entry))
-            entry = SkillFrontmatter::replacing(entry, scalar->range, written);
-        return;
-    }
+    FrontmatterEntry* entry = find(entries, key);
+    if (entry == nullptr) return;
+    if (const auto scalar = SkillFrontmatter::scalar(*entry))
+        *entry = SkillFrontmatter::replacing(*entry, scalar->range, written);
 }
 
 void setOutput(std::vector<FrontmatterEntry>& entries, SkillOutput output) {
     const std::string_view raw = rawValue(output);
-    const auto metadata = std::ranges::find_if(
-        entries, [](const FrontmatterEntry& entry) { return entry.key == metadataKey; });
-    if (metadata != entries.end()) {
+    if (FrontmatterEntry* metadata = find(entries, metadataKey)) {
         *metadata = SkillFrontmatter::settingNested(*metadata, outputKey, raw);
         return;
     }
@@ -193,7 +191,7 @@ std::optional<std::string_view> nameProblem(std::string_view name) {
         return Text::isAsciiDigit(c) || (c >= 'a' && c <= 'z') || c == '-';
     };
     if (name.empty()) return "The name is empty";
-    if (Utf8::utf16Length(name) > 64) return "The name is longer than 64 characters";
+    if (Utf8::utf16Length(name) > longestName) return "The name is longer than 64 characters";
     if (holdsSpace(name)) return "The name has spaces";
     if (std::ranges::any_of(name, [](char c) { return c >= 'A' && c <= 'Z'; }))
         return "The name has capital letters";
@@ -207,7 +205,7 @@ std::optional<std::string_view> nameProblem(std::string_view name) {
 
 std::optional<std::string_view> descriptionProblem(std::string_view description) {
     if (description.empty()) return "The description is empty";
-    if (Utf8::utf16Length(description) > 1024)
+    if (Utf8::utf16Length(description) > longestDescription)
         return "The description is longer than 1024 characters";
     return std::nullopt;
 }

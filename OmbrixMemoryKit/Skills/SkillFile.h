@@ -2,6 +2,7 @@
 // did not change is written back byte for byte.
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -24,10 +25,13 @@ std::variant<Skill, SkillProblem> parse(std::string_view text, SkillOrigin origi
 /// The output of that raw string; `doc` for any other text.
 SkillOutput output(std::string_view text);
 
-/// What is wrong with a name, for the user; nothing for 1 to 64 letters "a" to "z", digits and
-/// single hyphens inside.
+constexpr std::size_t longestName = 64;
+constexpr std::size_t longestDescription = 1024;  ///< in UTF-16 units
+
+/// What is wrong with a name, for the user; nothing for 1 to `longestName` letters "a" to "z",
+/// digits and single hyphens inside.
 std::optional<std::string_view> nameProblem(std::string_view name);
-/// What is wrong with a description; nothing for 1 to 1024 UTF-16 units.
+/// What is wrong with a description; nothing for 1 to `longestDescription` units.
 std::optional<std::string_view> descriptionProblem(std::string_view description);
 
 /// The text of a new file. It reads back as this skill if the name and the description have no

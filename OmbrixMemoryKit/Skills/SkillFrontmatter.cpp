@@ -5,6 +5,7 @@
 #include <iterator>
 #include <utility>
 
+#include "OmbrixMemoryKit/Skills/YamlFlowMap.h"
 #include "OmbrixPlatform/Text.h"
 
 namespace ombrix::SkillFrontmatter {
@@ -140,7 +141,7 @@ std::optional<Scalar> nestedScalar(const FrontmatterEntry& entry, std::string_vi
         return std::nullopt;
     }
     const std::string text = joined(entry);
-    const auto flow = flowMap(text, firstContent(text, own->end), key);
+    const auto flow = YamlFlowMap::member(text, firstContent(text, own->end), key);
     return flow ? flow->value : std::nullopt;
 }
 
@@ -178,7 +179,7 @@ FrontmatterEntry settingNested(const FrontmatterEntry& entry, std::string_view k
     }
     const std::string text = joined(entry);
     const std::size_t start = firstContent(text, keyEnd);
-    if (const auto flow = flowMap(text, start, key)) {
+    if (const auto flow = YamlFlowMap::member(text, start, key)) {
         if (flow->isThere) return replacing(entry, flow->range, member);
         const std::string comma = flow->isEmpty ? "" : ", ";
         return replacing(entry, {start + 1, start + 1}, member + comma);

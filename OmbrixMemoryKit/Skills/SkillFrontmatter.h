@@ -40,5 +40,4 @@ FrontmatterEntry replacing(const FrontmatterEntry& entry, ByteRange range, std::
 /// stays as it is; a value that is no map is replaced. `value` is a plain scalar.
 FrontmatterEntry settingNested(const FrontmatterEntry& entry, std::string_view key,
                                std::string_view value);
-
 }  // namespace ombrix::SkillFrontmatter

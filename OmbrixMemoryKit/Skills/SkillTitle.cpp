@@ -2,14 +2,12 @@
 
 #include <cstddef>
 
+#include "OmbrixMemoryKit/Skills/SkillFile.h"
 #include "OmbrixPlatform/Text.h"
 #include "OmbrixPlatform/Utf8.h"
 
 namespace ombrix::SkillFile {
 namespace {
-
-constexpr std::size_t longestName = 64;
-constexpr std::size_t longestDescription = 1024;  // UTF-16 units
 
 /// The first `size` bytes of a name, without a hyphen at the end.
 std::string shortened(std::string_view name, std::size_t size) {

@@ -17,8 +17,8 @@ std::string command(std::string_view name);
 std::string displayName(std::string_view name);
 
 /// The name of a new skill with that title: "Ann’s weekly recap!" is "anns-weekly-recap". Letters
-/// lose case and diacritics, what is not "a" to "z" or a digit parts words, and at most 64
-/// characters stay. "skill" when nothing does. A name has no problem.
+/// lose case and diacritics, what is not "a" to "z" or a digit parts words, and at most
+/// `longestName` characters stay. "skill" when nothing does. A name has no problem.
 std::string name(std::string_view title);
 
 /// `base`, or the first of "base-2", "base-3" and so on that is not taken. Of a base so long that

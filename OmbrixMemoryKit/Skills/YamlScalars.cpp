@@ -4,6 +4,7 @@
 #include <array>
 #include <charconv>
 #include <cstdint>
+#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -102,23 +103,25 @@ std::optional<char32_t> escaped(std::string_view text, std::size_t& at) {
     return scalar;
 }
 
+/// Moves `at` past line ends and the blanks around them, and returns how many line ends there were.
+std::size_t skipLineEnds(std::string_view text, std::size_t& at) {
+    std::size_t lineEnds = 0;
+    for (; at < text.size() && (text[at] == '\n' || isBlank(text[at])); ++at)
+        if (text[at] == '\n') ++lineEnds;
+    return lineEnds;
+}
+
 /// Folds the line ends from `at` on, with the blanks around them; `keep` is how much of `value` is
 /// not to be trimmed.
 std::size_t foldLines(std::string_view text, std::size_t at, std::string& value, std::size_t keep) {
     while (value.size() > keep && isBlank(value.back())) value.pop_back();
-    std::size_t lineEnds = 0;
-    for (; at < text.size() && (text[at] == '\n' || isBlank(text[at])); ++at)
-        if (text[at] == '\n') ++lineEnds;
-    appendFold(value, lineEnds);
+    appendFold(value, skipLineEnds(text, at));
     return at;
 }
 
 /// After a backslash at a line's end: the next line follows without a blank.
 std::size_t joinLines(std::string_view text, std::size_t at, std::string& value) {
-    std::size_t lineEnds = 0;
-    for (; at < text.size() && (text[at] == '\n' || isBlank(text[at])); ++at)
-        if (text[at] == '\n') ++lineEnds;
-    value.append(lineEnds - 1, '\n');
+    value.append(skipLineEnds(text, at) - 1, '\n');
     return at;
 }
 
@@ -221,50 +224,54 @@ Found plainScalar(std::string_view text, std::size_t start) {
     }
 }
 
-// ---- maps in braces ----------------------------------------------------------------------------
+// ---- writing -----------------------------------------------------------------------------------
 
-/// A value within braces: up to the next comma or closing brace that is not inside of it. Nothing
-/// when there is none.
-std::optional<std::size_t> flowEnd(std::string_view text, std::size_t at) {
-    std::size_t depth = 0;
-    char before = ',';  // the last character that is no blank: after these a value begins
-    for (; at < text.size(); ++at) {
-        if (startsComment(text, at)) at = lineEnd(text, at);
-        if (at == text.size()) break;
-        const char c = text[at];
-        if (depth == 0 && (c == ',' || c == '}')) return at;
-        const bool begins = std::string_view(",:{[").find(before) != std::string_view::npos;
-        if (!isBlank(c) && c != '\n') before = c;
-        if (begins && (c == '"' || c == '\'')) {
-            const auto quoted = quotedScalar(text, at);
-            if (!quoted) return std::nullopt;
-            at = quoted->range.end - 1;
-        } else if (c == '[' || c == '{') {
-            ++depth;
-        } else if (c == ']' || c == '}') {
-            if (depth == 0) return std::nullopt;
-            --depth;
-        }
-    }
-    return std::nullopt;
+/// What another reader of YAML takes for a number, a date, a truth value or nothing.
+bool isOfOtherType(std::string_view value) {
+    static const Regex otherType(
+        R"(^(?:[-+]?(?:0b[01_]+|0x[0-9a-f_]+|0o[0-7_]+|[0-9][0-9_]*(?:\.[0-9_]*)?(?:e[-+]?[0-9]+)?)"
+        R"(|\.[0-9][0-9_]*(?:e[-+]?[0-9]+)?|[0-9]+(?::[0-5]?[0-9])+(?:\.[0-9_]*)?|\.inf)|\.nan)"
+        R"(|[0-9]{4}-[0-9]{1,2}-[0-9]{1,2}(?:(?:t|[ \t]+)[0-9:.]+[ \t]*(?:z|[-+][0-9:]+)?)?)"
+        R"(|~|null|true|false|yes|no|on|off|y|n|=|<<)$)",
+        Regex::Case::ignored);
+    return otherType.found(value);
 }
 
-/// The place of the colon of a member from `at` to `end`; `end` without one.
-std::size_t flowColon(std::string_view text, std::size_t at, std::size_t end) {
-    if (at < end && (text[at] == '"' || text[at] == '\'')) {
-        if (const auto quoted = quotedScalar(text, at)) at = quoted->range.end;
-    }
-    while (at < end &&
-           !(text[at] == ':' && (at + 1 == end || isBlank(text[at + 1]) || text[at + 1] == '\n'))) {
-        ++at;
-    }
-    return at;
+bool isControl(char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; }
+
+/// True for a text that reads back as itself when it stands on a line without quotes.
+bool isPlain(std::string_view value) {
+    constexpr std::string_view indicators = "-?:,[]{}#&*!|>'\"%@`";
+    constexpr auto hidden = std::to_array<std::string_view>(
+        {"\u0085", "\u2028", "\u2029", "\uFEFF"});  // line ends to other readers, and the mark
+    return !value.empty() && trimmedBlanksOf(value) == value && !value.ends_with(':') &&
+           indicators.find(value.front()) == std::string_view::npos &&
+           !Text::contains(value, ": ") && !Text::contains(value, " #") &&
+           std::ranges::none_of(value, isControl) &&
+           std::ranges::none_of(hidden, [&](auto part) { return Text::contains(value, part); }) &&
+           !isOfOtherType(value);
 }
 
-std::optional<Found> flowScalar(std::string_view text, std::size_t begin, std::size_t end) {
-    const std::size_t start = std::min(firstContent(text, begin), end);
-    if (start == end) return Found{{}, {begin, begin}};
-    return anyScalar(text.substr(0, end), start, 0);
+std::string inDoubleQuotes(std::string_view value) {
+    std::string text = "\"";
+    for (std::size_t at = 0; at < value.size();) {
+        const auto [scalar, length] = Utf8::decode(value, at);
+        const auto escape = std::ranges::find_if(escapes, [&](const Escape& each) {
+            return each.scalar == scalar && Text::isAsciiLetter(each.letter);
+        });
+        if (scalar == '"' || scalar == '\\')
+            (text += '\\') += static_cast<char>(scalar);
+        else if (escape != escapes.end())
+            (text += '\\') += escape->letter;
+        else if (length == 1 && isControl(value[at]))
+            Numbers::appendHex(text += "\\x", static_cast<std::uint8_t>(scalar));
+        else if (scalar == 0xFEFF)
+            text += "\\uFEFF";
+        else
+            text += value.substr(at, length);
+        at += length;
+    }
+    return text + "\"";
 }
 }  // namespace
 
@@ -283,9 +290,13 @@ bool isItem(std::string_view content) {
            (content.size() == 1 || isBlank(content[1]) || content[1] == '\n');
 }
 
+std::size_t afterComment(std::string_view text, std::size_t at) {
+    return startsComment(text, at) ? lineEnd(text, at) : at;
+}
+
 std::size_t firstContent(std::string_view text, std::size_t from) {
     for (std::size_t at = from; at < text.size(); ++at) {
-        if (startsComment(text, at)) at = lineEnd(text, at);
+        at = afterComment(text, at);
         if (at < text.size() && text[at] != '\n' && !isBlank(text[at])) return at;
     }
     return text.size();
@@ -346,67 +357,7 @@ std::optional<Found> anyScalar(std::string_view text, std::size_t start, std::si
     }
 }
 
-std::optional<FlowMember> flowMap(std::string_view text, std::size_t start, std::string_view key) {
-    if (start >= text.size() || text[start] != '{') return std::nullopt;
-    FlowMember member;
-    for (std::size_t at = start + 1;;) {
-        at = firstContent(text, at);
-        const auto end = flowEnd(text, at);
-        if (!end) return std::nullopt;
-        const std::size_t colon = flowColon(text, at, *end);
-        const auto name = flowScalar(text, at, colon);
-        member.isEmpty = member.isEmpty && at == *end;
-        if (name && name->value == key && at < colon && !member.isThere) {
-            member.isThere = true;
-            member.range = {at, *end};
-            if (colon < *end) member.value = flowScalar(text, colon + 1, *end);
-        }
-        if (text[*end] == '}') {
-            if (firstContent(text, *end + 1) < text.size()) return std::nullopt;
-            return member;
-        }
-        at = *end + 1;
-    }
-}
-
 std::string written(std::string_view value) {
-    // What another reader of YAML takes for a number, a date, a truth value or nothing.
-    static const Regex otherType(
-        R"(^(?:[-+]?(?:0b[01_]+|0x[0-9a-f_]+|0o[0-7_]+|[0-9][0-9_]*(?:\.[0-9_]*)?(?:e[-+]?[0-9]+)?)"
-        R"(|\.[0-9][0-9_]*(?:e[-+]?[0-9]+)?|[0-9]+(?::[0-5]?[0-9])+(?:\.[0-9_]*)?|\.inf)|\.nan)"
-        R"(|[0-9]{4}-[0-9]{1,2}-[0-9]{1,2}(?:(?:t|[ \t]+)[0-9:.]+[ \t]*(?:z|[-+][0-9:]+)?)?)"
-        R"(|~|null|true|false|yes|no|on|off|y|n|=|<<)$)",
-        Regex::Case::ignored);
-    constexpr std::string_view indicators = "-?:,[]{}#&*!|>'\"%@`";
-    const auto isControl = [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; };
-    constexpr auto hidden = std::to_array<std::string_view>(
-        {"\u0085", "\u2028", "\u2029", "\uFEFF"});  // line ends to other readers, and the mark
-    const bool isPlain =
-        !value.empty() && trimmedBlanksOf(value) == value && !value.ends_with(':') &&
-        indicators.find(value.front()) == std::string_view::npos && !Text::contains(value, ": ") &&
-        !Text::contains(value, " #") && std::ranges::none_of(value, isControl) &&
-        std::ranges::none_of(hidden, [&](auto part) { return Text::contains(value, part); }) &&
-        !otherType.found(value);
-    if (isPlain) return std::string(value);
-
-    std::string text = "\"";
-    for (std::size_t at = 0; at < value.size();) {
-        const auto [scalar, length] = Utf8::decode(value, at);
-        const auto escape = std::ranges::find_if(escapes, [&](const Escape& each) {
-            return each.scalar == scalar && Text::isAsciiLetter(each.letter);
-        });
-        if (scalar == '"' || scalar == '\\')
-            (text += '\\') += static_cast<char>(scalar);
-        else if (escape != escapes.end())
-            (text += '\\') += escape->letter;
-        else if (length == 1 && isControl(value[at]))
-            Numbers::appendHex(text += "\\x", static_cast<std::uint8_t>(scalar));
-        else if (scalar == 0xFEFF)
-            text += "\\uFEFF";
-        else
-            text += value.substr(at, length);
-        at += length;
-    }
-    return text + "\"";
+    return isPlain(value) ? std::string(value) : inDoubleQuotes(value);
 }
 }  // namespace ombrix::YamlScalars

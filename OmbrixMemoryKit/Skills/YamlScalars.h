@@ -28,6 +28,9 @@ std::size_t indentation(std::string_view line);
 /// True for an item of a list or another value that is no scalar by its first character: "- a".
 bool isItem(std::string_view content);
 
+/// `at`, or the end of its line when a comment begins there. `at` is inside the text.
+std::size_t afterComment(std::string_view text, std::size_t at);
+
 /// The first byte at or after `from` that is no white space and no comment; the size without one.
 std::size_t firstContent(std::string_view text, std::size_t from);
 
@@ -39,18 +42,6 @@ std::optional<Found> quotedScalar(std::string_view text, std::size_t start);
 /// `parentIndentation` is that of its key. Nothing for another value.
 std::optional<Found> anyScalar(std::string_view text, std::size_t start,
                                std::size_t parentIndentation);
-
-/// One member of a map in braces.
-struct FlowMember {
-    bool isEmpty = true;           ///< the map has no members
-    bool isThere = false;          ///< the map has this key
-    std::optional<Found> value{};  ///< under this key, if it is a scalar
-    ByteRange range{};             ///< of the key and all that is under it
-};
-
-/// Looks for `key` in the map whose brace is at `start`. Nothing when there is no brace, or it is
-/// not closed, or something follows it.
-std::optional<FlowMember> flowMap(std::string_view text, std::size_t start, std::string_view key);
 
 /// `value` as a scalar on one line: plain when that reads back as this text, else in double quotes.
 std::string written(std::string_view value);
