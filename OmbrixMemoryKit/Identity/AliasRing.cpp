@@ -1,7 +1,7 @@
 #include "OmbrixMemoryKit/Identity/AliasRing.h"
 
 #include <algorithm>
-#include <cstddef>
+#include <iterator>
 #include <map>
 #include <set>
 

@@ -1,6 +1,7 @@
 #include "OmbrixMemoryKit/Identity/ISODate.h"
 
 #include <chrono>
+#include <cstddef>
 
 #include "OmbrixPlatform/Characters.h"
 #include "OmbrixPlatform/Numbers.h"

@@ -1,5 +1,7 @@
 #include "OmbrixMemoryKit/Identity/MeetingKey.h"
 
+#include <cstddef>
+
 #include "OmbrixPlatform/Characters.h"
 #include "OmbrixPlatform/Digest.h"
 #include "OmbrixPlatform/Text.h"

@@ -1,6 +1,7 @@
 #include "OmbrixMemoryKit/Land/LandInputBuilder.h"
 
 #include <algorithm>
+#include <functional>
 #include <set>
 #include <utility>
 

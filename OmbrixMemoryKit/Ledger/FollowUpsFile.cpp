@@ -1,5 +1,6 @@
 #include "OmbrixMemoryKit/Ledger/FollowUpsFile.h"
 
+#include <initializer_list>
 #include <utility>
 #include <variant>
 

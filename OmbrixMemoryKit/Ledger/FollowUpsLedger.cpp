@@ -1,6 +1,7 @@
 #include "OmbrixMemoryKit/Ledger/FollowUpsLedger.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <initializer_list>
 #include <limits>
 

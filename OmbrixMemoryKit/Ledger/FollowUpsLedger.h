@@ -2,8 +2,8 @@
 // were closed lately. It is computed by FollowUpsMerger.h and never stored.
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <set>
 #include <string>

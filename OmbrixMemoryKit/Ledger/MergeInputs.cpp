@@ -1,6 +1,7 @@
 #include "OmbrixMemoryKit/Ledger/MergeInputs.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <utility>
 
 #include "OmbrixMemoryKit/Identity/EntityKeys.h"

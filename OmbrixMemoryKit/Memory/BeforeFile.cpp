@@ -1,5 +1,6 @@
 #include "OmbrixMemoryKit/Memory/BeforeFile.h"
 
+#include <cstddef>
 #include <utility>
 #include <vector>
 

@@ -1,6 +1,8 @@
 #include "OmbrixMemoryKit/Memory/BeforeModels.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <iterator>
 #include <utility>
 
 #include "OmbrixMemoryKit/Identity/CommitmentID.h"

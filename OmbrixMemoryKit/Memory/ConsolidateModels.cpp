@@ -1,5 +1,6 @@
 #include "OmbrixMemoryKit/Memory/ConsolidateModels.h"
 
+#include <cstddef>
 #include <utility>
 
 #include "OmbrixMemoryKit/Identity/ISODate.h"

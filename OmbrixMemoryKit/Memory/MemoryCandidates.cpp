@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <functional>
+#include <iterator>
 #include <set>
-#include <utility>
 
 #include "OmbrixMemoryKit/Identity/EntityKeys.h"
 #include "OmbrixMemoryKit/Land/LandInputBuilder.h"

@@ -1,5 +1,6 @@
 #include "OmbrixMemoryKit/Memory/MemoryFiles.h"
 
+#include <cstddef>
 #include <utility>
 
 #include "OmbrixMemoryKit/EnginePaths.h"

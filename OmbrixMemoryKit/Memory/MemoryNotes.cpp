@@ -1,6 +1,7 @@
 #include "OmbrixMemoryKit/Memory/MemoryNotes.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <optional>
 #include <vector>
 

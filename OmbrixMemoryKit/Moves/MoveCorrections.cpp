@@ -1,6 +1,7 @@
 #include "OmbrixMemoryKit/Moves/MoveCorrections.h"
 
 #include <array>
+#include <cstddef>
 #include <optional>
 #include <utility>
 

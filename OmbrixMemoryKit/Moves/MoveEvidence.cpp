@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <map>
+#include <optional>
 #include <set>
 #include <unordered_map>
 #include <utility>

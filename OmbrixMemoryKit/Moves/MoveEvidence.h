@@ -3,7 +3,9 @@
 // citation no longer holds.
 #pragma once
 
+#include <memory>
 #include <span>
+#include <string>
 #include <string_view>
 #include <vector>
 

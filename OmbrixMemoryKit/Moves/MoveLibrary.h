@@ -3,6 +3,7 @@
 // Pure: reading the folders is the caller's work.
 #pragma once
 
+#include <functional>
 #include <map>
 #include <set>
 #include <span>

@@ -1,5 +1,6 @@
 #include "OmbrixMemoryKit/Moves/MoveLifecycle.h"
 
+#include <cstdint>
 #include <utility>
 
 #include "OmbrixMemoryKit/Moves/PrepareSidecar.h"

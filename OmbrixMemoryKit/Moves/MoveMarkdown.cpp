@@ -2,8 +2,9 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <cstdio>
+#include <utility>
+#include <vector>
 
 #include "OmbrixMemoryKit/Identity/ISODate.h"
 #include "OmbrixMemoryKit/Region/QuoteClip.h"

@@ -1,6 +1,7 @@
 #include "OmbrixMemoryKit/Moves/MoveModels.h"
 
 #include <algorithm>
+#include <cstddef>
 
 #include "OmbrixPlatform/Digest.h"
 #include "OmbrixPlatform/Text.h"

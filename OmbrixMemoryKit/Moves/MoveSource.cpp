@@ -1,7 +1,6 @@
 #include "OmbrixMemoryKit/Moves/MoveSource.h"
 
 #include <tuple>
-#include <utility>
 
 #include "OmbrixMarkdownKit/Transcript/TranscriptTurnID.h"
 

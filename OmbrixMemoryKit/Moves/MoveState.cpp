@@ -1,5 +1,7 @@
 #include "OmbrixMemoryKit/Moves/MoveState.h"
 
+#include <cstddef>
+
 namespace ombrix {
 
 const Revision* MoveState::revision(std::optional<std::int64_t> index) const {

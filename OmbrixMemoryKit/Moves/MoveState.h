@@ -8,9 +8,13 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "OmbrixMemoryKit/Moves/MoveModels.h"
+#include "OmbrixPlatform/EnumNames.h"
+#include "OmbrixPlatform/Json.h"
+#include "OmbrixPlatform/JsonDecoding.h"
 
 namespace ombrix {
 

@@ -13,6 +13,7 @@
 
 #include "OmbrixMemoryKit/Moves/MoveState.h"
 #include "OmbrixMemoryKit/Moves/UnsupportedSchema.h"
+#include "OmbrixPlatform/JsonDecoding.h"
 
 namespace ombrix {
 

@@ -1,5 +1,6 @@
 #include "OmbrixMemoryKit/Moves/NextMoveFile.h"
 
+#include <cstdint>
 #include <set>
 #include <utility>
 

@@ -30,6 +30,7 @@
 #include "OmbrixMemoryKit/Moves/MoveCorrections.h"
 #include "OmbrixMemoryKit/Moves/MoveMarkdown.h"
 #include "OmbrixPlatform/Calendar.h"
+#include "OmbrixPlatform/EnumNames.h"
 
 namespace ombrix::NextMoveFile {
 

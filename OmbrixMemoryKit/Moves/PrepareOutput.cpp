@@ -1,5 +1,7 @@
 #include "OmbrixMemoryKit/Moves/PrepareOutput.h"
 
+#include <cstddef>
+
 #include "OmbrixMemoryKit/Identity/ISODate.h"
 #include "OmbrixPlatform/Characters.h"
 #include "OmbrixPlatform/Numbers.h"

@@ -7,15 +7,20 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <variant>
 #include <vector>
 
 #include "OmbrixMemoryKit/Land/AnswerFault.h"
 #include "OmbrixMemoryKit/Moves/MoveModels.h"
+#include "OmbrixPlatform/EnumNames.h"
+#include "OmbrixPlatform/Json.h"
+#include "OmbrixPlatform/JsonDecoding.h"
 
 namespace ombrix {
 

@@ -9,12 +9,15 @@
 // stored nowhere else: they are derived on each read.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "OmbrixMemoryKit/Moves/PrepareOutput.h"
 #include "OmbrixMemoryKit/Moves/UnsupportedSchema.h"
 #include "OmbrixPlatform/Calendar.h"
+#include "OmbrixPlatform/JsonDecoding.h"
 
 namespace ombrix {
 

@@ -10,6 +10,7 @@
 
 #include "OmbrixMemoryKit/Moves/MoveSource.h"
 #include "OmbrixMemoryKit/Moves/MoveState.h"
+#include "OmbrixPlatform/EnumNames.h"
 
 namespace ombrix {
 

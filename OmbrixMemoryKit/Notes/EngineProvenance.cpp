@@ -1,6 +1,7 @@
 #include "OmbrixMemoryKit/Notes/EngineProvenance.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <vector>
 
 #include "OmbrixAnswerKit/Answer/AnswerModels.h"

@@ -1,7 +1,6 @@
 #include "OmbrixMemoryKit/Notes/NotesActionItems.h"
 
 #include <algorithm>
-#include <array>
 
 #include "OmbrixMarkdownKit/Transcript/TranscriptEditor.h"
 #include "OmbrixPlatform/LineCursor.h"

@@ -1,11 +1,13 @@
 #include "OmbrixMemoryKit/Notes/NotesBlockEdit.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <unordered_set>
 #include <utility>
 #include <vector>
 
 #include "OmbrixMarkdownKit/Transcript/TranscriptEditor.h"
+#include "OmbrixPlatform/ByteRange.h"
 #include "OmbrixPlatform/LineCursor.h"
 #include "OmbrixPlatform/Text.h"
 

@@ -1,6 +1,7 @@
 #include "OmbrixMemoryKit/Region/Corrections.h"
 
 #include <array>
+#include <cstddef>
 #include <utility>
 
 #include "OmbrixMemoryKit/Identity/CommitmentID.h"

@@ -9,6 +9,7 @@
 //   ---
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>

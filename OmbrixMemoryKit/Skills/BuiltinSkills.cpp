@@ -1,7 +1,6 @@
 #include "OmbrixMemoryKit/Skills/BuiltinSkills.h"
 
 #include <array>
-#include <utility>
 #include <variant>
 
 #include "OmbrixMemoryKit/Skills/SkillFile.h"

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "OmbrixMemoryKit/Skills/Skill.h"
+#include "OmbrixPlatform/Calendar.h"
 
 namespace ombrix::SkillFile {
 

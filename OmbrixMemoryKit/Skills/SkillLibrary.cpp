@@ -1,6 +1,7 @@
 #include "OmbrixMemoryKit/Skills/SkillLibrary.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <utility>
 
 #include "OmbrixMemoryKit/Skills/BuiltinSkills.h"

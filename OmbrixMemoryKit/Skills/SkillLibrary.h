@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "OmbrixMemoryKit/Skills/Skill.h"
+#include "OmbrixPlatform/Calendar.h"
 
 namespace ombrix {
 

@@ -1,5 +1,7 @@
 #include "OmbrixMemoryKit/Skills/SkillPaths.h"
 
+#include <cstddef>
+
 #include "OmbrixMemoryKit/Skills/SkillFile.h"
 #include "OmbrixPlatform/Paths.h"
 #include "OmbrixPlatform/Text.h"
