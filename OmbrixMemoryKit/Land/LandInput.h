@@ -14,7 +14,8 @@
 namespace ombrix {
 
 struct LandInputMeeting {
-    std::string title{}, date{};
+    std::string title{};
+    std::string date{};  ///< the day, as the transcript has it
     std::vector<std::string> participants{};
     std::int64_t remoteLabelCount = 0;  ///< of the whole meeting, also in a chunk of it
     std::vector<TranscriptDocument::Turn> turns{};

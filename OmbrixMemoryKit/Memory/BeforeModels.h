@@ -29,7 +29,9 @@ struct BeforeEntityText {
 
 /// The most recent meeting with these people.
 struct BeforeLastSummary {
-    std::string title{}, date{}, summary{};
+    std::string title{};
+    std::string date{};  ///< its ISO day
+    std::string summary{};
     bool operator==(const BeforeLastSummary&) const = default;
 };
 

@@ -18,7 +18,8 @@
 namespace ombrix {
 
 /// One turn. Its id is given, or made of its place and text when it is first asked for: hashing
-/// every turn of a library would cost more than reading the library.
+/// every turn of a library would cost more than reading the library. So only one thread at a time
+/// may ask a turn that has no given id.
 class MoveTurn {
   public:
     /// A turn of a transcript, which tells no times; `position` is one-based.

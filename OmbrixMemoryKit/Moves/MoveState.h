@@ -97,7 +97,7 @@ constexpr auto rawValues(MoveEventKind) {
 // ---- state ------------------------------------------------------------------------------------
 
 struct MoveEvent {
-    std::string at;
+    std::string at;  ///< an ISO 8601 instant, or the day that a correction names
     MoveEventKind kind = MoveEventKind::prepared;
     std::optional<std::string> note;  ///< "detail" in JSON
     bool operator==(const MoveEvent&) const = default;

@@ -51,7 +51,7 @@ struct ResolvedUnresolved {
 /// A turn as the transcript has it now.
 struct ResolvedTurn {
     std::string id;
-    std::optional<double> atSec;
+    std::optional<double> atSec;  ///< seconds from the start of the recording
     std::string speaker;
     std::string text;
     bool cited = false;                 ///< otherwise it is there for the context
