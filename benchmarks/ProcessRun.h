@@ -9,9 +9,11 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstddef>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
+#include <utility>
 #include <vector>
 
 extern char** environ;
@@ -51,6 +53,24 @@ inline Cost run(const Command& command) {
     const std::chrono::duration<double> time = std::chrono::steady_clock::now() - start;
     return {.seconds = time.count(),
             .peakMegabytes = static_cast<double>(usage.ru_maxrss) * 1024 / 1e6};
+}
+
+/// The command line of a benchmark: PROGRAM FOLDER [--rounds N].
+struct Order {
+    std::string program, folder;
+    int rounds = 0;
+};
+
+/// Without "--rounds" there are `rounds`. Says how to call the benchmark `name` and exits for any
+/// other line.
+inline Order orderOf(const char* name, int argc, char** argv, int rounds) {
+    const bool isGiven = argc == 5 && std::string(argv[3]) == "--rounds";
+    if (isGiven) rounds = std::atoi(argv[4]);
+    if ((argc != 3 && !isGiven) || rounds < 1) {
+        std::fprintf(stderr, "usage: %s CLI FOLDER [--rounds N]\n", name);
+        std::exit(64);
+    }
+    return {.program = argv[1], .folder = argv[2], .rounds = rounds};
 }
 
 /// The median time and the highest memory peak of the runs.

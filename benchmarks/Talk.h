@@ -1,6 +1,7 @@
 // Generated speech for the benchmarks of single functions.
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 #include "Vocabulary.h"

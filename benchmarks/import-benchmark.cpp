@@ -4,7 +4,6 @@
 // run, for which everything is there already. The exports are made in FOLDER when it is missing.
 #include <algorithm>
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -39,17 +38,11 @@ void makeExports(const fs::path& folder) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    const std::vector<std::string> arguments(argv + 1, argv + argc);
-    int rounds = 7;
-    if (arguments.size() == 4 && arguments[2] == "--rounds") rounds = std::atoi(argv[4]);
-    if ((arguments.size() != 2 && arguments.size() != 4) || rounds < 1) {
-        std::fputs("usage: import-benchmark CLI FOLDER [--rounds N]\n", stderr);
-        return 64;
-    }
-    const fs::path folder = fs::absolute(arguments[1]);
+    const auto [cli, given, rounds] = ProcessRun::orderOf("import-benchmark", argc, argv, 7);
+    const fs::path folder = fs::absolute(given);
     const fs::path copy = folder.string() + ".copy", transcripts = folder.string() + ".transcripts";
     makeExports(folder);
-    const ProcessRun::Command import{arguments[0], "import", folder.string(), "--folder",
+    const ProcessRun::Command import{cli, "import", folder.string(), "--folder",
                                      transcripts.string()};
     std::vector<ProcessRun::Cost> copies, firsts, seconds;
     for (int round = -1; round < rounds; ++round) {  // the first warms the caches

@@ -4,7 +4,6 @@
 // a sidecar of 6 prepared moves. The library is made in FOLDER when it is missing.
 #include <cstdint>
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -97,20 +96,14 @@ double megabytes(const fs::path& below, ProcessRun::Command& paths) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    const std::vector<std::string> arguments(argv + 1, argv + argc);
-    int rounds = 31;
-    if (arguments.size() == 4 && arguments[2] == "--rounds") rounds = std::atoi(argv[4]);
-    if ((arguments.size() != 2 && arguments.size() != 4) || rounds < 1) {
-        std::fputs("usage: moves-benchmark CLI FOLDER [--rounds N]\n", stderr);
-        return 64;
-    }
-    const fs::path folder = fs::absolute(arguments[1]);
+    const auto [cli, given, rounds] = ProcessRun::orderOf("moves-benchmark", argc, argv, 31);
+    const fs::path folder = fs::absolute(given);
     makeLibrary(folder);
     ProcessRun::Command cat{"cat"};
     const double transcripts = megabytes(folder, cat);
     const double sidecars = megabytes(folder / EnginePaths::prepareFolder, cat);
     const auto costs = ProcessRun::sideBySide(
-        {{arguments[0], "moves", "--json", "--folder", folder.string()}, cat}, rounds);
+        {{cli, "moves", "--json", "--folder", folder.string()}, cat}, rounds);
     std::printf("moves --json, median of %d rounds; the goals are ratios of at most 3\n", rounds);
     std::printf("%.1f MB of transcripts, %.1f MB of sidecars\n", transcripts, sidecars);
     std::printf("time   %8.2f ms   cat      %8.2f ms   ratio %.2f\n", costs[0].seconds * 1000,

@@ -4,7 +4,6 @@
 // same database. One database has 2,000 meetings and one 20,000, each with 40 KB of transcript, to
 // show costs that grow with the table. Databases that are missing are made in FOLDER.
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -65,14 +64,8 @@ void compare(const std::string& cli, const std::string& path, int meetings, int 
 }  // namespace
 
 int main(int argc, char** argv) {
-    const std::vector<std::string> arguments(argv + 1, argv + argc);
-    int rounds = 101;
-    if (arguments.size() == 4 && arguments[2] == "--rounds") rounds = std::atoi(argv[4]);
-    if ((arguments.size() != 2 && arguments.size() != 4) || rounds < 1) {
-        std::fputs("usage: store-benchmark CLI FOLDER [--rounds N]\n", stderr);
-        return 64;
-    }
+    const auto [cli, folder, rounds] = ProcessRun::orderOf("store-benchmark", argc, argv, 101);
     std::printf("the store, median of %d rounds; the goal is a ratio of at most 2\n", rounds);
     for (const int meetings : {2'000, 20'000})
-        compare(arguments[0], database(arguments[1], meetings), meetings, rounds);
+        compare(cli, database(folder, meetings), meetings, rounds);
 }
