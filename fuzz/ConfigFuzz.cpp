@@ -1,40 +1,18 @@
 // config.json: whatever its content, each setting has a value or its default, and nothing is
 // thrown.
-#include <unistd.h>
-
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
+#include <optional>
 #include <string>
 
 #include "Law.h"
 #include "OmbrixCLI/AnswerFolderResolver.h"
 #include "OmbrixPlatform/JsonDocument.h"
+#include "OmbrixPlatform/TestFolder.h"
 #include "OmbrixPlatform/Text.h"
 
 using namespace ombrix;
 using Fuzz::law;
 
 namespace {
-
-/// A support directory that is removed when the process ends.
-class SupportDirectory {
-  public:
-    SupportDirectory() {
-        if (mkdtemp(path_.data()) == nullptr) std::abort();
-    }
-    ~SupportDirectory() {
-        std::error_code ignored;
-        std::filesystem::remove_all(path_, ignored);
-    }
-    const std::string& holding(std::string_view config) const {
-        std::ofstream(path_ + "/config.json", std::ios::binary | std::ios::trunc) << config;
-        return path_;
-    }
-
-  private:
-    std::string path_ = std::filesystem::temp_directory_path() / "config-fuzz-XXXXXX";
-};
 
 /// The string at a key, read by the JSON parser alone.
 std::optional<std::string> plainly(std::string_view text, std::string_view key) {
@@ -50,9 +28,10 @@ std::optional<std::string> plainly(std::string_view text, std::string_view key) 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static const SupportDirectory support;
+    static const test::TestFolder support;
     const std::string_view text = Fuzz::text(data, size);
-    const AnswerFolderResolver::Config config(support.holding(text));
+    support.write("config.json", text);
+    const AnswerFolderResolver::Config config(support.path());
 
     const auto folder = plainly(text, "output_folder_display_path");
     const std::string resolved = AnswerFolderResolver::resolve(config, "/home/n");

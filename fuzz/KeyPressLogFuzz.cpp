@@ -1,14 +1,12 @@
 // The log of key presses: whatever its bytes, each line is a press or is skipped, and the counts
 // add up.
-#include <unistd.h>
-
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "Law.h"
 #include "OmbrixCore/KeyPressLog.h"
+#include "OmbrixPlatform/TestFolder.h"
 #include "OmbrixPlatform/Text.h"
 
 using namespace ombrix;
@@ -27,11 +25,9 @@ std::optional<KeyPressSummary> alone(std::string_view line) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static const std::string path = std::filesystem::temp_directory_path() /
-                                    ("key-press-log-fuzz-" + std::to_string(::getpid()));
+    static const test::TestFolder folder;
     const std::string_view text = Fuzz::text(data, size);
-    std::ofstream(path, std::ios::binary | std::ios::trunc) << text;
-    const auto presses = KeyPressLog::read(path);
+    const auto presses = KeyPressLog::read(folder.write("log", text));
 
     std::vector<KeyPressSummary> expected;
     for (const auto line : Text::splitDroppingEmpty(text, "\n"))
