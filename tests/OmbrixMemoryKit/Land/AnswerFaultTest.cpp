@@ -12,45 +12,40 @@
 namespace ombrix {
 namespace {
 
-using Decoder = std::function<void(const std::string&)>;
-
-const Decoder land = [](const std::string& text) { LandOutput::decode(text); };
-const Decoder consolidate = [](const std::string& text) { ConsolidateOutput::decode(text); };
-const Decoder before = [](const std::string& text) { BeforeOutput::decodeOrRefuse(text); };
-const Decoder prepare = [](const std::string& text) {
-    const auto output = PrepareOutput::decode(text);
-    output.validate({"t1"});
-    output.validateCommitments({"c-1"});
+/// A decoder and an answer that it takes.
+struct Step {
+    std::function<void(const std::string&)> take;
+    std::string good;
 };
-
-const std::string landed = R"({"version":1,"summary":"It rained.","notes":[{"topic":"Rain",
+const Step land{[](const std::string& text) { LandOutput::decode(text); },
+                R"({"version":1,"summary":"It rained.","notes":[{"topic":"Rain",
 "bullets":["Much."]}],"decisions":[],"open_questions":[],"commitments":[{"direction":"user_owes",
 "who":"Ana","who_key":"name:ana","what":"Bring it","quote":"","speaker":"Me","due_raw":"",
 "due":"2026-09-04","certainty":"read"}],"resolutions":[],"memory":[],"unresolved_speakers":[],
-"not_sure":["A joke?"]})";
-const std::string consolidated = R"({"version":1,"kind":"person","who":[],"what_this_is":[],
+"not_sure":["A joke?"]})"};
+const Step consolidate{[](const std::string& text) { ConsolidateOutput::decode(text); },
+                       R"({"version":1,"kind":"person","who":[],"what_this_is":[],
 "through_line":"","decisions":[],"open":[{"text":"a","direction":"other","due":"2026-09-04",
-"sources":[]}],"not_sure":[]})";
-const std::string card = R"({"version":1,"who_and_when":"","not_sure":[],"you_owe":[],"they_owe":[],
+"sources":[]}],"not_sure":[]})"};
+const Step before{[](const std::string& text) { BeforeOutput::decodeOrRefuse(text); },
+                  R"({"version":1,"who_and_when":"","not_sure":[],"you_owe":[],"they_owe":[],
 "unanswered":[],"changed_since":[],"openers":[{"text":"a","sources":[]},{"text":"b","sources":[]},
-{"text":"c","sources":[]}]})";
-const std::string prepared = R"({"version":1,"not_sure":[],"moves":[{"key":"call",
+{"text":"c","sources":[]}]})"};
+const Step prepare{[](const std::string& text) {
+                       const auto output = PrepareOutput::decode(text);
+                       output.validate({"t1"});
+                       output.validateCommitments({"c-1"});
+                   },
+                   R"({"version":1,"not_sure":[],"moves":[{"key":"call",
 "commitment_ids":["c-1"],"kind":"prompt","stance":"stated","title":"","recipients":[],"due":null,
 "hedge":null,"idea":null,"blocks":[{"id":"b","label":"","lines":[{"id":"l","text":"",
 "claim_ids":["c1"]}]}],"unresolved":[],"claims":[{"id":"c1","gist":"","role":"open",
-"turn_ids":["t1"]}],"invite":null,"email":null}]})";
-
-const std::string& answerFor(const Decoder& decoder) {
-    return &decoder == &land          ? landed
-           : &decoder == &consolidate ? consolidated
-           : &decoder == &before      ? card
-                                      : prepared;
-}
+"turn_ids":["t1"]}],"invite":null,"email":null}]})"};
 
 /// The fault as one line: the rule and the message.
-std::string refusal(const Decoder& decoder, const std::string& answer) {
+std::string refusal(const Step& step, const std::string& answer) {
     try {
-        decoder(answer);
+        step.take(answer);
         return "taken";
     } catch (const RefusedAnswer& error) {
         EXPECT_EQ(error.what(), error.fault().message());
@@ -60,7 +55,7 @@ std::string refusal(const Decoder& decoder, const std::string& answer) {
 
 TEST(AnswerFault, SaysTheRuleThePlaceAndTheWords) {
     const struct {
-        const Decoder& decoder;
+        const Step& step;
         const char *from, *to, *expected;
     } cases[] = {
         {land, "\"version\":1", "\"version\":3", "version | version: must be 1, not 3"},
@@ -100,11 +95,10 @@ TEST(AnswerFault, SaysTheRuleThePlaceAndTheWords) {
         {prepare, "c-1", "c-2",
          "citation | moves[0].commitment_ids[0]: no commitment \"c-2\" in the input"},
     };
-    for (const auto& [decoder, from, to, expected] : cases) {
-        const auto& answer = answerFor(decoder);
-        ASSERT_TRUE(Text::contains(answer, from)) << from;
-        EXPECT_EQ(refusal(decoder, answer), "taken");
-        EXPECT_EQ(refusal(decoder, Text::replacingAll(answer, from, to)), expected);
+    for (const auto& [step, from, to, expected] : cases) {
+        ASSERT_TRUE(Text::contains(step.good, from)) << from;
+        EXPECT_EQ(refusal(step, step.good), "taken");
+        EXPECT_EQ(refusal(step, Text::replacingAll(step.good, from, to)), expected);
     }
 }
 
@@ -126,12 +120,12 @@ TEST(AnswerFault, SaysHowAnAnswerIsNoJson) {
         {"{\"a\": \"b\nc\"}", "not JSON in line 1: a line end inside a string; write \\n: c\"}"},
     };
     for (const auto& [answer, expected] : cases)
-        for (const auto* decoder : {&land, &consolidate, &before, &prepare})
-            EXPECT_EQ(refusal(*decoder, answer), std::string("json | ") + expected);
+        for (const auto* step : {&land, &consolidate, &before, &prepare})
+            EXPECT_EQ(refusal(*step, answer), std::string("json | ") + expected);
     // Every beginning of an answer is known as one.
-    for (std::size_t end = 1; end < prepared.size(); ++end)
-        EXPECT_TRUE(
-            refusal(prepare, prepared.substr(0, end)).starts_with("json | the answer is cut off: "))
+    for (std::size_t end = 1; end < prepare.good.size(); ++end)
+        EXPECT_TRUE(refusal(prepare, prepare.good.substr(0, end))
+                        .starts_with("json | the answer is cut off: "))
             << end;
 }
 }  // namespace

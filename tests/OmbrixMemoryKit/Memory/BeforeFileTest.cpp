@@ -37,18 +37,21 @@ TEST(BeforeOutput, AnAnswerIsTakenWholeOrRefused) {
     const auto output = BeforeOutput::decode(answer);
     EXPECT_EQ(BeforeOutput::decode(Json::write(encode(output), Json::Style::file)), output);
     const std::string opener = R"({"text": "One", "sources": []},)";
-    const std::pair<std::string, std::string> changes[] = {{"\"version\": 2", "\"version\": 3"},
-                                                           {opener, ""},
-                                                           {opener, opener + opener},
-                                                           {"they_owe", "owe"}};
-    const char* problems[] = {"before output version 3", "before output needs three openers",
-                              "before output needs three openers", "they_owe: missing"};
-    for (std::size_t i = 0; i < std::size(changes); ++i) {
+    const struct {
+        std::string from, to;
+        const char* problem;
+    } cases[] = {
+        {"\"version\": 2", "\"version\": 3", "before output version 3"},
+        {opener, "", "before output needs three openers"},
+        {opener, opener + opener, "before output needs three openers"},
+        {"they_owe", "owe", "they_owe: missing"},
+    };
+    for (const auto& [from, to, problem] : cases) {
         try {
-            BeforeOutput::decode(Text::replacingAll(answer, changes[i].first, changes[i].second));
-            ADD_FAILURE() << problems[i];
+            BeforeOutput::decode(Text::replacingAll(answer, from, to));
+            ADD_FAILURE() << problem;
         } catch (const Json::DecodingError& error) {
-            EXPECT_STREQ(error.what(), problems[i]);
+            EXPECT_STREQ(error.what(), problem);
         }
     }
     EXPECT_THROW(BeforeOutput::decode("{"), Json::SyntaxError);
