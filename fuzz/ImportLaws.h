@@ -1,7 +1,11 @@
 // What every import must keep: the transcript that is written reads back as what was said.
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "Law.h"

@@ -1,6 +1,7 @@
 // How a fuzz target states laws that its reader must keep, besides not crashing.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>

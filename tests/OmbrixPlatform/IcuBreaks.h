@@ -5,6 +5,7 @@
 #include <unicode/ubrk.h>
 #include <unicode/utext.h>
 
+#include <cstddef>
 #include <string_view>
 #include <vector>
 

@@ -7,6 +7,7 @@
 // of the section "## Question" above: in a row for those of its object, else for the section's own.
 #pragma once
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>

@@ -1,6 +1,11 @@
 // An embedding for tests: each word counts in the dimension that its bytes choose.
 #pragma once
 
+#include <cstddef>
+#include <optional>
+#include <string_view>
+#include <vector>
+
 #include "OmbrixAnswerKit/Semantic/SentenceEmbedding.h"
 #include "OmbrixPlatform/Text.h"
 

@@ -1,8 +1,11 @@
 // Random moves, revisions and states. Ids come from small sets, so that they meet each other.
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "OmbrixMemoryKit/Moves/MoveLifecycle.h"
