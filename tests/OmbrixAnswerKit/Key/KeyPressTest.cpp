@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "OmbrixPlatform/RandomText.h"
+#include "OmbrixPlatform/Text.h"
 #include "OmbrixPlatform/Utf8.h"
 
 namespace ombrix {
@@ -14,6 +15,7 @@ using testing::ElementsAre;
 const MeetingCandidate audit{"a", "Brand audit", "2026-07-20", {"brand", "audit", "tomas"}};
 const MeetingCandidate pricing{"p", "Pricing", "2026-07-21", {"pricing", "recap", "tomas"}};
 const std::string longDraft = std::string(141, 'x');
+const std::string emoji = Text::replacingAll(std::string(70, 'x'), "x", "👋");
 
 Press caret(std::string text) { return {.text = std::move(text)}; }
 
@@ -55,16 +57,7 @@ TEST(KeyPress, TheFieldAndTheCandidatesDecideTheKindAndTheMeeting) {
         {"long, nothing to go by", none, caret(longDraft), {.kind = Kind::unchanged}},
         {"140 units without the blanks", none, caret(longDraft.substr(1) + "  "),
          guess(longDraft.substr(1))},
-        {"70 emoji are 140 units", none, caret([] {
-             std::string text;
-             for (int i = 0; i < 70; ++i) text += "👋";
-             return text;
-         }()),
-         guess([] {
-             std::string text;
-             for (int i = 0; i < 70; ++i) text += "👋";
-             return text;
-         }())},
+        {"70 emoji are 140 units", none, caret(emoji), guess(emoji)},
         {"selected word of one",
          both,
          {"see audit now", 4, 9},
