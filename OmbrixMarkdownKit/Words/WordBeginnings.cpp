@@ -83,6 +83,26 @@ WordBeginnings::WordBeginnings(std::vector<std::string> prefixes) : prefixes_(st
         if (length == 2) afterOne_[scalar >> 6U] |= last;
         if (length == 3) afterTwo_[scalar >> 6U] |= last;
     }
+    addHeads();
+}
+
+void WordBeginnings::addHeads() {
+    std::vector<std::string_view> sorted(prefixes_.begin(), prefixes_.end());
+    std::erase_if(sorted, [](std::string_view text) { return !Text::isAscii(text[0]); });
+    std::ranges::sort(sorted);
+    for (const auto prefix : sorted) {
+        std::array<char, sizeof(Head::bytes)> bytes{}, mask{};
+        std::size_t size = 0;
+        while (size < std::min(prefix.size(), bytes.size()) &&
+               Text::isAsciiAlphanumeric(prefix[size])) {
+            bytes[size] = prefix[size];
+            mask[size++] = static_cast<char>(0xFF);
+        }
+        heads_.push_back({.bytes = std::bit_cast<std::uint64_t>(bytes),
+                          .mask = std::bit_cast<std::uint64_t>(mask),
+                          .isWhole = size == prefix.size()});
+        for (std::size_t i = byteAt(prefix, 0) + 1U; i < headsFrom_.size(); ++i) ++headsFrom_[i];
+    }
 }
 
 bool WordBeginnings::beginsAt(std::string_view text, std::size_t at) const {

@@ -3,11 +3,15 @@
 #pragma once
 
 #include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "OmbrixPlatform/Text.h"
 
 namespace ombrix {
 
@@ -22,6 +26,10 @@ class WordBeginnings {
     /// the characters there that normal forms lack. Never false for such a word at the first byte
     /// that is in its normal form. False inside a character.
     bool mayBeginAt(std::string_view text, std::size_t at) const {
+        if (text.size() - at >= sizeof(Head::bytes) && Text::isAsciiAlphanumeric(text[at])) {
+            const Fit fit = headFit(text, at);
+            return fit == Fit::yes || (fit == Fit::unknown && beginsAt(text, at));
+        }
         return isCandidate(text, at) && beginsAt(text, at);
     }
 
@@ -38,15 +46,50 @@ class WordBeginnings {
     }
 
   private:
+    /// The first eight bytes of a prefix, as long as they are ASCII letters and digits.
+    struct Head {
+        std::uint64_t bytes = 0;
+        std::uint64_t mask = 0;  ///< all bits of the bytes that are set
+        bool isWhole = false;    ///< nothing of the prefix is missing
+    };
+    enum class Fit { no, yes, unknown };
+
+    void addHeads();
+    Fit headFit(std::string_view text, std::size_t at) const;
     bool isCandidate(std::string_view text, std::size_t at) const;
     bool beginsAt(std::string_view text, std::size_t at) const;
 
     std::vector<std::string> prefixes_;
+    std::vector<Head> heads_;  // by their first byte; those that begin with an ASCII character
+    std::array<std::uint32_t, 0x81> headsFrom_{};  // the place of the first one for each byte
     /// For each lead byte of two bytes and for each two first ones of three: a bit for each last
     /// byte with which the fold can begin a prefix.
     std::array<std::uint64_t, 32> afterOne_{};
     std::array<std::uint64_t, 1024> afterTwo_{};
 };
+
+/// Judges an ASCII letter or digit by the eight bytes from there on, without a look at each letter.
+/// Rules out most places where a word of no prefix begins.
+inline WordBeginnings::Fit WordBeginnings::headFit(std::string_view text, std::size_t at) const {
+    std::uint64_t word = 0;
+    std::memcpy(&word, text.data() + at, sizeof word);
+    word |= (word & 0x4040404040404040U) >> 1U;  // letters in lower case; no digit comes of it
+    const auto isAlphanumeric = [&](std::size_t i) { return Text::isAsciiAlphanumeric(text[i]); };
+    const auto first = static_cast<unsigned char>(Text::asciiLowercased(text[at]));
+    for (std::uint32_t i = headsFrom_[first]; i < headsFrom_[first + 1U]; ++i) {
+        const std::uint64_t different = (word ^ heads_[i].bytes) & heads_[i].mask;
+        if (different == 0) {
+            const bool isFirst =
+                at == 0 || (Text::isAscii(text[at - 1]) && !isAlphanumeric(at - 1));
+            return heads_[i].isWhole && isFirst ? Fit::yes : Fit::unknown;
+        }
+        const int bits = std::endian::native == std::endian::little ? std::countr_zero(different)
+                                                                    : std::countl_zero(different);
+        // Another letter ends the comparison; anything else can be inside the word.
+        if (!isAlphanumeric(at + static_cast<std::size_t>(bits) / 8)) return Fit::unknown;
+    }
+    return Fit::no;
+}
 
 /// Rules out most characters that are not ASCII by their bytes. Inline, since it runs for each.
 inline bool WordBeginnings::isCandidate(std::string_view text, std::size_t at) const {
