@@ -65,6 +65,9 @@ std::string mapped(std::string_view text, Append append) {
 
 template <typename Predicate>
 std::string_view trimmedWhile(std::string_view text, Predicate drop) {
+    // Most texts have nothing to trim, and begin and end with ASCII.
+    const auto stays = [&](char c) { return isAscii(c) && !drop(static_cast<char32_t>(c)); };
+    if (!text.empty() && stays(text.front()) && stays(text.back())) return text;
     std::size_t begin = 0;
     while (begin < text.size()) {
         const auto [scalar, length] = Utf8::decode(text, begin);

@@ -11,6 +11,7 @@
 #include <string_view>
 #include <vector>
 
+#include "OmbrixMarkdownKit/Words/WordMarks.h"
 #include "OmbrixPlatform/Text.h"
 
 namespace ombrix {
@@ -74,19 +75,19 @@ inline WordBeginnings::Fit WordBeginnings::headFit(std::string_view text, std::s
     std::uint64_t word = 0;
     std::memcpy(&word, text.data() + at, sizeof word);
     word |= (word & 0x4040404040404040U) >> 1U;  // letters in lower case; no digit comes of it
-    const auto isAlphanumeric = [&](std::size_t i) { return Text::isAsciiAlphanumeric(text[i]); };
     const auto first = static_cast<unsigned char>(Text::asciiLowercased(text[at]));
     for (std::uint32_t i = headsFrom_[first]; i < headsFrom_[first + 1U]; ++i) {
         const std::uint64_t different = (word ^ heads_[i].bytes) & heads_[i].mask;
         if (different == 0) {
-            const bool isFirst =
-                at == 0 || (Text::isAscii(text[at - 1]) && !isAlphanumeric(at - 1));
+            const bool isFirst = at == 0 || (Text::isAscii(text[at - 1]) &&
+                                             !Text::isAsciiAlphanumeric(text[at - 1]));
             return heads_[i].isWhole && isFirst ? Fit::yes : Fit::unknown;
         }
         const int bits = std::endian::native == std::endian::little ? std::countr_zero(different)
                                                                     : std::countl_zero(different);
-        // Another letter ends the comparison; anything else can be inside the word.
-        if (!isAlphanumeric(at + static_cast<std::size_t>(bits) / 8)) return Fit::unknown;
+        // Another letter or a gap ends the comparison; anything else can be inside the word.
+        const char other = text[at + static_cast<std::size_t>(bits) / 8];
+        if (!Text::isAscii(other) || WordMarks::isSilentJoint(other)) return Fit::unknown;
     }
     return Fit::no;
 }
