@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <unordered_map>
+#include <unordered_set>
 #include <utility>
 
 #include "OmbrixCLI/CommandPath.h"
@@ -25,6 +26,12 @@ struct Command::Registry {
 
     bool everyCommandTakesNow = false;
 
+    const std::vector<std::string>* words = nullptr;   ///< of these, commands are declared
+    std::unordered_set<const CLI::App*> incomplete{};  ///< commands that lack subcommands
+
+    bool isNamed(const std::string& command) const {
+        return words == nullptr || std::ranges::find(*words, command) != words->end();
+    }
     CommandDescription described(const CLI::App& command) const;
 };
 
@@ -110,12 +117,16 @@ CommandDescription Command::Registry::described(const CLI::App& command) const {
 // ---- declaring --------------------------------------------------------------------------------
 
 Command Command::subcommand(const std::string& name, const std::string& abstract) const {
-    return {*app_->add_subcommand(name, abstract), *registry_};
+    if (app_ == nullptr) return *this;
+    if (registry_->isNamed(name)) return {app_->add_subcommand(name, abstract), *registry_};
+    registry_->incomplete.insert(app_);
+    return {nullptr, *registry_};
 }
 
-CLI::Option& Command::addOption(const std::string& nameAndValue, const std::string& help,
-                                const char* kind,
-                                std::function<bool(const std::string&)> store) const {
+void Command::addOption(const std::string& nameAndValue, const std::string& help, const char* kind,
+                        std::function<bool(const std::string&)> store, Presence presence,
+                        const std::optional<std::string>& initial) const {
+    if (app_ == nullptr) return;
     const auto blank = std::min(nameAndValue.find(' '), nameAndValue.size());
     const std::string name = nameAndValue.substr(0, blank);
     const std::string value = blank == nameAndValue.size() ? kind : nameAndValue.substr(blank + 1);
@@ -124,30 +135,34 @@ CLI::Option& Command::addOption(const std::string& nameAndValue, const std::stri
         if (store(texts.back())) return true;
         throw UsageError("The value '" + texts.back() + "' is invalid for '" + name + "'");
     };
-    return *app_->add_option(name, take, help)
-                ->type_name(value)
-                ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
+    CLI::Option* const option = app_->add_option(name, take, help)
+                                    ->type_name(value)
+                                    ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast)
+                                    ->required(presence == Presence::required);
+    if (initial) option->default_str(*initial);
 }
 
 void Command::flag(const std::string& name, bool& target, const std::string& help) const {
+    if (app_ == nullptr) return;
     app_->add_flag_callback(
             name, [&target] { target = true; }, help)
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
 }
 
 void Command::option(const std::string& name, std::int64_t& target, const std::string& help) const {
-    addOption(name, help, "N", storing(&Numbers::parseInteger<std::int64_t>, target))
-        .default_str(std::to_string(target));
+    addOption(name, help, "N", storing(&Numbers::parseInteger<std::int64_t>, target),
+              Presence::optional, std::to_string(target));
 }
 
 void Command::option(const std::string& name, std::optional<std::int64_t>& target,
                      const std::string& help) const {
-    addOption(name, help, "N", storing(&Numbers::parseInteger<std::int64_t>, target));
+    addOption(name, help, "N", storing(&Numbers::parseInteger<std::int64_t>, target),
+              Presence::optional);
 }
 
 void Command::option(const std::string& name, double& target, const std::string& help) const {
-    addOption(name, help, "N", storing(&parseNumber, target))
-        .default_str(Numbers::shortest(target));
+    addOption(name, help, "N", storing(&parseNumber, target), Presence::optional,
+              Numbers::shortest(target));
 }
 
 void Command::option(const std::string& name, std::string& target, const std::string& help,
@@ -157,12 +172,13 @@ void Command::option(const std::string& name, std::string& target, const std::st
 
 void Command::option(const std::string& name, std::optional<std::string>& target,
                      const std::string& help) const {
-    addOption(name, help, "TEXT", storingText(target));
+    addOption(name, help, "TEXT", storingText(target), Presence::optional);
 }
 
 void Command::positional(const std::string& name, std::int64_t& target,
                          const std::string& help) const {
-    addOption(name, help, "N", storing(&Numbers::parseInteger<std::int64_t>, target)).required();
+    addOption(name, help, "N", storing(&Numbers::parseInteger<std::int64_t>, target),
+              Presence::required);
 }
 
 void Command::positional(const std::string& name, std::string& target, const std::string& help,
@@ -172,11 +188,9 @@ void Command::positional(const std::string& name, std::string& target, const std
 
 void Command::storeText(const std::string& name, std::string& target, const std::string& help,
                         Presence presence) const {
-    CLI::Option& option = addOption(name, help, "TEXT", storingText(target));
-    if (presence == Presence::required)
-        option.required();
-    else
-        option.default_str(target);
+    std::optional<std::string> initial;
+    if (presence == Presence::optional) initial = target;
+    addOption(name, help, "TEXT", storingText(target), presence, initial);
 }
 
 void Command::everyCommandTakesNow() const { registry_->everyCommandTakesNow = true; }
@@ -192,7 +206,7 @@ void Command::globalOptions(GlobalOptions& target) const {
 }
 
 void Command::exactlyOne(std::vector<std::string> names) const {
-    registry_->alternatives[app_].push_back(std::move(names));
+    if (app_ != nullptr) registry_->alternatives[app_].push_back(std::move(names));
 }
 
 void Command::examples(
@@ -200,14 +214,14 @@ void Command::examples(
     registry_->examples = std::move(linesOf);
 }
 
-std::string Command::path() const { return commandPath(*app_); }
+std::string Command::path() const { return app_ == nullptr ? std::string() : commandPath(*app_); }
 
 void Command::validate(std::function<void()> check) const {
-    registry_->actions[app_].check = std::move(check);
+    if (app_ != nullptr) registry_->actions[app_].check = std::move(check);
 }
 
 void Command::run(std::function<void()> work) const {
-    registry_->actions[app_].work = std::move(work);
+    if (app_ != nullptr) registry_->actions[app_].work = std::move(work);
 }
 
 // ---- parsing ----------------------------------------------------------------------------------
@@ -219,14 +233,27 @@ CommandLine::CommandLine(const std::string& name, const std::string& abstract)
     app_->set_help_flag("-h,--help", "Show this help.");
 }
 
+CommandLine::CommandLine(const std::string& name, const std::string& abstract,
+                         const std::vector<std::string>& words)
+    : CommandLine(name, abstract) {
+    registry_->words = &words;
+}
+
 CommandLine::~CommandLine() = default;
 
-Command CommandLine::root() const { return {*app_, *registry_}; }
+Command CommandLine::root() const { return {app_.get(), *registry_}; }
 
 CommandDescription CommandLine::description() const { return registry_->described(*app_); }
 
+void CommandLine::accept(const ReadLine& line) {
+    // CLI11 expects the words in reverse order.
+    app_->parse(std::vector<std::string>(line.words.rbegin(), line.words.rend()));
+    checkAlternatives(*line.command, registry_->alternatives[line.command]);
+    if (const auto& check = registry_->actions[line.command].check) check();
+}
+
 CommandLine::Choice CommandLine::parse(const std::vector<std::string>& arguments) {
-    ReadLine line = readLine(*app_, arguments);
+    const ReadLine line = readLine(*app_, arguments);
     const Command::Registry::Actions& actions = registry_->actions[line.command];
     const auto help = [&] {
         return Choice{.help = HelpText::help(registry_->described(*line.command)), .work = {}};
@@ -239,15 +266,29 @@ CommandLine::Choice CommandLine::parse(const std::vector<std::string>& arguments
     try {
         if (line.problem) throw UsageError(*line.problem);
         if (!actions.work) return help();
-        // CLI11 expects the words in reverse order.
-        app_->parse(std::vector<std::string>(line.words.rbegin(), line.words.rend()));
-        checkAlternatives(*line.command, registry_->alternatives[line.command]);
-        if (actions.check) actions.check();
+        accept(line);
     } catch (const CLI::ParseError& error) {
         throw UsageError(error.what(), usage());
     } catch (const UsageError& error) {
         throw UsageError(error.what(), usage());
     }
     return {.help = std::nullopt, .work = actions.work};
+}
+
+// A word that names no declared command names none at all, so what is read of the line is the same.
+// Only a command that lacks subcommands could take a wrong one for a positional.
+std::function<void()> CommandLine::workOf(const std::vector<std::string>& arguments) {
+    const ReadLine line = readLine(*app_, arguments);
+    const auto& actions = registry_->actions[line.command];
+    const bool isPlain = !line.asksForHelp && !line.problem && actions.work;
+    if (!isPlain || registry_->incomplete.contains(line.command)) return {};
+    try {
+        accept(line);
+    } catch (const UsageError&) {
+        return {};
+    } catch (const CLI::ParseError&) {
+        return {};
+    }
+    return actions.work;
 }
 }  // namespace ombrix

@@ -48,6 +48,8 @@ class Option;
 
 namespace ombrix {
 
+struct ReadLine;
+
 /// The line is not one of ours: an unknown option, a missing value, a validate step that failed.
 class UsageError : public std::runtime_error {
   public:
@@ -64,9 +66,10 @@ class UsageError : public std::runtime_error {
 enum class Presence { required, optional };
 
 /// One command while it is being declared: a handle, cheap to copy, valid as long as its
-/// `CommandLine`. Names of options carry their hyphens and, after a blank, what stands for the
-/// value in the help ("--limit N"); names of positionals do not. A target keeps the value it has
-/// now when the line does not name it; it must live as long as the `CommandLine`.
+/// `CommandLine`. Declaring one that the line leaves out does nothing. Names of options carry their
+/// hyphens and, after a blank, what stands for the value in the help ("--limit N"); names of
+/// positionals do not. A target keeps the value it has now when the line does not name it; it must
+/// live as long as the `CommandLine`.
 class Command {
   public:
     /// Commands are listed in the order in which they are declared.
@@ -116,6 +119,7 @@ class Command {
     /// lead to and with the record.
     template <typename Options, typename Work>
     void run(const std::shared_ptr<Options>& options, Work work) const {
+        if (app_ == nullptr) return;
         globalOptions(options->global);
         run([name = path(), options, work = std::move(work)] {
             work(CLIContext(name, options->global), *options);
@@ -125,20 +129,26 @@ class Command {
   private:
     friend class CommandLine;
     struct Registry;
-    Command(CLI::App& app, Registry& registry) : app_(&app), registry_(&registry) {}
+    Command(CLI::App* app, Registry& registry) : app_(app), registry_(&registry) {}
     void globalOptions(GlobalOptions& target) const;
     void storeText(const std::string& name, std::string& target, const std::string& help,
                    Presence presence) const;
-    CLI::Option& addOption(const std::string& name, const std::string& help, const char* kind,
-                           std::function<bool(const std::string&)> store) const;
+    /// With `initial`, the help shows that value.
+    void addOption(const std::string& name, const std::string& help, const char* kind,
+                   std::function<bool(const std::string&)> store, Presence presence,
+                   const std::optional<std::string>& initial = std::nullopt) const;
 
-    CLI::App* app_;
+    CLI::App* app_;  // null for a command that is left out
     Registry* registry_;
 };
 
 class CommandLine {
   public:
     CommandLine(const std::string& name, const std::string& abstract);
+    /// Leaves out the commands whose names are not among `words`, which must outlive it: most of a
+    /// tree takes longer to declare than its commands work. Only for `workOf` these words.
+    CommandLine(const std::string& name, const std::string& abstract,
+                const std::vector<std::string>& words);
     ~CommandLine();
     CommandLine(const CommandLine&) = delete;
     CommandLine& operator=(const CommandLine&) = delete;
@@ -155,8 +165,14 @@ class CommandLine {
     /// Reads a line, without argument 0, and runs the validate step of the command it names. Call
     /// it once. Throws `UsageError`.
     Choice parse(const std::vector<std::string>& arguments);
+    /// The work that `parse` of a whole tree gives; empty when only that can tell, as for a line
+    /// that is wrong or asks for help. Call it once.
+    std::function<void()> workOf(const std::vector<std::string>& arguments);
 
   private:
+    /// Throws `UsageError` or CLI11's error when the words are not those of the command.
+    void accept(const ReadLine& line);
+
     std::unique_ptr<CLI::App> app_;
     std::unique_ptr<Command::Registry> registry_;
 };

@@ -6,6 +6,7 @@
 #include <csignal>
 #include <exception>
 #include <new>
+#include <utility>
 
 #include "OmbrixCLI/CLIError.h"
 #include "OmbrixCLI/CommandLine.h"
@@ -23,15 +24,22 @@ constexpr int usageStatus = 64;
 std::string errorLine(const char* what) { return std::string("Error: ") + what + "\n"; }
 
 int runCommand(const Tool& tool, const std::vector<std::string>& arguments) {
-    CommandLine line(tool.name, tool.abstract);
-    tool.declare(line, arguments.front());
-    const auto choice = line.parse({arguments.begin() + 1, arguments.end()});
-    if (choice.help) {
-        StandardOutput::write(*choice.help);
-        return 0;
+    const std::vector<std::string> words(arguments.begin() + 1, arguments.end());
+    CommandLine named(tool.name, tool.abstract, words);
+    tool.declare(named, arguments.front());
+    std::function<void()> work = named.workOf(words);
+    CommandLine all(tool.name, tool.abstract);
+    if (!work) {
+        tool.declare(all, arguments.front());
+        auto choice = all.parse(words);
+        if (choice.help) {
+            StandardOutput::write(*choice.help);
+            return 0;
+        }
+        work = std::move(choice.work);
     }
     try {
-        choice.work();
+        work();
     } catch (const CLIError& error) {
         emitFailure(Text::joined(arguments, " "), error.errorBody());
         return error.exitStatus();

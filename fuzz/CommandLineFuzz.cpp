@@ -45,6 +45,9 @@ std::vector<std::string> joined(std::vector<std::string> first, std::vector<std:
 void checkLine(const std::vector<std::string>& words) {
     const Outcome first = outcome(words);
     law(first == outcome(words), "read twice, the same");
+    CommandLine named("ombrix-cli", "About.", words);
+    declareCommands(named, "ombrix-cli");
+    law(!named.workOf(words) || first.works, "the commands named are enough to find work");
     law(!outcome(joined({"--help"}, words)).help.empty(), "who asks for help gets it");
     if (std::ranges::find(words, "--") != words.end()) return;
     if (!first.works) return;
