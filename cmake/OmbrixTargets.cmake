@@ -21,8 +21,9 @@ function(ombrix_library name)
 endfunction()
 
 # Makes a program start quickly, in Release builds; docs/dependencies.md says what each step brings.
-# Its addresses are fixed, so that nothing has to be relocated; what Debian has as an archive is
-# linked statically, the C++ library too, and simdjson is loaded when it is needed.
+# What Debian has as an archive is linked statically, the C++ library too, and simdjson is loaded when
+# it is needed. The addresses of our own tables are relocated from a packed list, in a few hundred
+# words instead of 17,600 entries; all of them are read-only before `main`.
 function(ombrix_quick_start program)
     if(NOT CMAKE_BUILD_TYPE STREQUAL "Release" OR NOT CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
         return()
@@ -42,5 +43,6 @@ function(ombrix_quick_start program)
         TARGET_DIRECTORY ${program} PROPERTY COMPILE_DEFINITIONS OMBRIX_SIMDJSON="${soname}")
     target_link_libraries(${program} PRIVATE ${CMAKE_DL_LIBS})
     target_link_options(${program} PRIVATE
-        -no-pie -Wl,--as-needed -static-libstdc++ -static-libgcc)
+        -static-libstdc++ -static-libgcc
+        -Wl,--as-needed -Wl,--gc-sections -Wl,-z,pack-relative-relocs -Wl,-z,now)
 endfunction()

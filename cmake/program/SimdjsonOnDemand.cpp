@@ -22,7 +22,7 @@ namespace {
 /// A function or an object of the library by its mangled name.
 template <typename Pointer>
 Pointer symbol(const char* name) {
-    static void* const library = ::dlopen(OMBRIX_SIMDJSON, RTLD_NOW | RTLD_LOCAL);
+    static void* const library = ::dlopen(OMBRIX_SIMDJSON, RTLD_LAZY | RTLD_LOCAL);
     if (library == nullptr) fail();
     void* const found = ::dlsym(library, name);
     if (found == nullptr) fail();
