@@ -123,6 +123,33 @@ TEST(Files, AReaderReadsOneFileAfterTheOther) {
     EXPECT_EQ(reader.read(folder.at("empty")), "");
 }
 
+TEST(Files, WhatAWalkSawIsReadAsAnythingElse) {
+    const test::TestFolder folder;
+    folder.write("a.md", std::string(5000, 'a'));
+    folder.write("x/b.md", "b");
+    folder.write("x/empty.md", "");
+    std::filesystem::create_symlink("b.md", folder.at("x/link.md"));
+    std::filesystem::create_symlink("../gone", folder.at("x/dangling.md"));
+    ::mkfifo(folder.at("x/pipe.md").c_str(), 0666);
+    std::vector<std::string> paths;
+    const auto add = [&](std::string path) { paths.push_back(std::move(path)); };
+    Files::walk(folder.path(), add, Files::Seen::regularFiles);
+    EXPECT_EQ(paths.size(), 4U) << "not the pipe";
+    // Also what changed since the walk, and from one folder to the other and back.
+    for (const char* name : {"x/pipe.md", "x", "a.md", "x/dangling.md", "y/c.md"})
+        paths.push_back(folder.at(name));
+    Files::Reader walked(Files::From::walk), plain;
+    for (const auto& path : paths) {
+        const auto copy = [](std::optional<std::string_view> bytes) {
+            return bytes ? std::optional(std::string(*bytes)) : std::nullopt;
+        };
+        EXPECT_EQ(copy(walked.read(path, 4999)), copy(plain.read(path, 4999))) << path;
+        EXPECT_EQ(copy(walked.read(path)), copy(plain.read(path))) << path;
+        if (path == folder.at("x/pipe.md")) continue;  // empty, or nothing
+        EXPECT_EQ(copy(walked.beginning(path, 3)), copy(plain.beginning(path, 3))) << path;
+    }
+}
+
 TEST(Files, LinesAreReadPieceByPiece) {
     const test::TestFolder folder;
     const auto linesOf = [](const std::string& path) {
@@ -176,6 +203,7 @@ TEST(Files, AShortageIsNoMissingFile) {
     const ProcessLimit descriptors(RLIMIT_NOFILE, static_cast<rlim_t>(opened));  // not one more
     Files::Reader reader;
     EXPECT_THROW(reader.read(folder.at("a.md")), Files::Error);
+    EXPECT_THROW(Files::Reader(Files::From::walk).read(folder.at("a.md")), Files::Error);
     EXPECT_THROW(Files::text(folder.at("a.md")), Files::Error);
     EXPECT_THROW(walked(folder, folder.path()), Files::Error);
 }
