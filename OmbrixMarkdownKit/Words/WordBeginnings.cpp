@@ -2,8 +2,11 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
+#include <cstring>
 #include <utility>
 
+#include "OmbrixMarkdownKit/Words/WordMarks.h"
 #include "OmbrixPlatform/Letters.h"
 #include "OmbrixPlatform/Text.h"
 #include "OmbrixPlatform/Utf8.h"
@@ -103,6 +106,36 @@ void WordBeginnings::addHeads() {
                           .isWhole = size == prefix.size()});
         for (std::size_t i = byteAt(prefix, 0) + 1U; i < headsFrom_.size(); ++i) ++headsFrom_[i];
     }
+}
+
+bool WordBeginnings::mayBeginInAscii(std::string_view text, std::size_t at) const {
+    if (text.size() - at < sizeof(Head::bytes) || !Text::isAsciiAlphanumeric(text[at]))
+        return beginsAt(text, at);
+    const Fit fit = headFit(text, at);
+    return fit == Fit::yes || (fit == Fit::unknown && beginsAt(text, at));
+}
+
+/// Judges an ASCII letter or digit by the eight bytes from there on, without a look at each letter.
+/// Rules out most places where a word of no prefix begins.
+WordBeginnings::Fit WordBeginnings::headFit(std::string_view text, std::size_t at) const {
+    std::uint64_t word = 0;
+    std::memcpy(&word, text.data() + at, sizeof word);
+    word |= (word & 0x4040404040404040U) >> 1U;  // letters in lower case; no digit comes of it
+    const auto first = static_cast<unsigned char>(Text::asciiLowercased(text[at]));
+    for (std::uint32_t i = headsFrom_[first]; i < headsFrom_[first + 1U]; ++i) {
+        const std::uint64_t different = (word ^ heads_[i].bytes) & heads_[i].mask;
+        if (different == 0) {
+            const bool isFirst = at == 0 || (Text::isAscii(text[at - 1]) &&
+                                             !Text::isAsciiAlphanumeric(text[at - 1]));
+            return heads_[i].isWhole && isFirst ? Fit::yes : Fit::unknown;
+        }
+        const int bits = std::endian::native == std::endian::little ? std::countr_zero(different)
+                                                                    : std::countl_zero(different);
+        // Another letter or a gap ends the comparison; anything else can be inside the word.
+        const char other = text[at + static_cast<std::size_t>(bits) / 8];
+        if (!Text::isAscii(other) || WordMarks::isSilentJoint(other)) return Fit::unknown;
+    }
+    return Fit::no;
 }
 
 bool WordBeginnings::beginsAt(std::string_view text, std::size_t at) const {

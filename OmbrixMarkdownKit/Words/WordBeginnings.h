@@ -3,15 +3,12 @@
 #pragma once
 
 #include <array>
-#include <bit>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "OmbrixMarkdownKit/Words/WordMarks.h"
 #include "OmbrixPlatform/Text.h"
 
 namespace ombrix {
@@ -27,10 +24,7 @@ class WordBeginnings {
     /// the characters there that normal forms lack. Never false for such a word at the first byte
     /// that is in its normal form. False inside a character.
     bool mayBeginAt(std::string_view text, std::size_t at) const {
-        if (text.size() - at >= sizeof(Head::bytes) && Text::isAsciiAlphanumeric(text[at])) {
-            const Fit fit = headFit(text, at);
-            return fit == Fit::yes || (fit == Fit::unknown && beginsAt(text, at));
-        }
+        if (Text::isAscii(text[at])) return mayBeginInAscii(text, at);
         return isCandidate(text, at) && beginsAt(text, at);
     }
 
@@ -56,6 +50,7 @@ class WordBeginnings {
     enum class Fit { no, yes, unknown };
 
     void addHeads();
+    bool mayBeginInAscii(std::string_view text, std::size_t at) const;
     Fit headFit(std::string_view text, std::size_t at) const;
     bool isCandidate(std::string_view text, std::size_t at) const;
     bool beginsAt(std::string_view text, std::size_t at) const;
@@ -69,36 +64,12 @@ class WordBeginnings {
     std::array<std::uint64_t, 1024> afterTwo_{};
 };
 
-/// Judges an ASCII letter or digit by the eight bytes from there on, without a look at each letter.
-/// Rules out most places where a word of no prefix begins.
-inline WordBeginnings::Fit WordBeginnings::headFit(std::string_view text, std::size_t at) const {
-    std::uint64_t word = 0;
-    std::memcpy(&word, text.data() + at, sizeof word);
-    word |= (word & 0x4040404040404040U) >> 1U;  // letters in lower case; no digit comes of it
-    const auto first = static_cast<unsigned char>(Text::asciiLowercased(text[at]));
-    for (std::uint32_t i = headsFrom_[first]; i < headsFrom_[first + 1U]; ++i) {
-        const std::uint64_t different = (word ^ heads_[i].bytes) & heads_[i].mask;
-        if (different == 0) {
-            const bool isFirst = at == 0 || (Text::isAscii(text[at - 1]) &&
-                                             !Text::isAsciiAlphanumeric(text[at - 1]));
-            return heads_[i].isWhole && isFirst ? Fit::yes : Fit::unknown;
-        }
-        const int bits = std::endian::native == std::endian::little ? std::countr_zero(different)
-                                                                    : std::countl_zero(different);
-        // Another letter or a gap ends the comparison; anything else can be inside the word.
-        const char other = text[at + static_cast<std::size_t>(bits) / 8];
-        if (!Text::isAscii(other) || WordMarks::isSilentJoint(other)) return Fit::unknown;
-    }
-    return Fit::no;
-}
-
 /// Rules out most characters that are not ASCII by their bytes. Inline, since it runs for each.
 inline bool WordBeginnings::isCandidate(std::string_view text, std::size_t at) const {
     const auto byte = [&](std::size_t i) -> unsigned {
         return static_cast<unsigned char>(text[at + i]);
     };
     const unsigned lead = byte(0);
-    if (lead < 0x80) return true;
     if (lead < 0xC2) return false;  // inside a character
     const std::size_t left = text.size() - at;
     if (lead < 0xE0) return left > 1 && (afterOne_[lead & 0x1FU] >> (byte(1) & 0x3FU) & 1U) != 0;
