@@ -57,7 +57,9 @@ inline constexpr std::size_t unlimited = static_cast<std::size_t>(-1);
 /// Where a reader's paths are from.
 enum class From {
     anywhere,
-    walk,  ///< a `walk` that saw `Seen::regularFiles`, just before: then a file takes fewer calls
+    /// A `walk` that saw `Seen::regularFiles`, just before. A file takes fewer calls; what took its
+    /// place since may be opened, and a pipe there read.
+    walk,
 };
 
 /// Reads files one after the other into one buffer, which grows to the size of the largest.
