@@ -49,10 +49,11 @@ void checkFile(std::string_view text) {
     const auto again = NextMoveFile::parse(*rewritten);
     law(again.has_value(), "and is read again");
     law(again->corrections == parsed->corrections, "with the same corrections");
-    // A file ends in a line feed, which joins a CR that was its last byte.
+    // Writing makes CR LF a LF, of several CRs the last one, and ends the file in a line feed.
     const auto tail = [](std::string_view file) {
         std::string after = EngineRegion::parse(file)->after;
-        after.resize(after.find_last_not_of("\r\n") + 1);
+        std::erase(after, '\r');
+        after.resize(after.find_last_not_of('\n') + 1);
         return after;
     };
     law(tail(*rewritten) == tail(text), "and the same text below its markers");
