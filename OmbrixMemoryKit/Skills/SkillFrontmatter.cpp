@@ -181,7 +181,8 @@ FrontmatterEntry settingNested(const FrontmatterEntry& entry, std::string_view k
     const std::size_t start = firstContent(text, keyEnd);
     if (const auto flow = YamlFlowMap::member(text, start, key)) {
         if (flow->isThere) return replacing(entry, flow->range, member);
-        const std::string comma = flow->isEmpty ? "" : ", ";
+        // A blank ahead of "#" would make a comment of the next key.
+        const std::string comma = flow->isEmpty ? "" : text[start + 1] == '#' ? "," : ", ";
         return replacing(entry, {start + 1, start + 1}, member + comma);
     }
     return {
