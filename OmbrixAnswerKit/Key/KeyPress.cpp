@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <limits>
+#include <utility>
 
 #include "OmbrixAnswerKit/Key/KeyWords.h"
 #include "OmbrixPlatform/Numbers.h"
@@ -291,9 +292,10 @@ std::optional<SkillText> skillText(std::string_view text) {
     if (!text.starts_with('/')) return std::nullopt;
     const auto match = skillPattern.firstMatch(text);
     if (!match) return std::nullopt;
-    SkillText found{.skill = Text::lowercased(match->group(1, text))};
-    if (match->has(2)) found.request = match->group(2, text);
-    return found;
+    std::optional<std::string> request;
+    if (match->has(2)) request.emplace(match->group(2, text));
+    return SkillText{.skill = Text::lowercased(match->group(1, text)),
+                     .request = std::move(request)};
 }
 
 std::optional<std::string> slashQuery(std::string_view text) {
