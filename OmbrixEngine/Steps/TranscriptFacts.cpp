@@ -59,9 +59,12 @@ std::optional<TranscriptFacts> factsAt(Files::Reader& files, const std::string& 
     return TranscriptFacts::of(*bytes, *document);
 }
 
-/// False when the block that the engine wrote goes on after its machine line, or holds a section
-/// that is not generated: its own closing marker is lost, and it reaches to another one.
-bool holdsOnlyGenerated(std::string_view text, std::string_view block) {
+/// False when the block that the engine wrote takes in anything else: it begins inside the talk, or
+/// goes on after its machine line because its own closing marker is lost.
+bool holdsOnlyGenerated(std::string_view text, std::string_view body, std::string_view block) {
+    const auto talk =
+        TranscriptSections::Sections(body).raw(TranscriptSections::Section::transcript);
+    if (!talk.empty() && talk.data() + talk.size() > block.data()) return false;
     const auto machineLine = TranscriptEditor::machineProvenance(text);
     return machineLine && block.ends_with(Text::trimmed(*machineLine)) &&
            machineLine->data() + machineLine->size() >= block.data() + block.size() &&
@@ -84,7 +87,7 @@ bool engineMayWriteNotes(std::string_view given) {
     const std::size_t body = static_cast<std::size_t>(frame->body.data() - text.data());
     if (transcript == text.npos || transcript + 1 < body) return false;
     if (const auto block = TranscriptEditor::enhancedSections(text))
-        return holdsOnlyGenerated(text, *block);
+        return holdsOnlyGenerated(text, frame->body, *block);
     // The person's sections without a marker: a block made here would take them in.
     return !TranscriptEditor::hasUnmarkedSections(text);
 }
