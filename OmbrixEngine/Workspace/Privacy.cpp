@@ -13,6 +13,9 @@ namespace {
 
 /// Labels from here on are no transcript's own. Recipes take "Speaker N" for somebody unnamed.
 constexpr std::size_t firstLabel = 901;
+/// In bytes. What is longer is nobody's name: it is hidden where it is the whole text, and not
+/// looked for inside others, which would take long.
+constexpr std::size_t longestName = 256;
 
 /// "Ana Ruiz", "Ruiz Ana" and "Ruiz, Ana".
 std::vector<std::string> turns(const std::string& given) {
@@ -35,6 +38,7 @@ void addName(std::vector<std::string>& names, std::string_view name) {
 }  // namespace
 
 Privacy::Privacy(const std::vector<Hidden>& hidden, const PersonAliases& aliases) {
+    std::size_t nextLabel = firstLabel;
     for (const auto& [givenKeys, givenNames] : hidden) {
         std::vector<std::string> names;
         for (const auto& name : givenNames) addName(names, name);
@@ -50,13 +54,12 @@ Privacy::Privacy(const std::vector<Hidden>& hidden, const PersonAliases& aliases
         for (const auto& name : names)
             for (const auto& turned : turns(name))
                 if (const auto key = EntityKeys::normalizeKey(turned)) keys_.insert(*key);
-        if (!names.empty()) {
-            const std::string number = std::to_string(firstLabel + names_.size());
-            names_.push_back({Regex(NamePattern::of(names)), "Speaker " + number});
-        }
+        if (names.empty()) continue;
+        const std::string label = "Speaker " + std::to_string(nextLabel++);
         for (const auto& name : names)
-            if (const auto key = EntityKeys::normalizeKey(name))
-                labels_.emplace(*key, names_.back().label);
+            if (const auto key = EntityKeys::normalizeKey(name)) labels_.emplace(*key, label);
+        std::erase_if(names, [](const auto& name) { return name.size() > longestName; });
+        if (!names.empty()) names_.push_back({Regex(NamePattern::of(names)), label});
     }
 }
 
