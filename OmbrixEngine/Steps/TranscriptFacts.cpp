@@ -82,7 +82,7 @@ bool engineMayWriteNotes(std::string_view given) {
     constexpr std::string_view heading = "\n## Transcript";
     const auto frame = TranscriptSections::frame(text);
     if (!frame || !NotesOwnership::classify(text).engineMayWrite()) return false;
-    // An edit takes the first heading of the file for that of the talk, also one in the header.
+    // An edit takes the first such line for the heading of the talk, also one in the header.
     const std::size_t transcript = text.find(heading);
     const std::size_t body = static_cast<std::size_t>(frame->body.data() - text.data());
     if (transcript == text.npos || transcript + 1 < body) return false;
