@@ -20,13 +20,11 @@ constexpr std::array<std::string_view, 3> blockOpenings = {"\n## Summary", "\n##
 /// Where the transcript heading starts. Where no line is that heading, the first that resembles it
 /// counts; where one is, nothing else does, so that a block never begins in notes that speak of it.
 std::size_t transcriptPlace(std::string_view text) {
-    const auto endsLine = [&](std::size_t at) {
-        return at == text.size() || text[at] == '\n' || text.substr(at).starts_with("\r\n");
-    };
+    const auto isLineBreak = [&](std::size_t at) { return text[at] == '\n' || text[at] == '\r'; };
     const std::size_t first = text.find(transcriptHeading);
     for (std::size_t at = first; at != npos; at = text.find(transcriptHeading, at + 1)) {
-        const bool startsLine = at == 0 || text[at - 1] == '\n';
-        if (startsLine && endsLine(at + transcriptHeading.size())) return at;
+        const std::size_t end = at + transcriptHeading.size();
+        if ((at == 0 || isLineBreak(at - 1)) && (end == text.size() || isLineBreak(end))) return at;
     }
     return first;
 }
