@@ -23,7 +23,6 @@
 namespace ombrix {
 namespace {
 
-constexpr std::size_t filesPerWorker = 32;  // fewer are read sooner than a thread is made
 constexpr std::size_t largestSidecar = std::size_t{64} << 20U;
 
 std::string configuredFolder(const AnswerFolderResolver::Config& config) {
@@ -96,7 +95,8 @@ template <typename Sidecar>
 std::vector<Sidecar> EngineWorkspace::sidecarsIn(std::string_view relativeFolder) {
     const auto paths = folder_.files(relativeFolder, ".json");
     std::vector<std::optional<Sidecar>> found(paths.size());
-    ForkJoin::run(paths.size(), ForkJoin::workersFor(paths.size(), filesPerWorker),
+    ForkJoin::run(paths.size(),
+                  ForkJoin::workersFor(paths.size(), TranscriptsFolder::filesPerWorker),
                   [&](ForkJoin::Places& places) {
                       Files::Reader files;
                       Json::Parser parser;

@@ -18,8 +18,6 @@
 namespace ombrix::TranscriptEntries {
 namespace {
 
-constexpr std::size_t filesPerWorker = 32;  // fewer are read sooner than a thread is made
-
 /// `date`, or the day of `startedAt` when there is none.
 TranscriptEntry entryOf(std::string path, TranscriptDocument header, const Files::Facts& facts) {
     std::string key = MeetingKey::make(header.spendID, header.startedAt, header.date, header.title);
@@ -47,7 +45,7 @@ std::vector<TranscriptEntry> read(const TranscriptsFolder& folder, const std::st
     const std::vector<std::string> paths = library.paths();
     std::vector<std::optional<TranscriptEntry>> found(paths.size());
     ForkJoin::run(
-        paths.size(), ForkJoin::workersFor(paths.size(), filesPerWorker),
+        paths.size(), ForkJoin::workersFor(paths.size(), TranscriptsFolder::filesPerWorker),
         [&](ForkJoin::Places& places) {
             TranscriptReader reader(Files::From::walk);
             places.take([&](std::size_t i) {

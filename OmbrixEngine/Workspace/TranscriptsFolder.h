@@ -15,6 +15,8 @@ class TranscriptsFolder {
   public:
     /// The largest file that is read whole.
     static constexpr std::size_t largestFile = std::size_t{256} << 20U;
+    /// How many files of a folder pay for one worker: fewer are read sooner than a thread is made.
+    static constexpr std::size_t filesPerWorker = 32;
 
     /// `path` may itself be a link to the folder. Throws `CLIError` when it is no folder.
     explicit TranscriptsFolder(const std::string& path);

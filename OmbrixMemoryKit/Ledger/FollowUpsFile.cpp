@@ -10,6 +10,7 @@
 #include "OmbrixMemoryKit/Ledger/FollowUpsPresentation.h"
 #include "OmbrixMemoryKit/Region/EngineRegion.h"
 #include "OmbrixMemoryKit/Region/EngineText.h"
+#include "OmbrixMemoryKit/Region/Frontmatter.h"
 #include "OmbrixMemoryKit/Region/QuoteClip.h"
 #include "OmbrixPlatform/LineCursor.h"
 #include "OmbrixPlatform/Numbers.h"
@@ -22,7 +23,7 @@ constexpr std::string_view dot = " · ";
 constexpr std::string_view noDate = "no date";
 constexpr std::string_view fence = "---\n";
 constexpr std::string_view layout = "laid out by Ombrix";
-constexpr std::string_view updatedKey = "updated:", meetingsReadKey = "meetings_read:";
+constexpr std::string_view updatedKey = "updated", meetingsReadKey = "meetings_read";
 
 std::string joined(std::initializer_list<std::string_view> pieces) {
     std::string text;
@@ -109,6 +110,12 @@ void appendSection(std::string& text, std::string_view heading, std::string_view
         text += '\n';
     }
 }
+
+/// What a line "key: value" says; nothing for another key.
+std::optional<std::string_view> valueOf(std::string_view key, std::string_view line) {
+    if (!line.starts_with(key) || !line.substr(key.size()).starts_with(':')) return std::nullopt;
+    return Text::trimmed(line.substr(key.size() + 1));
+}
 }  // namespace
 
 std::optional<std::string> render(const FollowUpsLedger& ledger, std::string_view writer,
@@ -126,9 +133,13 @@ std::optional<std::string> render(const FollowUpsLedger& ledger, std::string_vie
 }
 
 std::string frontmatter(Instant updated, std::int64_t meetingsRead) {
-    return joined({fence, "title: Follow Ups\n", "source: ", EnginePaths::followUpsSource, "\n",
-                   updatedKey, " ", isoInstant(updated), "\n", meetingsReadKey, " ",
-                   std::to_string(meetingsRead), "\n", "schema: ", schema, "\n---"});
+    ombrix::Frontmatter::Writer fields;
+    fields.bare("title", "Follow Ups")
+        .bare("source", EnginePaths::followUpsSource)
+        .bare(updatedKey, isoInstant(updated))
+        .bare(meetingsReadKey, std::to_string(meetingsRead))
+        .bare("schema", schema);
+    return fields.text();
 }
 
 std::string regionContent(const FollowUpsLedger& ledger, std::string_view writer) {
@@ -169,11 +180,10 @@ std::optional<Frontmatter> parseFrontmatter(std::string_view given) {
     while (!lines.isAtEnd()) {
         const auto line = Text::trimmed(*lines.next());
         if (line == "---") break;
-        if (line.starts_with(updatedKey))
-            updated = parseIsoInstant(Text::trimmed(line.substr(updatedKey.size())));
-        else if (line.starts_with(meetingsReadKey))
-            meetingsRead = Numbers::parseInteger<std::int64_t>(
-                Text::trimmed(line.substr(meetingsReadKey.size())));
+        if (const auto value = valueOf(updatedKey, line))
+            updated = parseIsoInstant(*value);
+        else if (const auto count = valueOf(meetingsReadKey, line))
+            meetingsRead = Numbers::parseInteger<std::int64_t>(*count);
     }
     if (!updated || !meetingsRead) return std::nullopt;
     return Frontmatter{.updated = *updated, .meetingsRead = *meetingsRead};
