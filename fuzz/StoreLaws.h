@@ -3,10 +3,6 @@
 // reader has set the journal mode.
 #pragma once
 
-#include <fcntl.h>
-#include <sys/mman.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <filesystem>
 #include <string>
@@ -19,25 +15,9 @@
 #include "OmbrixPlatform/JsonDocument.h"
 #include "OmbrixPlatform/TestFolder.h"
 #include "OmbrixPlatform/Utf8.h"
+#include "Output.h"
 
 namespace ombrix::Fuzz {
-
-/// Takes what this process prints to standard output, for good: libFuzzer reports on standard
-/// error.
-class Output {
-  public:
-    Output() { ::dup2(file_, STDOUT_FILENO); }
-    std::string take() const {
-        std::string text(static_cast<std::size_t>(::lseek(file_, 0, SEEK_END)), '\0');
-        const ssize_t size = ::pread(file_, text.data(), text.size(), 0);
-        law(size == static_cast<ssize_t>(text.size()), "what was printed can be read");
-        law(::ftruncate(file_, 0) == 0 && ::lseek(file_, 0, SEEK_SET) == 0, "and forgotten");
-        return text;
-    }
-
-  private:
-    int file_ = ::memfd_create("standard output", MFD_CLOEXEC);
-};
 
 /// True when `work` returns, false when SQLite refuses it.
 template <typename Work>
