@@ -3,38 +3,11 @@
 // it has no reason to write again.
 //
 // libFuzzer: -dict=fuzz/json.dict -entropic=0
-#include "LibraryInput.h"
-#include "OmbrixEngine/EngineCommands.h"
-#include "OmbrixMarkdownKit/Transcript/MarkdownTranscript.h"
-#include "OmbrixPlatform/JsonDocument.h"
+#include "EngineRuns.h"
 
 using namespace ombrix;
 using Fuzz::law;
-using Words = std::vector<std::string>;
-
-namespace {
-
-/// What was said in each transcript; notes are not.
-std::map<std::string, std::vector<TranscriptDocument::Turn>> talks(const Fuzz::Tree& tree) {
-    std::map<std::string, std::vector<TranscriptDocument::Turn>> turns;
-    for (const auto& [path, text] : tree) {
-        if (path.starts_with("Memory/")) continue;
-        if (const auto document = MarkdownTranscriptParser::parse(text))
-            turns[path] = document->turns;
-    }
-    return turns;
-}
-
-/// The `data` of what a command prints; null when it refuses.
-Json::Value run(const Fuzz::LibraryInput& library, Words words) {
-    words.insert(words.end(), {"--now", "2026-09-01"});
-    const auto [status, output] = library.run(engineTool(), std::move(words));
-    const Json::Value envelope = Json::parse(output);
-    law(envelope.member("ok")->boolean() == (status == 0 || status == 2), "the envelope agrees");
-    const Json::Value* data = envelope.member("data");
-    return data == nullptr ? Json::Value() : *data;
-}
-}  // namespace
+using Fuzz::Words;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const Fuzz::LibraryInput library;
@@ -48,19 +21,19 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                            {"ask", "prepare", "Launch"},
                            {"ask", "consolidate", "name:ana ruiz"},
                            {"refresh", "--dry-run"}};
-    for (const auto& words : looks) run(library, words);
+    for (const auto& words : looks) Fuzz::runEngine(library, words);
     law(library.tree() == given, "who looks changes nothing");
 
-    const Json::Value changes = run(library, {"refresh"});
+    const Json::Value changes = Fuzz::runEngine(library, {"refresh"});
     const Fuzz::Tree refreshed = library.tree();
-    law(talks(refreshed) == talks(given), "nothing that was said changes");
+    law(Fuzz::talks(refreshed) == Fuzz::talks(given), "nothing that was said changes");
     const Json::Value* changed = changes.member("changed");
     if (changed == nullptr) {
         law(refreshed == given, "what is refused is not begun");
         return 0;
     }
     law((refreshed == given) == changed->array()->empty(), "changes are told");
-    run(library, {"refresh"});
+    Fuzz::runEngine(library, {"refresh"});
     law(library.tree() == refreshed, "a second refresh has nothing to do");
     return 0;
 }
