@@ -1,6 +1,6 @@
 // What holds for a store over foreign bytes: whatever they are, a command prints one envelope or
-// SQLite says what is wrong, both ways of listing agree, and reading changes nothing once the first
-// reader has set the journal mode.
+// SQLite says what is wrong, both ways of listing agree, and reading changes nothing once the
+// journal mode is set.
 #pragma once
 
 #include <algorithm>
@@ -93,7 +93,9 @@ inline void read(const DictationStore& store) {
 /// Reads the database file "db" of a folder, which may have companions, and then writes to it.
 inline void checkStore(const test::TestFolder& folder) {
     const DictationStore store(folder.at("db"));
-    allows([&] { store.listFolders(); });
+    // Beside a log that is not its own the first reader only removes that; the next one sets the
+    // journal mode.
+    for (int reader = 0; reader < 2; ++reader) allows([&] { store.listFolders(); });
     const std::string before = folder.read("db");
     read(store);
     law(folder.read("db") == before, "reading changes nothing");
