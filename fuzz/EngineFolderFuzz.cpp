@@ -3,7 +3,16 @@
 // what a private meeting alone has; and what `refresh` wrote it has no reason to write again.
 //
 // libFuzzer: -dict=fuzz/json.dict -entropic=0
+#include <algorithm>
+#include <string>
+#include <vector>
+
 #include "EngineRuns.h"
+#include "Law.h"
+#include "LibraryInput.h"
+#include "OmbrixMarkdownKit/Transcript/MarkdownTranscript.h"
+#include "OmbrixPlatform/JsonDocument.h"
+#include "OmbrixPlatform/Text.h"
 
 using namespace ombrix;
 using Fuzz::law;

@@ -3,7 +3,13 @@
 // only `refresh` writes.
 //
 // libFuzzer: -dict=fuzz/json.dict -entropic=0
+#include <string>
+
 #include "EngineRuns.h"
+#include "Law.h"
+#include "LibraryInput.h"
+#include "OmbrixPlatform/Files.h"
+#include "OmbrixPlatform/JsonDocument.h"
 
 using namespace ombrix;
 using Fuzz::law;

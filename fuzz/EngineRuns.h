@@ -1,6 +1,12 @@
 // Commands of ombrix-engine over a whole folder.
 #pragma once
 
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "Law.h"
 #include "LibraryInput.h"
 #include "OmbrixEngine/EngineCommands.h"
 #include "OmbrixMarkdownKit/Transcript/MarkdownTranscript.h"

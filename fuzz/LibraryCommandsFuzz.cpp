@@ -3,6 +3,11 @@
 // nothing more to do.
 //
 // libFuzzer: -dict=fuzz/json.dict -entropic=0
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "Law.h"
 #include "LibraryInput.h"
 #include "OmbrixCLI/CommandTree.h"
 #include "OmbrixMarkdownKit/Transcript/MarkdownTranscript.h"

@@ -3,6 +3,10 @@
 // companion.
 //
 // libFuzzer: -max_len=65536 -dict=fuzz/sql.dict -timeout=120
+#include <string_view>
+
+#include "Law.h"
+#include "OmbrixPlatform/TestFolder.h"
 #include "StoreLaws.h"
 
 using namespace ombrix;

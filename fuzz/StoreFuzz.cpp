@@ -1,6 +1,8 @@
 // The store over a damaged database: the input is the file.
 //
 // libFuzzer: -max_len=65536 -dict=fuzz/sql.dict -timeout=120
+#include "Law.h"
+#include "OmbrixPlatform/TestFolder.h"
 #include "StoreLaws.h"
 
 using namespace ombrix;

@@ -10,8 +10,11 @@
 
 #include "Law.h"
 #include "OmbrixCLI/CLIError.h"
+#include "OmbrixCLI/CommandLine.h"
 #include "OmbrixCLI/CommandTree.h"
+#include "OmbrixCore/DatabaseError.h"
 #include "OmbrixCore/DictationStore.h"
+#include "OmbrixPlatform/Calendar.h"
 #include "OmbrixPlatform/JsonDocument.h"
 #include "OmbrixPlatform/TestFolder.h"
 #include "OmbrixPlatform/Utf8.h"
